@@ -1,0 +1,220 @@
+#include "common/ChildProcess.h"
+
+#include "common/ChildStarter.h"
+#include "common/cmMutex.h"
+#include "common/cmStringCatHelper.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/pidfd.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <utility>
+
+namespace {
+
+constexpr int terminateGraceMs = 50;
+constexpr const char* interpreterPath = "/bin/sh";
+
+cmMutex unreapedLock;
+cmArray<pid_t> unreaped CM_GUARDED_BY(unreapedLock);
+
+bool reap(pid_t child)
+{
+    const pid_t result = waitpid(child, nullptr, WNOHANG);
+    return result == child || (result < 0 && errno == ECHILD);
+}
+
+/// Collects the children that were given up while they ran and have ended since.
+void reapLeftOver()
+{
+    cmMutexLock hold(unreapedLock);
+    unreaped.erase(std::remove_if(unreaped.begin(), unreaped.end(), &reap), unreaped.end());
+}
+
+void reapLater(pid_t child)
+{
+    cmMutexLock hold(unreapedLock);
+    unreaped.push_back(child);
+}
+
+bool hasEnded(std::intptr_t handle, int timeoutMs)
+{
+    pollfd child{static_cast<int>(handle), POLLIN, 0};
+    return poll(&child, 1, timeoutMs) == 1;
+}
+
+/// A null-terminated list of texts in the form that exec takes.
+cmArray<char*> pointers(cmArray<cmStringT>& texts)
+{
+    cmArray<char*> list;
+    for (cmStringT& text : texts)
+        list.push_back(text.data());
+    list.push_back(nullptr);
+    return list;
+}
+
+bool isDirectory(const cmStringT& path)
+{
+    struct stat entry {};
+    return stat(path.c_str(), &entry) == 0 && S_ISDIR(entry.st_mode);
+}
+
+/// What happens in the child between its birth and the program: streams, directory, signals, session.
+class SpawnPlan {
+public:
+    SpawnPlan()
+    {
+        posix_spawn_file_actions_init(&m_actions);
+        posix_spawnattr_init(&m_attributes);
+    }
+    ~SpawnPlan()
+    {
+        posix_spawn_file_actions_destroy(&m_actions);
+        posix_spawnattr_destroy(&m_attributes);
+    }
+    SpawnPlan(const SpawnPlan&) = delete;
+    SpawnPlan& operator=(const SpawnPlan&) = delete;
+
+    int prepare(const ChildStarter& starter)
+    {
+        int error = streams(starter.streams, starter.options);
+        if (error == 0 && !starter.workingDirectory.isEmpty())
+            error = posix_spawn_file_actions_addchdir_np(&m_actions, starter.workingDirectory.c_str());
+        if (error == 0)
+            error = posix_spawn_file_actions_addclosefrom_np(&m_actions, STDERR_FILENO + 1);
+        return error == 0 ? signalsAndSession() : error;
+    }
+
+    int start(pid_t& child, const char* program, cmArray<char*>& arguments, cmArray<char*>& environment)
+    {
+        return posix_spawn(&child, program, &m_actions, &m_attributes, arguments.data(), environment.data());
+    }
+
+private:
+    int streams(const SpawnStreams& streams, SpawnOptions options)
+    {
+        const bool piped = streams.input || streams.output || streams.error;
+        const bool hostStreams = (piped || (options & spawnStandardHandles)) && isatty(STDOUT_FILENO);
+        int error = stream(STDIN_FILENO, streams.input, O_RDONLY, false);
+        if (error == 0)
+            error = stream(STDOUT_FILENO, streams.output, O_WRONLY, hostStreams);
+        if (error == 0 && (options & spawnErrorToOutput))
+            error = posix_spawn_file_actions_adddup2(&m_actions, STDOUT_FILENO, STDERR_FILENO);
+        else if (error == 0)
+            error = stream(STDERR_FILENO, streams.error, O_WRONLY, hostStreams);
+        return error;
+    }
+
+    /// The pipe's child end, the host's own stream, or a device that is empty and swallows everything.
+    int stream(int target, const ChildPipe* pipe, int mode, bool hostStream)
+    {
+        if (pipe)
+            return posix_spawn_file_actions_adddup2(&m_actions, static_cast<int>(pipe->getChildEnd()), target);
+        return hostStream ? 0 : posix_spawn_file_actions_addopen(&m_actions, target, "/dev/null", mode, 0);
+    }
+
+    /// A session of its own: the child's group can be ended whole, and no tool can ask anything on a terminal.
+    int signalsAndSession()
+    {
+        sigset_t all;
+        sigset_t empty;
+        sigfillset(&all);
+        sigemptyset(&empty);
+        posix_spawnattr_setsigdefault(&m_attributes, &all);
+        posix_spawnattr_setsigmask(&m_attributes, &empty);
+        return posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSID);
+    }
+
+    posix_spawn_file_actions_t m_actions{};
+    posix_spawnattr_t m_attributes{};
+};
+
+}  // namespace
+
+bool ChildStarter::isProgram(const cmStringT& path)
+{
+    struct stat entry {};
+    return stat(path.c_str(), &entry) == 0 && S_ISREG(entry.st_mode) && access(path.c_str(), X_OK) == 0;
+}
+
+bool ChildStarter::start(ChildProcess& process, cmStringT& detail) const
+{
+    reapLeftOver();
+    cmArray<cmStringT> words{program};
+    if (interpreter)
+        words = {"sh", "-c", posixInterpreterText(program, arguments)};
+    else
+        for (cmStringT& argument : splitArguments(arguments))
+            words.push_back(std::move(argument));
+    Environment childEnvironment = environment;
+    cmArray<char*> wordList = pointers(words);
+    cmArray<char*> environmentList = pointers(childEnvironment);
+
+    SpawnPlan plan;
+    pid_t child = 0;
+    int error = plan.prepare(*this);
+    if (error == 0)
+        error = plan.start(child, interpreter ? interpreterPath : program.c_str(), wordList, environmentList);
+    if (error != 0) {
+        const bool noDirectory = !workingDirectory.isEmpty() && !isDirectory(workingDirectory);
+        detail = cmCat(noDirectory ? workingDirectory : program) + ": " + (noDirectory ? "no such directory" : std::strerror(error));
+        return false;
+    }
+    const int handle = pidfd_open(child, 0);
+    if (handle < 0) {
+        detail = cmCat(program) + ": " + std::strerror(errno);
+        kill(-child, SIGKILL);
+        reapLater(child);
+        return false;
+    }
+    process.handle = handle;
+    process.processId = static_cast<std::uint32_t>(child);
+    process.valid = 1;
+    return true;
+}
+
+bool ChildProcess::isRunning()
+{
+    return valid && !hasEnded(handle, 0);
+}
+
+void ChildProcess::terminate()
+{
+    if (!valid)
+        return;
+    // Until `close` reaps it the child's id cannot be given to another process, nor its group's.
+    kill(-static_cast<pid_t>(processId), SIGKILL);
+    terminated = true;
+}
+
+void ChildProcess::close()
+{
+    if (valid) {
+        const auto child = static_cast<pid_t>(processId);
+        hasEnded(handle, terminated ? terminateGraceMs : 0);
+        if (!reap(child))
+            reapLater(child);
+        ::close(static_cast<int>(handle));
+    }
+    handle = none;
+    processId = 0;
+    valid = 0;
+    terminated = false;
+    reapLeftOver();
+}
+
+void ChildProcess::waitForActivity(const ChildPipe& output, const ChildPipe& error, std::uint32_t timeoutMs)
+{
+    // poll passes over descriptors below 0.
+    const auto descriptor = [](const ChildPipe& pipe) { return pipe.isEnded() ? -1 : static_cast<int>(pipe.getParentEnd()); };
+    pollfd sources[] = {{static_cast<int>(handle), POLLIN, 0}, {descriptor(output), POLLIN, 0}, {descriptor(error), POLLIN, 0}};
+    poll(sources, std::size(sources), static_cast<int>(timeoutMs));
+}

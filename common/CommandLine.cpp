@@ -1,0 +1,239 @@
+#include "common/CommandLine.h"
+
+#include "common/cmStringCatHelper.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace {
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
+
+bool isPlain(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9')
+        || cmROStringT("._-+/\\:@=,~^").find(c) != cmROStringT::npos;
+}
+
+bool isOperator(char c)
+{
+    return c == '|' || c == '<' || c == '>' || c == '&';
+}
+
+/// What one step of reading a command line found.
+enum class Piece : std::uint8_t { end, blank, text, shellOperator };
+
+/// Reads a command line piece by piece. With `interpreter`, operators outside quotes are pieces of their own
+/// and a pair of carets outside quotes is one caret.
+class CommandLineReader {
+public:
+    CommandLineReader(cmROStringT text, bool interpreter) : m_text(text), m_interpreter(interpreter) {}
+
+    Piece next()
+    {
+        if (m_position == m_text.size())
+            return Piece::end;
+        const char c = m_text[m_position];
+        if (isBlank(c)) {
+            ++m_position;
+            return Piece::blank;
+        }
+        if (m_interpreter && isOperator(c)) {
+            m_operator = c;
+            ++m_position;
+            return Piece::shellOperator;
+        }
+        readWord();
+        return Piece::text;
+    }
+
+    char shellOperator() const { return m_operator; }
+    /// The last text, without its quotes; `""` gives an empty one.
+    const cmStringT& word() const { return m_word; }
+
+private:
+    void readWord()
+    {
+        m_word.clear();
+        bool inside = false;
+        while (m_position < m_text.size()) {
+            const char c = m_text[m_position];
+            if (!inside && (isBlank(c) || (m_interpreter && isOperator(c))))
+                return;
+            if (c == '\\') {
+                readBackslashes();
+            } else if (c == '"') {
+                inside = !inside;
+                ++m_position;
+            } else if (!inside && m_interpreter && m_text.substr(m_position, 2) == "^^") {
+                m_word += '^';
+                m_position += 2;
+            } else {
+                m_word += c;
+                ++m_position;
+            }
+        }
+    }
+
+    void readBackslashes()
+    {
+        const std::size_t end = std::min(m_text.find_first_not_of('\\', m_position), m_text.size());
+        const std::size_t count = end - m_position;
+        const bool beforeQuote = end < m_text.size() && m_text[end] == '"';
+        m_word += m_text.substr(m_position, beforeQuote ? count / 2 : count);
+        m_position = end;
+        if (beforeQuote && count % 2 == 1) {
+            m_word += '"';
+            ++m_position;
+        }
+    }
+
+    cmROStringT m_text;
+    bool m_interpreter;
+    std::size_t m_position = 0;
+    char m_operator = 0;
+    cmStringT m_word = "";
+};
+
+cmStringT quoteForPosixShell(cmROStringT word)
+{
+    if (!word.empty() && std::all_of(word.begin(), word.end(), [](char c) { return isPlain(c) && c != '\\' && c != '~'; }))
+        return word;
+    cmStringT quoted("'");
+    for (const char c : word)
+        quoted += c == '\'' ? cmROStringT("'\\''") : cmROStringT(&c, 1);
+    quoted += '\'';
+    return quoted;
+}
+
+/// One argument in double quotes, whatever it holds.
+cmStringT inDoubleQuotes(cmROStringT data)
+{
+    cmStringT quoted("\"");
+    std::size_t backslashes = 0;
+    for (const char c : data) {
+        // A quote needs the backslashes before it doubled, and one for itself.
+        for (std::size_t i = 0; c == '"' && i <= backslashes; ++i)
+            quoted += '\\';
+        backslashes = c == '\\' ? backslashes + 1 : 0;
+        quoted += c;
+    }
+    for (std::size_t i = 0; i < backslashes; ++i)
+        quoted += '\\';
+    quoted += '"';
+    return quoted;
+}
+
+/// Every character that cmd.exe knows, the quotes too, stands behind a caret: so it never begins a quoted part
+/// of its own, and what it hands to the program is exactly the word in double quotes.
+cmStringT quoteForWindowsShell(cmROStringT word)
+{
+    if (!word.empty() && std::all_of(word.begin(), word.end(), [](char c) { return isPlain(c) && c != '^'; }))
+        return word;
+    cmStringT escaped("");
+    for (const char c : inDoubleQuotes(word).view()) {
+        if (cmROStringT("()%!^\"<>&|").find(c) != cmROStringT::npos)
+            escaped += '^';
+        escaped += c;
+    }
+    return escaped;
+}
+
+cmStringT interpreterText(cmROStringT program, cmROStringT arguments, cmStringT (*quote)(cmROStringT))
+{
+    cmStringT text = quote(program);
+    text += ' ';
+    CommandLineReader reader(arguments, true);
+    for (;;) {
+        switch (reader.next()) {
+        case Piece::end: return text;
+        case Piece::blank: text += ' '; break;
+        case Piece::shellOperator: text += reader.shellOperator(); break;
+        case Piece::text: text += quote(reader.word()); break;
+        }
+    }
+}
+
+}  // namespace
+
+CommandLine splitCommandLine(cmROStringT text)
+{
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    std::size_t end = 0;
+    std::size_t next = 0;
+    if (text.starts_with('"')) {
+        text.remove_prefix(1);
+        end = std::min(text.find('"'), text.size());
+        next = std::min(end + 1, text.size());
+    } else {
+        end = std::min(text.find_first_of(" \t"), text.size());
+        next = end;
+    }
+    next = std::min(text.find_first_not_of(" \t", next), text.size());
+    return {text.substr(0, end), text.substr(next)};
+}
+
+cmArray<cmStringT> splitArguments(cmROStringT text)
+{
+    cmArray<cmStringT> arguments;
+    CommandLineReader reader(text, false);
+    for (Piece piece = reader.next(); piece != Piece::end; piece = reader.next()) {
+        if (piece == Piece::text)
+            arguments.push_back(reader.word());
+    }
+    return arguments;
+}
+
+cmStringT quoteArgument(cmROStringT data)
+{
+    if (!data.empty() && std::all_of(data.begin(), data.end(), isPlain) && data.find("^^") == cmROStringT::npos)
+        return data;
+    return inDoubleQuotes(data);
+}
+
+bool hasShellOperator(cmROStringT text)
+{
+    return std::any_of(text.begin(), text.end(), isOperator) || text.find("^^") != cmROStringT::npos;
+}
+
+cmStringT posixInterpreterText(cmROStringT program, cmROStringT arguments)
+{
+    return interpreterText(program, arguments, &quoteForPosixShell);
+}
+
+cmStringT windowsInterpreterText(cmROStringT program, cmROStringT arguments)
+{
+    return interpreterText(program, arguments, &quoteForWindowsShell);
+}
+
+cmStringT findProgram(cmROStringT program, cmROStringT pathVariable, cmPathStyle style,
+                      const std::function<bool(const cmStringT& path)>& isProgram)
+{
+    const bool windows = style == cmPathStyle::windows;
+    const auto isSeparator = [style](char c) { return cmIsPathSeparator(c, style); };
+    const std::size_t nameStart = static_cast<std::size_t>(std::find_if(program.rbegin(), program.rend(), isSeparator).base() - program.begin());
+    const cmROStringT name = program.substr(nameStart);
+    cmStringT complete(program);
+    if (windows && name.find('.') == cmROStringT::npos)
+        complete += ".exe";
+
+    if (cmIsAbsolutePath(program, style))
+        return isProgram(complete) ? complete : cmStringT();
+    if (name.empty() || nameStart > 0 || (windows && program.find(':') != cmROStringT::npos))
+        return {};
+    for (std::size_t start = 0; start <= pathVariable.size();) {
+        const std::size_t end = std::min(pathVariable.find(windows ? ';' : ':', start), pathVariable.size());
+        const cmROStringT directory = pathVariable.substr(start, end - start);
+        if (cmIsAbsolutePath(directory, style)) {
+            const cmStringT candidate = cmJoinPath(directory, complete, style);
+            if (isProgram(candidate))
+                return candidate;
+        }
+        start = end + 1;
+    }
+    return {};
+}

@@ -1,0 +1,108 @@
+#include "common/CommandRunner.h"
+
+#include "common/cmStatusException.h"
+#include "common/cmThread.h"
+
+#include <algorithm>
+
+namespace {
+
+/// How long a pass that found nothing waits before it asks for a stop again.
+constexpr std::uint32_t idleWaitMs = 10;
+
+/// Takes one chunk of standard error out of the pipe, so that it never fills up and blocks the child, and keeps
+/// the first bytes. False when the pipe cannot be read.
+bool drainError(ChildPipe& error, cmStringT& kept)
+{
+    char chunk[CaptureReadChunk];
+    const int count = error.read(chunk, CaptureReadChunk);
+    if (count > 0)
+        kept.append({chunk, std::min<std::size_t>(static_cast<std::size_t>(count), CaptureReadChunk - kept.length())});
+    return count > 0;
+}
+
+/// One capture: the child, its pipes, and what was seen of them.
+class Capture {
+public:
+    Capture(const CaptureControl& control, const std::function<void(cmROStringT)>& sink) : m_control(control), m_sink(sink) {}
+
+    CaptureResult run(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory)
+    {
+        SpawnStreams streams;
+        streams.output = &m_output;
+        streams.error = &m_error;
+        try {
+            spawnProcess(m_process, commandLine, options, {}, workingDirectory, streams, &m_result.failure, true);
+        } catch (const cmStatusException& failure) {
+            m_result.status = failure.status();
+            return std::move(m_result);
+        }
+        while (pass()) {
+        }
+        while (m_result.errorOutput.length() < CaptureReadChunk && m_error.dataAvailable()
+               && drainError(m_error, m_result.errorOutput)) {
+        }
+        return std::move(m_result);
+    }
+
+private:
+    /// One round; false when it was the last.
+    bool pass()
+    {
+        if (m_control.stopRequested) {
+            cmThread::yield();
+            if (m_control.stopRequested()) {
+                m_result.stopped = true;
+                m_process.terminate();
+                return false;
+            }
+        }
+        const bool running = m_process.isRunning();
+        const bool readOutput = m_output.dataAvailable();
+        if (readOutput && !takeOutput())
+            return false;
+        const bool readError = m_error.dataAvailable() && drainError(m_error, m_result.errorOutput);
+        if (running && !readOutput && !readError)
+            m_process.waitForActivity(m_output, m_error, idleWaitMs);
+        return running || readOutput;
+    }
+
+    bool takeOutput()
+    {
+        char chunk[CaptureReadChunk];
+        const int count = m_output.read(chunk, CaptureReadChunk);
+        if (count < 1)
+            return false;
+        m_sink({chunk, static_cast<std::size_t>(count)});
+        m_taken += static_cast<std::uint64_t>(count);
+        if (m_taken <= m_control.maxOutput)
+            return true;
+        m_result.status = statusOutputLimit;
+        if (m_control.outputTooLarge)
+            m_control.outputTooLarge();
+        m_process.terminate();
+        return false;
+    }
+
+    const CaptureControl& m_control;
+    const std::function<void(cmROStringT)>& m_sink;
+    ChildPipe m_output;
+    ChildPipe m_error;
+    ChildProcess m_process;  // goes first: it is closed before the pipes
+    std::uint64_t m_taken = 0;
+    CaptureResult m_result;
+};
+
+}  // namespace
+
+CaptureResult captureCommand(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory,
+                             const CaptureControl& control, const std::function<void(cmROStringT)>& sink)
+{
+    return Capture(control, sink).run(commandLine, options, workingDirectory);
+}
+
+std::int32_t runCommandCapture(cmROStringT commandLine, cmStringT& output, cmROStringT workingDirectory)
+{
+    const auto append = [&output](cmROStringT bytes) { output += bytes; };
+    return captureCommand(commandLine, spawnScannedCommand, workingDirectory, {}, append).status;
+}

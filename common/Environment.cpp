@@ -1,0 +1,127 @@
+#include "common/Environment.h"
+
+#include "common/cmStringCatHelper.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <string>
+#include <utility>
+
+namespace {
+
+using Setting = std::pair<cmROStringT, cmROStringT>;
+
+constexpr std::array<Setting, 10> quietSettings{{
+    {"GIT_OPTIONAL_LOCKS", "0"},  // a poll never takes index.lock
+    {"GIT_TERMINAL_PROMPT", "0"},
+    {"GIT_ASKPASS", ""},
+    {"SSH_ASKPASS", ""},
+    {"GCM_INTERACTIVE", "never"},
+    {"GIT_PAGER", "cat"},
+    {"GIT_FLUSH", "0"},  // without it git flushes after every commit of a log
+    {"LC_MESSAGES", "C"},
+    {"LC_CTYPE", "C.UTF-8"},  // svn refuses non-ASCII names under a plain C locale
+    {"NoDefaultCurrentDirectoryInExePath", "1"},
+}};
+
+constexpr std::array<Setting, 7> gitConfiguration{{
+    {"core.quotePath", "false"},
+    {"color.ui", "false"},
+    {"log.showSignature", "false"},
+    {"core.fsmonitor", "false"},  // a repository must not run a program because it is polled
+    {"diff.noprefix", "false"},
+    {"diff.mnemonicPrefix", "false"},
+    {"i18n.logOutputEncoding", "UTF-8"},
+}};
+
+constexpr std::array<cmROStringT, 13> removedNames{
+    "LC_ALL",      "LANGUAGE",       "GIT_DIR",    "GIT_WORK_TREE",         "GIT_INDEX_FILE", "GIT_OBJECT_DIRECTORY", "GIT_ALTERNATE_OBJECT_DIRECTORIES",
+    "GIT_COMMON_DIR", "GIT_NAMESPACE", "GIT_PREFIX", "GIT_EXTERNAL_DIFF", "GIT_CONFIG_PARAMETERS", "GIT_CONFIG_COUNT",
+};
+
+constexpr cmROStringT countName = "GIT_CONFIG_COUNT";
+
+/// On Windows a name may begin with "=" (the current directories of the drives).
+cmROStringT nameOf(cmROStringT variable)
+{
+    return variable.substr(0, variable.find('=', 1));
+}
+
+bool sameName(cmROStringT a, cmROStringT b, cmPathStyle style)
+{
+    return style == cmPathStyle::windows ? cmEqualIgnoringCase(a, b) : a == b;
+}
+
+void setVariable(Environment& environment, cmROStringT name, cmROStringT value, cmPathStyle style)
+{
+    const cmStringT variable = cmCat(name) + "=" + value;
+    const auto same = [&](const cmStringT& other) { return sameName(nameOf(other), name, style); };
+    const auto found = std::find_if(environment.begin(), environment.end(), same);
+    if (found == environment.end()) {
+        environment.push_back(variable);
+        return;
+    }
+    *found = variable;
+    environment.erase(std::remove_if(found + 1, environment.end(), same), environment.end());
+}
+
+bool isRemoved(cmROStringT variable, cmPathStyle style)
+{
+    const cmROStringT name = nameOf(variable);
+    constexpr cmROStringT trace = "GIT_TRACE";
+    return sameName(name.substr(0, trace.size()), trace, style)
+        || std::any_of(removedNames.begin(), removedNames.end(), [&](cmROStringT removed) { return sameName(name, removed, style); });
+}
+
+/// How many GIT_CONFIG_KEY_n/VALUE_n pairs the host has set; 0 when its count is no number git would take.
+int configurationCount(const Environment& environment, cmPathStyle style)
+{
+    const cmStringT text = environmentValue(environment, countName, style);
+    int count = 0;
+    const auto [end, error] = std::from_chars(text.c_str(), text.c_str() + text.length(), count);
+    const bool whole = error == std::errc() && end == text.c_str() + text.length();
+    return whole && count > 0 ? count : 0;
+}
+
+}  // namespace
+
+cmStringT environmentValue(const Environment& environment, cmROStringT name, cmPathStyle style)
+{
+    for (const cmStringT& variable : environment) {
+        const cmROStringT found = nameOf(variable);
+        if (sameName(found, name, style) && variable.length() > found.size())
+            return variable.view().substr(found.size() + 1);
+    }
+    return {};
+}
+
+Environment quietEnvironment(const Environment& host, cmPathStyle style)
+{
+    Environment quiet;
+    for (const cmStringT& variable : host) {
+        const cmROStringT name = nameOf(variable);
+        if (!isRemoved(variable, style) && environmentValue(quiet, name, style).isNull())
+            quiet.push_back(variable);
+    }
+    for (const auto& [name, value] : quietSettings)
+        setVariable(quiet, name, value, style);
+
+    int index = configurationCount(host, style);
+    for (const auto& [key, value] : gitConfiguration) {
+        const std::string number = std::to_string(index++);
+        setVariable(quiet, cmStringT(cmCat("GIT_CONFIG_KEY_") + number), key, style);
+        setVariable(quiet, cmStringT(cmCat("GIT_CONFIG_VALUE_") + number), value, style);
+    }
+    setVariable(quiet, countName, std::to_string(index), style);
+    return quiet;
+}
+
+Environment withVariables(Environment environment, const Environment& settings, cmPathStyle style)
+{
+    for (const cmStringT& setting : settings) {
+        const cmROStringT name = nameOf(setting);
+        setVariable(environment, name, setting.view().substr(std::min(name.size() + 1, setting.length())), style);
+    }
+    return environment;
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+#include "common/cmString.h"
+
+/// The path with every symbolic link followed, absolute; null when it does not exist. Reads the disk; any thread.
+cmStringT cmRealPath(cmROStringT path);
+/// Reads the disk; any thread.
+bool cmIsDirectory(cmROStringT path);

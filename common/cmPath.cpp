@@ -1,0 +1,80 @@
+#include "common/cmPath.h"
+
+#include <algorithm>
+
+namespace {
+
+bool isDriveLetter(char c)
+{
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+bool startsWithDrive(cmROStringT path)
+{
+    return path.size() >= 2 && isDriveLetter(path[0]) && path[1] == ':';
+}
+
+}  // namespace
+
+char cmPathSeparator(cmPathStyle style)
+{
+    return style == cmPathStyle::windows ? '\\' : '/';
+}
+
+bool cmIsPathSeparator(char c, cmPathStyle style)
+{
+    return c == '/' || (style == cmPathStyle::windows && c == '\\');
+}
+
+cmStringT cmNativeSeparators(cmROStringT path, cmPathStyle style)
+{
+    cmStringT native(path);
+    if (style == cmPathStyle::windows)
+        std::replace(native.data(), native.data() + native.length(), '/', '\\');
+    return native;
+}
+
+cmROStringT cmWithoutTrailingSeparator(cmROStringT path, cmPathStyle style)
+{
+    if (path.empty() || !cmIsPathSeparator(path.back(), style))
+        return path;
+    const bool root = path.size() == 1 || (style == cmPathStyle::windows && path.size() == 3 && startsWithDrive(path));
+    return root ? path : path.substr(0, path.size() - 1);
+}
+
+bool cmIsAbsolutePath(cmROStringT path, cmPathStyle style)
+{
+    if (style == cmPathStyle::posix)
+        return path.starts_with('/');
+    const auto separatorAt = [&](std::size_t i) { return path.size() > i && cmIsPathSeparator(path[i], style); };
+    return startsWithDrive(path) ? separatorAt(2) : separatorAt(0) && separatorAt(1);
+}
+
+cmStringT cmJoinPath(cmROStringT directory, cmROStringT name, cmPathStyle style)
+{
+    cmStringT joined(directory);
+    if (!directory.empty() && !cmIsPathSeparator(directory.back(), style))
+        joined += cmPathSeparator(style);
+    joined += name;
+    return joined;
+}
+
+bool cmSamePath(cmROStringT a, cmROStringT b, cmPathStyle style)
+{
+    return style == cmPathStyle::windows ? cmEqualIgnoringCase(a, b) : a == b;
+}
+
+bool cmRelativePath(cmROStringT path, cmROStringT directory, cmROStringT& relative, cmPathStyle style)
+{
+    const cmROStringT prefix = cmWithoutTrailingSeparator(directory, style);
+    if (path.size() < prefix.size() || !cmSamePath(path.substr(0, prefix.size()), prefix, style))
+        return false;
+    cmROStringT rest = path.substr(prefix.size());
+    if (!rest.empty() && !cmIsPathSeparator(prefix.back(), style)) {
+        if (!cmIsPathSeparator(rest.front(), style))
+            return false;
+        rest.remove_prefix(1);
+    }
+    relative = rest;
+    return true;
+}

@@ -1,0 +1,96 @@
+#include "filewatcher/GitStatusThread.h"
+
+#include "common/CommandLine.h"
+#include "common/cmFile.h"
+#include "common/cmPath.h"
+#include "filewatcher/GitPorcelain.h"
+#include "filewatcher/VCRecord.h"
+
+#include <string>
+
+namespace {
+
+constexpr std::int32_t stateUnknown = -1;
+constexpr std::int32_t stateOutsideRepository = 2;
+constexpr char workTreeModified = 'M';
+
+void markOutside(const cmStringT& directory)
+{
+    const tamarin::TMString path(directory);
+    TXVCRECORD record;
+    record.state = stateUnknown;
+    txVCGetRecord(path, record);
+    record.state = stateOutsideRepository;
+    txVCSetRecord(path, record);
+}
+
+/// The watched path as an argument of a command that runs in the top level. A path through a symbolic link is only found
+/// below the top level, which git reports without links, once its own links are followed.
+cmStringT pathArgument(const cmStringT& path, const cmStringT& top)
+{
+    cmStringT real;
+    cmROStringT relative;
+    if (!cmRelativePath(path, top, relative)) {
+        real = cmRealPath(path);
+        if (!cmRelativePath(real, top, relative))
+            return quoteArgument(path);
+    }
+    if (relative.empty())
+        return "";
+    // Neither an option nor pathspec magic.
+    if (relative.starts_with('-') || relative.starts_with(':'))
+        return quoteArgument(cmStringT(cmCat("./") + relative));
+    return quoteArgument(relative);
+}
+
+}  // namespace
+
+std::int32_t GitStatusThread::processEntry(const WatchEntry& entry)
+{
+    return gitStatusForPath(entry.path, changed);
+}
+
+void GitStatusThread::listEmptied()
+{
+    if (changed)
+        txVCStatusChanged();
+    changed = false;
+}
+
+std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path, bool& written)
+{
+    cmStringT exePath;
+    std::int32_t outputLimit = 0;
+    if (!takeConfig(exePath, outputLimit))
+        return 0;
+    const cmStringT program = cmCat("\"") + exePath + "\"";
+
+    cmStringT output;
+    std::int32_t status = runGit(cmStringT(cmCat(program) + " rev-parse --show-toplevel"), path, outputLimit, output);
+    if (status != 0)
+        return status;
+    const cmStringT top = cmNativeSeparators(cmWithoutLineEnd(output));
+    if (top.isEmpty()) {
+        markOutside(path);
+        written = true;
+        return 0;
+    }
+
+    status = runGit(cmStringT(cmCat(program) + " status --porcelain " + pathArgument(path, top)), top, outputLimit, output);
+    if (status != 0)
+        return status;
+    for (const GitPorcelainEntry& entry : parseGitPorcelain(output)) {
+        if (entry.workTreeState != workTreeModified)
+            continue;
+        markFile(cmJoinPath(top, cmNativeSeparators(entry.path)), tool.number, "mod");
+        written = true;
+    }
+    return 0;
+}
+
+std::int32_t GitStatusThread::runGit(cmROStringT commandLine, cmROStringT workingDirectory, std::int32_t outputLimit, cmStringT& output)
+{
+    const std::int32_t status = runTool(commandLine, spawnScannedCommand, workingDirectory, outputLimit, output);
+    debugLog("GitStatusThread::runGit", __LINE__, cmStringT(cmCat("status=") + std::to_string(status) + " " + commandLine));
+    return status;
+}

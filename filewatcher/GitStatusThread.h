@@ -1,0 +1,23 @@
+#pragma once
+
+#include "filewatcher/VCStatusThread.h"
+
+/// Keeps the editor's per-file Git status: for each watched directory it asks git for the repository's top level and for
+/// the status below the directory, and marks every file that is modified in the work tree "mod".
+class GitStatusThread : public VCStatusThread<GitStatusThread> {
+public:
+    static constexpr StatusTool tool{8, "_GitGetExePath", "def_git_update_interval", "def_git_show_file_status"};
+
+private:
+    friend class VCStatusThread<GitStatusThread>;
+    GitStatusThread() = default;
+    ~GitStatusThread() override = default;
+
+    std::int32_t processEntry(const WatchEntry& entry);
+    void listEmptied();
+    /// One pass over a directory. 0, or why it was cut short; sets `written` when it wrote a record.
+    std::int32_t gitStatusForPath(const cmStringT& path, bool& written);
+    std::int32_t runGit(cmROStringT commandLine, cmROStringT workingDirectory, std::int32_t outputLimit, cmStringT& output);
+
+    bool changed = false;  ///< records were written that the editor was not told of; for this thread only
+};

@@ -1,0 +1,86 @@
+#include "filewatcher/RegisteredFunctions.h"
+#include "filewatcher/StatusCodes.h"
+
+// The registered functions whose subsystems do not exist yet. They answer as a module in which nothing is
+// loaded and nothing could be started, and touch none of their arguments.
+
+std::int32_t getFastReloadInfoTable(TXHREFVAR, std::int32_t, std::int32_t, TXHREFVAR, std::int32_t)
+{
+    return 0;
+}
+
+std::int32_t getSlowReloadFiles(TXHREFVAR)
+{
+    return 0;
+}
+
+std::int32_t gitGetBranchInfo(TXPSZ, TXPSZ)
+{
+    return statusNoGitModel;
+}
+
+void gitBranchClose() {}
+
+std::int32_t gitGetCommitInfo(TXPSZ, TXPSZ, TXPSZ, TXHREFVAR)
+{
+    return statusNoGitModel;
+}
+
+std::int32_t gitGetHistoryInfo(TXPSZ, TXPSZ, TXHREFVAR, TXPSZ, std::int32_t, std::int32_t, std::int32_t)
+{
+    return statusNoGitModel;
+}
+
+std::int32_t gitGetBranchInfoRunning()
+{
+    return 0;
+}
+
+std::int32_t gitFilterTree(TMStringConst, TXHREFVAR)
+{
+    return statusNoGitModel;
+}
+
+std::int32_t gitGetDiffInfo(TXPSZ, TXPSZ, TXHREFVAR, TXPSZ)
+{
+    return statusNoGitModel;
+}
+
+std::int32_t gitGettingInfo()
+{
+    return 0;
+}
+
+TXPSZ gitGetBranchName(std::int32_t)
+{
+    return "Error";
+}
+
+TXPSZ gitGetBranchHash(std::int32_t)
+{
+    return "";
+}
+
+TXPSZ gitCurBranchEndHash()
+{
+    return "";
+}
+
+void recentFilesAdd(TXPSZ) {}
+
+void recentFilesProcessPending() {}
+
+std::int32_t svcLiveDiffGetVCFile(TMStringConst, TMStringConst, TMStringConst, TMStringByRef, TMStringConst)
+{
+    return 1;
+}
+
+std::int32_t svcLiveDiffGetVCFileImmediate(TMStringConst, TMStringConst, TMStringConst, TMStringByRef, TMStringConst)
+{
+    return statusLiveDiffImmediateFailed;
+}
+
+std::int32_t svcLiveDiffHaveVCFile(TMStringConst)
+{
+    return 0;
+}

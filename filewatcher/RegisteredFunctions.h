@@ -1,0 +1,62 @@
+#pragma once
+
+#include "txapi/txapi.h"
+
+#include <cstdint>
+
+// The functions that the module registers with the editor, in the order of registration. The editor calls them on its
+// own thread only; each returns without waiting for a disk, a network or a tool, but those that stop threads or
+// say otherwise. What each does stands with its implementation's header.
+
+extern "C" {
+
+// Watch registry; exported under their plain names as well.
+
+/// Queues the directory `path` for one status pass of the watch type's thread, which is created, configured and started
+/// as needed. 0: started, unknown type, or display switched off after too much output; -1: added to a thread that runs;
+/// -2173: the editor's edition lacks the feature.
+TX_EXPORTED std::int32_t filewatcherAddPath(TXPSZ path, std::int32_t type, std::int32_t flag);
+/// Takes one path (compared to the byte) out of the queue of the first type in the mask: 1, else 8, else 4.
+TX_EXPORTED void filewatcherRemovePath(TXPSZ path, std::int32_t typeMask);
+/// Empties that queue; the thread goes on.
+TX_EXPORTED void filewatcherRemoveType(std::int32_t typeMask);
+/// Reads the settings of a type (1, 16, 8 or 32) unless its thread has them.
+TX_EXPORTED void filewatcherInitType(std::int32_t type);
+/// Stops and destroys the threads in the mask; returns when they have ended.
+TX_EXPORTED void filewatcherStop(std::int32_t typeMask);
+
+/// Suspends (not 0) or resumes all status threads, those that come later included; waits for nothing.
+void filewatcherSetSuspendState(std::int32_t suspended);
+/// Stops and destroys every background thread; returns when they have ended.
+void filewatcher_stop_async_work();
+
+// Reload tables.
+std::int32_t getFastReloadInfoTable(TXHREFVAR fileNames, std::int32_t arg1, std::int32_t arg2, TXHREFVAR result, std::int32_t budgetMs);
+std::int32_t getSlowReloadFiles(TXHREFVAR result);
+
+// Git browser.
+std::int32_t gitGetBranchInfo(TXPSZ repository, TXPSZ git);
+void gitBranchClose();
+std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR result);
+std::int32_t gitGetHistoryInfo(TXPSZ file, TXPSZ git, TXHREFVAR result, TXPSZ revision, std::int32_t newestOnly, std::int32_t follow,
+                               std::int32_t workingFile);
+std::int32_t gitGetBranchInfoRunning();
+std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR tree);
+std::int32_t gitGetDiffInfo(TXPSZ repository, TXPSZ git, TXHREFVAR result, TXPSZ revision);
+std::int32_t gitGettingInfo();
+TXPSZ gitGetBranchName(std::int32_t number);
+TXPSZ gitGetBranchHash(std::int32_t number);
+TXPSZ gitCurBranchEndHash();
+
+// Recent files.
+void recentFilesAdd(TXPSZ path);
+void recentFilesProcessPending();
+
+// Live diff.
+std::int32_t svcLiveDiffGetVCFile(TMStringConst request, TMStringConst command, TMStringConst file, TMStringByRef cacheFile,
+                                  TMStringConst workingDirectory);
+std::int32_t svcLiveDiffGetVCFileImmediate(TMStringConst request, TMStringConst command, TMStringConst file, TMStringByRef cacheFile,
+                                           TMStringConst workingDirectory);
+std::int32_t svcLiveDiffHaveVCFile(TMStringConst cacheFile);
+
+}  // extern "C"

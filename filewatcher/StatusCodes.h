@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstdint>
+
+// Results of the module's functions and threads that the editor knows by number.
+inline constexpr std::int32_t statusAlreadyRunning = -1;
+inline constexpr std::int32_t statusNoExecutable = -2;
+inline constexpr std::int32_t statusFeatureUnavailable = -2173;
+inline constexpr std::int32_t statusStopRequested = -102621;
+inline constexpr std::int32_t statusLiveDiffImmediateFailed = -104370;
+inline constexpr std::int32_t statusNoGitModel = -104399;

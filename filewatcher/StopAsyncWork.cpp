@@ -1,0 +1,11 @@
+#include "filewatcher/GitStatusThread.h"
+#include "filewatcher/PerforceStatusThread.h"
+#include "filewatcher/RegisteredFunctions.h"
+#include "filewatcher/SVNStatusThread.h"
+
+void filewatcher_stop_async_work()
+{
+    GitStatusThread::stopInstance();
+    SVNStatusThread::stopInstance();
+    PerforceStatusThread::stopInstance();
+}

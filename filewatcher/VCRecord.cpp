@@ -1,0 +1,37 @@
+#include "filewatcher/VCRecord.h"
+
+#include "common/cmStringCatHelper.h"
+#include "txapi/txapi.h"
+
+namespace {
+
+constexpr std::int32_t stateUnknown = -1;
+
+}  // namespace
+
+bool hasStatusToken(cmROStringT list, cmROStringT token)
+{
+    const cmStringT wrappedList = cmCat("|") + list + "|";
+    const cmStringT wrappedToken = cmCat("|") + token + "|";
+    return wrappedList.view().find(wrappedToken) != cmROStringT::npos;
+}
+
+void addStatusToken(cmStringT& list, cmROStringT token)
+{
+    if (hasStatusToken(list, token))
+        return;
+    if (!list.isEmpty())
+        list += '|';
+    list += token;
+}
+
+void markFile(const cmStringT& path, std::int32_t tool, cmROStringT token)
+{
+    const tamarin::TMString file(path);
+    TXVCRECORD record;
+    record.state = stateUnknown;
+    txVCGetRecord(file, record);
+    record.tool = tool;
+    addStatusToken(record.localStatus, token);
+    txVCSetRecord(file, record);
+}

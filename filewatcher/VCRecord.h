@@ -1,0 +1,15 @@
+#pragma once
+
+#include "common/cmString.h"
+
+#include <cstdint>
+
+// How status threads write results into the editor's version-control records. Status lists hold tokens separated by "|",
+// without one at either end.
+
+/// Whether a status list holds `token`.
+bool hasStatusToken(cmROStringT list, cmROStringT token);
+/// Appends `token` to a status list that lacks it.
+void addStatusToken(cmStringT& list, cmROStringT token);
+/// Adds `token` to the local status of the file `path` (absolute, native separators) in the name of `tool`. Any thread.
+void markFile(const cmStringT& path, std::int32_t tool, cmROStringT token);

@@ -1,0 +1,45 @@
+#include "filewatcher/VCStatusSettings.h"
+
+#include "filewatcher/EditorSettings.h"
+#include "filewatcher/GitStatusThread.h"
+#include "filewatcher/PerforceStatusThread.h"
+#include "filewatcher/SVNStatusThread.h"
+#include "filewatcher/SuspendState.h"
+
+namespace {
+
+constexpr std::int32_t missingSetting = -1;
+
+template <class Thread>
+std::int32_t readStatusSettings()
+{
+    Thread* thread = Thread::instance(true);
+    if (thread->isConfigured())
+        return 0;
+    thread->setSuspended(isSuspendStateSet());
+    const cmStringT exePath = callEditorMacro(Thread::tool.exePathMacro);
+    const std::int32_t interval = editorSetting(Thread::tool.intervalSetting, missingSetting);
+    if (exePath.isEmpty())
+        return statusNoExecutable;
+    const std::int32_t maxOutputSize = editorSetting("def_vc_max_status_output_size", missingSetting);
+    if (interval != missingSetting)
+        thread->setStatusConfig(exePath, static_cast<std::uint32_t>(interval) * 1000, maxOutputSize);
+    return 0;
+}
+
+}  // namespace
+
+std::int32_t readGitStatusSettings()
+{
+    return readStatusSettings<GitStatusThread>();
+}
+
+std::int32_t readPerforceStatusSettings()
+{
+    return readStatusSettings<PerforceStatusThread>();
+}
+
+std::int32_t readSvnStatusSettings()
+{
+    return readStatusSettings<SVNStatusThread>();
+}

@@ -1,0 +1,41 @@
+# What the scripts at the top share. Sourced, with the working directory at the top of the project.
+
+# ensure_packages GROUP...: installs what is missing of these groups of packages.txt.
+ensure_packages() {
+    local group package missing=()
+    while read -r group package; do
+        case " $* " in
+            *" $group "*) dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q ' installed$' || missing+=("$package") ;;
+        esac
+    done < <(grep -v '^#' tools/packages.txt)
+    [ ${#missing[@]} -eq 0 ] && return 0
+
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! sudo -n true 2>/dev/null && ! { [ -t 0 ] && command -v sudo >/dev/null; }; then
+            echo "These Debian packages are missing; install them first:" >&2
+            echo "  apt-get install ${missing[*]}" >&2
+            exit 1
+        fi
+        as_root=(sudo)
+    fi
+    echo "Installing: ${missing[*]}" >&2
+    local log
+    log=$(mktemp)
+    if ! { "${as_root[@]}" apt-get update -q && "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -q -y --no-install-recommends "${missing[@]}"; } >"$log" 2>&1 </dev/null; then
+        cat "$log" >&2
+        exit 1
+    fi
+    rm -f "$log"
+}
+
+# build PRESET: configures and builds it, silently unless that fails.
+build() {
+    local log=build/$1.log
+    mkdir -p build
+    if ! { cmake --preset "$1" && cmake --build --preset "$1"; } >"$log" 2>&1 </dev/null; then
+        cat "$log" >&2
+        exit 1
+    fi
+}
