@@ -7,8 +7,8 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
-#include <sys/pidfd.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -168,7 +168,7 @@ bool ChildStarter::start(ChildProcess& process, cmStringT& detail) const
         detail = cmCat(noDirectory ? workingDirectory : program) + ": " + (noDirectory ? "no such directory" : std::strerror(error));
         return false;
     }
-    const int handle = pidfd_open(child, 0);
+    const auto handle = static_cast<int>(syscall(SYS_pidfd_open, child, 0));
     if (handle < 0) {
         detail = cmCat(program) + ": " + std::strerror(errno);
         kill(-child, SIGKILL);

@@ -133,8 +133,9 @@ cmStringT quoteForWindowsShell(cmROStringT word)
 {
     if (!word.empty() && std::all_of(word.begin(), word.end(), [](char c) { return isPlain(c) && c != '^'; }))
         return word;
+    const cmStringT quoted = inDoubleQuotes(word);
     cmStringT escaped("");
-    for (const char c : inDoubleQuotes(word).view()) {
+    for (const char c : quoted.view()) {
         if (cmROStringT("()%!^\"<>&|").find(c) != cmROStringT::npos)
             escaped += '^';
         escaped += c;

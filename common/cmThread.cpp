@@ -106,6 +106,12 @@ bool cmThread::isRunning()
     return handle != nullptr;
 }
 
+bool cmThread::isJoining()
+{
+    cmMutexLock hold(lock);
+    return joining != 0;
+}
+
 std::int32_t cmThread::getStatus()
 {
     cmMutexLock hold(lock);

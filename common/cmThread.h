@@ -40,6 +40,8 @@ public:
     /// Returns 0 when the thread was started, 1 when it runs already or could not be created.
     int start();
     bool isRunning();
+    /// Whether somebody is inside `join`.
+    bool isJoining();
     /// 0 before the first start, 1 while or after a start that failed, cmThreadStillRunning, or the body's result.
     std::int32_t getStatus();
     std::uint32_t getThreadId();

@@ -55,6 +55,12 @@ void VariableStore::destroy(TXHVAR handle)
     m_owned.erase(found);
 }
 
+const VariableValue* VariableStore::value(TXHVAR handle) const
+{
+    const Variable* variable = find(handle);
+    return variable ? &variable->value : nullptr;
+}
+
 std::int32_t VariableStore::getInt(TXHVAR handle) const
 {
     const Variable* variable = find(handle);

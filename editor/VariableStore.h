@@ -26,6 +26,8 @@ public:
     /// How many variables stand for themselves now; elements are not counted.
     std::size_t count() const { return m_owned.size(); }
 
+    /// Null when the handle is invalid.
+    const VariableValue* value(TXHVAR handle) const;
     std::int32_t getInt(TXHVAR handle) const;
     void setInt(TXHVAR handle, std::int64_t value);
     /// Nothing when the handle is invalid.

@@ -34,7 +34,7 @@ ensure_packages() {
 build() {
     local log=build/$1.log
     mkdir -p build
-    if ! { cmake --preset "$1" && cmake --build --preset "$1"; } >"$log" 2>&1 </dev/null; then
+    if ! { cmake --preset "$1" && cmake --build --preset "$1" -- --quiet; } >"$log" 2>&1 </dev/null; then
         cat "$log" >&2
         exit 1
     fi

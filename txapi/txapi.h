@@ -126,7 +126,8 @@ TXAPI void txVCPassEnd(const tamarin::TMString& path, std::int32_t status);
 TXAPI std::int32_t txXMLLoadText(const cmStringT& text);
 /// 306. The document element of a loaded document, or 0.
 TXAPI std::int32_t txXMLRoot(std::int32_t document);
-/// 1005. The nodes that an XPath expression selects, in document order. Returns their number or a negative status.
+/// 1005. The nodes that an XPath expression selects, in document order; `nodes` is emptied first. Returns their number or a
+/// negative status.
 TXAPI std::int32_t txXMLSelect(std::int32_t document, TXPSZ path, cmArray<std::int32_t>& nodes);
 /// 600. The first child element of that name, or 0.
 TXAPI std::int32_t txXMLChild(std::int32_t document, std::int32_t node, TXPSZ name);
@@ -163,7 +164,8 @@ TXAPI std::int32_t txFindPicture(TXPSZ name);
 
 // --- Timers and log ----------------------------------------------------------------------------------------------
 
-/// Calls `routine` on the editor's thread every `ms` milliseconds until it is killed. Returns the timer's id, 0 or more.
+/// Calls `routine` on the editor's thread every `ms` milliseconds until it is killed. Returns the timer's id, 0 or more; -1
+/// for a null routine.
 TXAPI std::int32_t txSetTimer(std::int32_t ms, void (*routine)());
 TXAPI void txKillTimer(std::int32_t timer);
 /// Any thread. Adds a line to the editor's debug log; a line end is added.

@@ -1,0 +1,44 @@
+#include "editor/BrowserTree.h"
+
+#include <utility>
+
+void BrowserTree::clear()
+{
+    for (const TreeRow& row : m_rows)
+        m_variables.destroy(row.userData);
+    m_rows.clear();
+    m_rowOfNode.clear();
+}
+
+std::int32_t BrowserTree::add(std::int32_t after, const cmStringT& caption, std::int32_t flags, TXHVAR userData)
+{
+    if (after != 0 && !isNode(after))
+        return 0;
+    const std::size_t position = after == 0 ? 0 : m_rowOfNode[static_cast<std::size_t>(after) - 1] + 1;
+    if (position < m_rows.size()) {
+        for (std::size_t& row : m_rowOfNode)
+            if (row >= position)
+                ++row;
+    }
+    TreeRow row;
+    row.caption = caption;
+    row.flags = flags;
+    row.userData = m_variables.copy(userData);
+    m_rows.insert(m_rows.begin() + static_cast<std::ptrdiff_t>(position), std::move(row));
+    m_rowOfNode.push_back(position);
+    return static_cast<std::int32_t>(m_rowOfNode.size());
+}
+
+void BrowserTree::setDate(std::int32_t node, std::int32_t column, const TXDATETIME& date)
+{
+    if (!isNode(node))
+        return;
+    TreeRow& row = m_rows[m_rowOfNode[static_cast<std::size_t>(node) - 1]];
+    row.dateColumn = column;
+    row.date = date;
+}
+
+bool BrowserTree::isNode(std::int32_t node) const
+{
+    return node > 0 && static_cast<std::size_t>(node) <= m_rowOfNode.size();
+}

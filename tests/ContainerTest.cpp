@@ -1,0 +1,84 @@
+#include "common/cmDictionary.h"
+#include "common/cmQueue.h"
+#include "common/cmString.h"
+#include "common/cmStringCatHelper.h"
+#include "common/cmThinString.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <utility>
+
+namespace {
+
+TEST(String, TellsNullFromEmpty)
+{
+    EXPECT_TRUE(cmStringT().isNull());
+    EXPECT_TRUE(cmStringT(static_cast<const char*>(nullptr)).isNull());
+    EXPECT_FALSE(cmStringT("").isNull());
+    EXPECT_STREQ(cmStringT().c_str(), "");
+    cmStringT null;
+    const cmStringT copy(null);
+    EXPECT_TRUE(copy.isNull());
+    EXPECT_EQ(copy, "");
+    null += cmROStringT();
+    EXPECT_FALSE(null.isNull());
+}
+
+TEST(String, HoldsAnyBytesAndItsOwnParts)
+{
+    cmStringT text(cmROStringT("a\0b", 3));
+    EXPECT_EQ(text.length(), 3u);
+    for (int i = 0; i < 12; ++i)
+        text += text.view();
+    EXPECT_EQ(text.length(), 3u << 12);
+    EXPECT_EQ(text.view().substr(text.length() - 3), cmROStringT("a\0b", 3));
+    text.append(text.view().substr(1, 2));
+    EXPECT_EQ(text.view().substr(text.length() - 4), cmROStringT("\0b\0b", 4));
+    text.assign(text.view().substr(2, 4));
+    EXPECT_EQ(text, cmROStringT("ba\0b", 4));
+
+    cmStringT moved(std::move(text));
+    text = moved;
+    EXPECT_EQ(text, moved);
+    text.truncate(1);
+    EXPECT_EQ(text, "b");
+}
+
+TEST(String, JoinsPiecesOfEveryKind)
+{
+    const cmStringT name("git");
+    const cmThinStringT thin("status");
+    const cmStringT joined = cmCat("\"") + name + "\" " + cmStringT(thin);
+    EXPECT_EQ(joined, "\"git\" status");
+    EXPECT_EQ(cmWithoutLineEnd("a\n\r\n"), "a\n");
+    EXPECT_LT(cmStringT("a"), cmStringT("b"));
+    EXPECT_EQ((cmDictionary<cmStringT, int>{{joined, 7}}).at("\"git\" status"), 7);
+}
+
+TEST(Queue, KeepsOrderAndHoldsOthersOutWhileItIsWalked)
+{
+    cmQueue<int> queue;
+    for (int i = 0; i < 100; ++i)
+        queue.push(i);
+    std::thread writer;
+    int expected = 0;
+    {
+        const auto end = queue.end();
+        for (auto item = queue.begin(); !(item == end); ++item) {
+            if (!writer.joinable())
+                writer = std::thread([&queue] { queue.push(100); });
+            EXPECT_EQ(*item, expected++);
+        }
+    }
+    writer.join();
+    EXPECT_EQ(expected, 100);
+    for (int i = 0, taken = -1; i <= 100; ++i) {
+        ASSERT_TRUE(queue.pop(taken));
+        EXPECT_EQ(taken, i);
+    }
+    EXPECT_TRUE(queue.isEmpty());
+    EXPECT_FALSE(queue.pop(expected));
+}
+
+}  // namespace

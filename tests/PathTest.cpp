@@ -1,0 +1,56 @@
+#include "common/cmPath.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr cmPathStyle posix = cmPathStyle::posix;
+constexpr cmPathStyle windows = cmPathStyle::windows;
+
+cmStringT relative(cmROStringT path, cmROStringT directory, cmPathStyle style)
+{
+    cmROStringT rest = "<outside>";
+    cmRelativePath(path, directory, rest, style);
+    return rest;
+}
+
+TEST(Path, FindsTheRestBelowADirectory)
+{
+    EXPECT_EQ(relative("/a/b/c", "/a/b", posix), "c");
+    EXPECT_EQ(relative("/a/b", "/a/b", posix), "");
+    EXPECT_EQ(relative("/a", "/", posix), "a");
+    EXPECT_EQ(relative("/a/bc", "/a/b", posix), "<outside>");
+    EXPECT_EQ(relative("/A/b", "/a", posix), "<outside>");
+    EXPECT_EQ(relative(R"(c:\Work\src)", R"(C:\work)", windows), "src");
+    EXPECT_EQ(relative(R"(C:\src)", R"(C:\)", windows), "src");
+    EXPECT_EQ(relative(R"(C:\workshop)", R"(C:\work)", windows), "<outside>");
+}
+
+TEST(Path, DropsOneTrailingSeparatorButNeverTheRoot)
+{
+    EXPECT_EQ(cmWithoutTrailingSeparator("/a/b/", posix), "/a/b");
+    EXPECT_EQ(cmWithoutTrailingSeparator("/", posix), "/");
+    EXPECT_EQ(cmWithoutTrailingSeparator("/a\\", posix), "/a\\");
+    EXPECT_EQ(cmWithoutTrailingSeparator(R"(C:\a\)", windows), R"(C:\a)");
+    EXPECT_EQ(cmWithoutTrailingSeparator(R"(C:\)", windows), R"(C:\)");
+    EXPECT_EQ(cmWithoutTrailingSeparator("", windows), "");
+}
+
+TEST(Path, JoinsAndTurnsSeparators)
+{
+    EXPECT_EQ(cmJoinPath("/a", "b", posix), "/a/b");
+    EXPECT_EQ(cmJoinPath("/", "b", posix), "/b");
+    EXPECT_EQ(cmJoinPath(R"(C:\a)", "b", windows), R"(C:\a\b)");
+    EXPECT_EQ(cmNativeSeparators("C:/a/b c", windows), R"(C:\a\b c)");
+    EXPECT_EQ(cmNativeSeparators("/a\\b", posix), "/a\\b");
+}
+
+TEST(Path, KnowsAbsolutePaths)
+{
+    for (const char* path : {"C:\\a", "c:/a", R"(\\server\share)"})
+        EXPECT_TRUE(cmIsAbsolutePath(path, windows)) << path;
+    for (const char* path : {"C:a", "\\a", "/a", "a", ""})
+        EXPECT_FALSE(cmIsAbsolutePath(path, windows)) << path;
+}
+
+}  // namespace

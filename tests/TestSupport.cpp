@@ -1,0 +1,83 @@
+#include "tests/TestSupport.h"
+
+#include "common/CommandRunner.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <thread>
+
+namespace fs = std::filesystem;
+
+TempFolder::TempFolder()
+{
+    static std::atomic<int> counter{0};
+    std::random_device random;
+    m_path = fs::canonical(fs::temp_directory_path()) / ("fwtest-" + std::to_string(random()) + "-" + std::to_string(counter++));
+    fs::create_directories(m_path);
+}
+
+TempFolder::~TempFolder()
+{
+    std::error_code ignored;
+    fs::remove_all(m_path, ignored);
+}
+
+void writeFile(const fs::path& path, const std::string& content)
+{
+    fs::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << content;
+}
+
+std::string readFile(const fs::path& path)
+{
+    std::ostringstream content;
+    content << std::ifstream(path, std::ios::binary).rdbuf();
+    return content.str();
+}
+
+std::string helperAs(const TempFolder& folder, const std::string& behaviour)
+{
+    const fs::path helper(TEST_HELPER);
+    const fs::path copy = folder / (behaviour + helper.extension().string());
+    fs::copy_file(helper, copy, fs::copy_options::overwrite_existing);
+    return copy.string();
+}
+
+bool eventually(const std::function<bool()>& condition, std::chrono::milliseconds limit)
+{
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return true;
+}
+
+std::string git(const fs::path& directory, const std::vector<std::string>& arguments)
+{
+    cmStringT command("\"git\"");
+    for (const std::string& argument : arguments) {
+        command += ' ';
+        command += quoteArgument(argument);
+    }
+    cmStringT output("");
+    const CaptureResult result =
+        captureCommand(command, 0, directory.string(), {}, [&output](cmROStringT bytes) { output += bytes; });
+    EXPECT_EQ(result.status, 0) << result.failure.c_str();
+    EXPECT_EQ(result.errorOutput.view().find("fatal:"), cmROStringT::npos) << result.errorOutput.c_str();
+    return output.c_str();
+}
+
+void makeRepository(const fs::path& directory)
+{
+    fs::create_directories(directory);
+    git(directory, {"init", "--quiet", "--initial-branch=main"});
+    git(directory, {"config", "user.name", "Ada"});
+    git(directory, {"config", "user.email", "ada@example.org"});
+    git(directory, {"config", "commit.gpgSign", "false"});
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+/// A folder of its own that goes with the object.
+class TempFolder {
+public:
+    TempFolder();
+    ~TempFolder();
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+
+    const std::filesystem::path& path() const { return m_path; }
+    std::filesystem::path operator/(const std::string& name) const { return m_path / name; }
+
+private:
+    std::filesystem::path m_path;
+};
+
+void writeFile(const std::filesystem::path& path, const std::string& content);
+std::string readFile(const std::filesystem::path& path);
+
+/// A copy of the helper program in `folder` that behaves as `behaviour` says, whatever its arguments.
+std::string helperAs(const TempFolder& folder, const std::string& behaviour);
+
+/// Asks until `condition` holds or `limit` has passed; returns whether it holds.
+bool eventually(const std::function<bool()>& condition, std::chrono::milliseconds limit = std::chrono::seconds(10));
+
+/// Runs git in `directory`; fails the test when git fails. Returns its output.
+std::string git(const std::filesystem::path& directory, const std::vector<std::string>& arguments);
+/// A new repository in `directory` with an identity of its own.
+void makeRepository(const std::filesystem::path& directory);
+
+// What the system knows of this process.
+std::size_t openDescriptors();
+std::size_t threadCount();
+/// How many living processes run the program at `path`.
+std::size_t processesOf(const std::string& path);
+/// How many children of this process have ended and were not reaped.
+std::size_t zombieChildren();

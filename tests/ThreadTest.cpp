@@ -1,0 +1,160 @@
+#include "common/cmThread.h"
+#include "tests/TestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <utility>
+
+namespace {
+
+class Worker : public cmThread {
+public:
+    explicit Worker(std::function<std::int32_t(Worker&)> body) : m_body(std::move(body)) {}
+    ~Worker() override
+    {
+        if (onDestroyed)
+            onDestroyed();
+    }
+    std::int32_t run() override { return m_body(*this); }
+
+    std::function<void()> onDestroyed;
+
+private:
+    std::function<std::int32_t(Worker&)> m_body;
+};
+
+TEST(Thread, GoesThroughItsStatesAndStartsAgain)
+{
+    cmThreadEvent gate(true, false);
+    Worker worker([&gate](Worker& self) {
+        EXPECT_EQ(cmThread::current(), &self);
+        gate.wait(cmWaitInfinite);
+        return 42;
+    });
+    EXPECT_EQ(worker.getStatus(), 0);
+    EXPECT_TRUE(worker.join());
+    EXPECT_FALSE(worker.isRunning());
+    worker.requestStop();
+    for (int round = 0; round < 2; ++round) {
+        gate.reset();
+        ASSERT_EQ(worker.start(), 0);
+        EXPECT_FALSE(worker.stopRequested());
+        EXPECT_EQ(worker.getStatus(), cmThreadStillRunning);
+        EXPECT_NE(worker.getThreadId(), 0u);
+        EXPECT_EQ(worker.start(), 1);
+        EXPECT_TRUE(worker.isRunning());
+        gate.set();
+        EXPECT_TRUE(worker.join());
+        EXPECT_EQ(worker.getStatus(), 42);
+        EXPECT_FALSE(worker.isRunning());
+    }
+    EXPECT_EQ(cmThread::current(), nullptr);
+}
+
+TEST(Thread, SetsItsStopEventWithEveryStopRequest)
+{
+    cmThreadEvent stop(true, false);
+    Worker worker([&stop](Worker& self) {
+        EXPECT_EQ(stop.wait(cmWaitInfinite), cmWaitSignalled);
+        return self.stopRequested() ? 1 : 0;
+    });
+    worker.setStopEvent(&stop);
+    worker.start();
+    worker.requestStop();
+    worker.join();
+    EXPECT_EQ(worker.getStatus(), 1);
+}
+
+TEST(Thread, LeavesNoThreadBehindWhenNobodyJoins)
+{
+    const std::size_t before = threadCount();
+    for (int round = 0; round < 50; ++round) {
+        Worker worker([](Worker&) { return 0; });
+        worker.start();
+        ASSERT_TRUE(eventually([&worker] { return !worker.isRunning(); }));
+    }
+    // The kernel may list a thread for an instant after it was joined.
+    EXPECT_TRUE(eventually([before] { return threadCount() == before; }));
+}
+
+/// Deletes itself; the outside world learns on which cmThread.
+Worker* makeAutoDeleted(std::function<std::int32_t(Worker&)> body, std::atomic<int>& deletions, std::atomic<cmThread*>& deletedOn)
+{
+    auto* worker = new Worker(std::move(body));
+    worker->setAutoDelete(true);
+    worker->onDestroyed = [&deletions, &deletedOn] {
+        deletedOn = cmThread::current();
+        ++deletions;
+    };
+    return worker;
+}
+
+TEST(Thread, DeletesItselfWhenItEnds)
+{
+    std::atomic<int> deletions{0};
+    std::atomic<cmThread*> deletedOn{nullptr};
+    Worker* worker = makeAutoDeleted([](Worker&) { return 0; }, deletions, deletedOn);
+    worker->start();
+    EXPECT_TRUE(eventually([&deletions] { return deletions == 1; }));
+    EXPECT_EQ(deletedOn, worker);
+}
+
+TEST(Thread, IsDeletedByItsJoiner)
+{
+    std::atomic<int> deletions{0};
+    std::atomic<cmThread*> deletedOn{nullptr};
+    const auto endOnceJoined = [](Worker& self) { return eventually([&self] { return self.isJoining(); }) ? 0 : 1; };
+    Worker* worker = makeAutoDeleted(endOnceJoined, deletions, deletedOn);
+    worker->start();
+    EXPECT_TRUE(worker->join());
+    EXPECT_EQ(deletions, 1);
+    EXPECT_EQ(deletedOn, nullptr);
+}
+
+TEST(Event, WaitsUntilItIsSetOrTheTimeIsOver)
+{
+    cmThreadEvent manual(true, false);
+    EXPECT_EQ(manual.wait(0), cmWaitTimeout);
+    manual.set();
+    EXPECT_EQ(manual.wait(0), cmWaitSignalled);
+    EXPECT_EQ(manual.wait(cmWaitInfinite), cmWaitSignalled);
+    manual.reset();
+    EXPECT_EQ(manual.wait(5), cmWaitTimeout);
+
+    cmThreadEvent automatic(false, true);
+    EXPECT_EQ(automatic.wait(0), cmWaitSignalled);
+    EXPECT_EQ(automatic.wait(0), cmWaitTimeout);
+}
+
+TEST(Event, CountsItsWaitersAndReleasesThemAll)
+{
+    cmThreadEvent event(true, false);
+    Worker first([&event](Worker&) { return static_cast<std::int32_t>(event.wait(cmWaitInfinite)); });
+    Worker second([&event](Worker&) { return static_cast<std::int32_t>(event.wait(cmWaitInfinite)); });
+    first.start();
+    second.start();
+    EXPECT_TRUE(eventually([&event] { return event.waiterCount() == 2; }));
+    event.set();
+    first.join();
+    second.join();
+    EXPECT_EQ(event.waiterCount(), 0);
+    EXPECT_EQ(first.getStatus() + second.getStatus(), 0);
+}
+
+TEST(Mutex, IsRecursiveAndHarmlessOnceTornDown)
+{
+    cmMutex mutex;
+    mutex.lock();
+    mutex.lock();
+    mutex.unlock();
+    mutex.unlock();
+    mutex.destroy();
+    EXPECT_FALSE(mutex.isInitialized());
+    mutex.lock();
+    mutex.unlock();
+    mutex.destroy();
+}
+
+}  // namespace

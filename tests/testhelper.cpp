@@ -1,0 +1,107 @@
+// The child program of the tests: one behaviour per name, taken from the first argument or, for a copy of this program
+// under another name, from that name (so that it can stand in for a tool).
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <iterator>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+extern char** environ;
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+std::string self;
+
+void sleepMs(int ms)
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(ms));
+}
+
+[[noreturn]] void hang()
+{
+    for (;;)
+        sleepMs(1000);
+}
+
+void startHangingChild()
+{
+    if (std::system(("\"" + self + "\" hang &").c_str()) != 0)
+        std::exit(3);
+}
+
+/// `count` bytes, of which no two runs of 251 are aligned alike.
+std::string pattern(std::size_t count)
+{
+    std::string bytes(count, '\0');
+    for (std::size_t i = 0; i < count; ++i)
+        bytes[i] = static_cast<char>(i % 251);
+    return bytes;
+}
+
+void writeTo(std::FILE* stream, const std::string& bytes)
+{
+    std::fwrite(bytes.data(), 1, bytes.size(), stream);
+    std::fflush(stream);
+}
+
+void floodBoth(std::size_t count)
+{
+    const std::string block = pattern(count);
+    std::thread other([&block] { writeTo(stderr, block); });
+    writeTo(stdout, block);
+    other.join();
+}
+
+const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
+{
+    static const std::map<std::string, std::function<void(const Arguments&)>> table{
+        {"args", [](const Arguments& a) { for (const std::string& text : a) std::cout << text.size() << ':' << text << '\n'; }},
+        {"bytes", [](const Arguments& a) { writeTo(stdout, pattern(std::stoul(a.at(0)))); }},
+        {"both", [](const Arguments& a) { floodBoth(std::stoul(a.at(0))); }},
+        {"hang", [](const Arguments&) { hang(); }},
+        {"sleep", [](const Arguments& a) { sleepMs(std::stoi(a.at(0))); }},
+        {"leave-child", [](const Arguments&) { writeTo(stdout, "parent"); startHangingChild(); }},
+        {"close-output", [](const Arguments& a) { std::fclose(stdout); sleepMs(std::stoi(a.at(0))); }},
+        {"error", [](const Arguments& a) { writeTo(stderr, a.at(0)); }},
+        {"directory", [](const Arguments&) { std::cout << std::filesystem::current_path().string(); }},
+        {"environment", [](const Arguments&) { for (char** v = environ; *v; ++v) std::cout << *v << '\n'; }},
+        {"count-input", [](const Arguments&) { std::cout << std::string(std::istreambuf_iterator<char>(std::cin), {}).size(); }},
+        {"show", [](const Arguments& a) { std::cout << std::ifstream(a.at(0)).rdbuf(); }},
+        {"mark", [](const Arguments& a) { std::ofstream(a.at(0)) << "was here"; }},
+        // Stand-ins for a tool, by the name of the copy.
+        {"tool-hangs", [](const Arguments&) { hang(); }},
+        {"tool-hangs-with-child", [](const Arguments&) { startHangingChild(); hang(); }},
+        {"tool-floods", [](const Arguments&) { for (const std::string block = pattern(65536);;) writeTo(stdout, block); }},
+        {"tool-fails", [](const Arguments&) { writeTo(stderr, "fatal: this tool always fails\n"); }},
+    };
+    return table;
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    self = argv[0];
+    Arguments arguments(argv + 1, argv + argc);
+    std::string name = std::filesystem::path(self).stem().string();
+    if (behaviours().count(name) == 0) {
+        if (arguments.empty())
+            return 2;
+        name = arguments.front();
+        arguments.erase(arguments.begin());
+    }
+    const auto behaviour = behaviours().find(name);
+    if (behaviour == behaviours().end())
+        return 2;
+    behaviour->second(arguments);
+}

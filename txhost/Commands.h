@@ -1,0 +1,19 @@
+#pragma once
+
+#include "txhost/Host.h"
+
+#include <string>
+#include <vector>
+
+// The commands of txhost. Each returns the exit code (0 done, 1 the module reported a failure) or throws HostError.
+
+/// Makes a scratch repository and uses every feature on it.
+int runTour(const HostOptions& options);
+/// The prototypes, in order of registration.
+int runFunctions(const HostOptions& options);
+/// Calls one function with arguments as text; those for variables by reference are JSON.
+int runCall(const HostOptions& options, const std::string& name, const std::vector<std::string>& arguments);
+/// One status pass per directory.
+int runStatus(const HostOptions& options, const std::vector<std::string>& directories);
+/// Status passes over the directories at the update interval, until Ctrl-C.
+int runWatch(const HostOptions& options, const std::vector<std::string>& directories);

@@ -1,0 +1,37 @@
+#include "txhost/Console.h"
+
+#include "common/cmStringCatHelper.h"
+
+#include <array>
+#include <cstdio>
+#include <ctime>
+#include <string>
+
+void console::printLine(cmROStringT line)
+{
+    std::fwrite(line.data(), 1, line.size(), stdout);
+    std::fputc('\n', stdout);
+    std::fflush(stdout);
+}
+
+void console::printError(cmROStringT line)
+{
+    const cmStringT text = cmCat("txhost: ") + line + "\n";
+    std::fwrite(text.c_str(), 1, text.length(), stderr);
+}
+
+cmStringT console::coloured(int colour, cmROStringT text)
+{
+    if (!isTerminal())
+        return text;
+    const std::string number = std::to_string(colour);
+    return cmCat("\033[") + number + "m" + text + "\033[0m";
+}
+
+cmStringT console::timeOfDay()
+{
+    const std::time_t now = std::time(nullptr);
+    std::array<char, 16> text{};
+    std::strftime(text.data(), text.size(), "%H:%M:%S", std::localtime(&now));  // one thread asks
+    return text.data();
+}

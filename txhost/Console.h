@@ -1,0 +1,27 @@
+#pragma once
+
+#include "common/cmString.h"
+
+/// What txhost wants of the terminal and of Ctrl-C.
+namespace console {
+
+/// From now on Ctrl-C (and a request to end) is only remembered.
+void catchInterrupts();
+bool wasInterrupted();
+/// Whether standard output is a terminal.
+bool isTerminal();
+/// One line on standard output, out at once: whoever reads a pipe sees it as it happens.
+void printLine(cmROStringT line);
+/// One line on standard error, behind the name of the program.
+void printError(cmROStringT line);
+/// `text` in a colour of the terminal (an SGR number); as it is when there is no terminal.
+cmStringT coloured(int colour, cmROStringT text);
+/// The time of day, "HH:MM:SS".
+cmStringT timeOfDay();
+
+inline constexpr int red = 31;
+inline constexpr int green = 32;
+inline constexpr int yellow = 33;
+inline constexpr int grey = 90;
+
+}  // namespace console

@@ -1,0 +1,35 @@
+#include "txhost/Console.h"
+
+#include <unistd.h>
+
+#include <csignal>
+
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+
+void remember(int)
+{
+    interrupted = 1;
+}
+
+}  // namespace
+
+void console::catchInterrupts()
+{
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction action {};
+        action.sa_handler = &remember;
+        sigaction(signal, &action, nullptr);
+    }
+}
+
+bool console::wasInterrupted()
+{
+    return interrupted != 0;
+}
+
+bool console::isTerminal()
+{
+    return isatty(STDOUT_FILENO) != 0;
+}

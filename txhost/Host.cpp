@@ -1,0 +1,80 @@
+#include "txhost/Host.h"
+
+#include "common/ChildProcess.h"
+#include "common/cmStringCatHelper.h"
+
+#include <cstdio>
+#include <filesystem>
+
+namespace {
+
+/// The tool as an absolute path: a name is looked for in PATH, a path may be relative to the current directory. Null when
+/// there is no such program.
+cmStringT toolPath(const std::string& named, const char* name)
+{
+    if (named.empty())
+        return findHostProgram(name);
+    const std::filesystem::path path(named);
+    return findHostProgram(path.has_parent_path() ? std::filesystem::absolute(path).string() : named);
+}
+
+}  // namespace
+
+Host::Host(const HostOptions& options) : m_options(options), m_git(toolPath(options.git, "git"))
+{
+    if (options.debug)
+        m_editor.setDebugSink([](cmROStringT line) { std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data()); });
+    for (const char* tool : {"git", "svn", "perforce"}) {
+        m_editor.setSetting(cmStringT(cmCat("def_") + tool + "_update_interval"), options.intervalSeconds);
+        m_editor.setSetting(cmStringT(cmCat("def_") + tool + "_show_file_status"), 1);
+    }
+    m_editor.setSetting("def_vc_max_status_output_size", options.maxStatusOutput);
+    m_editor.defineMacro("_GitGetExePath", [git = m_git] { return git; });
+    m_editor.defineMacro("_SVNGetExePath", [svn = toolPath(options.svn, "svn")] { return svn; });
+    m_editor.defineMacro("_PerforceGetExePath", [p4 = toolPath(options.p4, "p4")] { return p4; });
+
+    const cmStringT failure = m_module.load("filewatcher");
+    auto* init = m_module.function<std::int32_t()>("txDllInit");
+    if (!init)
+        throw HostError("the module cannot be loaded: " + std::string(failure.c_str()));
+    if (init() != 0)
+        throw HostError("the module could not register its functions");
+}
+
+Host::~Host()
+{
+    m_editor.call("filewatcher_stop_async_work", {});
+    if (auto* exit = m_module.function<void()>("txDllExit"))
+        exit();
+    m_module.unload();
+}
+
+void Host::requireGit() const
+{
+    if (!m_git.isNull())
+        return;
+    if (m_options.git.empty())
+        throw HostError("git was not found in PATH; name it with --git");
+    throw HostError("no such program: " + m_options.git);
+}
+
+std::int32_t Host::call(cmROStringT name, const cmArray<CallArgument>& arguments)
+{
+    const CallResult result = m_editor.call(name, arguments);
+    if (!result.found)
+        throw HostError(result.error.c_str());
+    return result.number.value_or(0);
+}
+
+cmStringT meaningOfStatus(std::int32_t status)
+{
+    switch (status) {
+    case -2: return "the editor names no executable for the tool";
+    case -2173: return "this edition of the editor lacks the feature";
+    case -6657: return "the tool wrote more than the limit (--max-output); its file status is switched off";
+    case -102621: return "stopped";
+    case -102646: return "the tool could not be started (--debug tells why)";
+    case -102696: return "no pipe could be made";
+    default: return "unknown";
+    }
+}

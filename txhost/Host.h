@@ -1,0 +1,56 @@
+#pragma once
+
+#include "common/cmString.h"
+#include "editor/Editor.h"
+#include "txhost/SharedLibrary.h"
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+/// What the command line says for every command.
+struct HostOptions {
+    bool json = false;
+    bool debug = false;
+    std::string git;  ///< the tools as the user named them; empty: looked for in PATH
+    std::string svn;
+    std::string p4;
+    int intervalSeconds = 2;
+    int maxStatusOutput = 64 * 1024 * 1024;  ///< bytes that one run of a tool may write
+};
+
+/// A failure to tell the user of; the program then ends with exit code 1.
+class HostError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A headless Tamarin: an editor with its settings and macros that has loaded the module. Ending it stops the module's
+/// threads and unloads it, as the editor does. For the thread that makes it.
+class Host {
+public:
+    /// Throws HostError when the module cannot be loaded.
+    explicit Host(const HostOptions& options);
+    ~Host();
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
+
+    Editor& editor() { return m_editor; }
+    const HostOptions& options() const { return m_options; }
+
+    /// Throws HostError when git was named or is needed and cannot be started.
+    void requireGit() const;
+    const cmStringT& gitPath() const { return m_git; }
+
+    /// Calls a registered function; its number, or 0 when it has none. Throws HostError when there is none of that name.
+    std::int32_t call(cmROStringT name, const cmArray<CallArgument>& arguments);
+
+private:
+    HostOptions m_options;
+    cmStringT m_git;  ///< absolute; null when not found
+    Editor m_editor;
+    SharedLibrary m_module;
+};
+
+/// What a status of the module's means, for people.
+cmStringT meaningOfStatus(std::int32_t status);

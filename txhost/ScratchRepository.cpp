@@ -1,0 +1,47 @@
+#include "txhost/ScratchRepository.h"
+
+#include "common/CommandRunner.h"
+#include "common/cmStringCatHelper.h"
+#include "txhost/Host.h"
+
+#include <fstream>
+#include <random>
+
+namespace fs = std::filesystem;
+
+ScratchRepository::ScratchRepository(const cmStringT& git) : m_git(git)
+{
+    std::random_device random;
+    m_folder = fs::canonical(fs::temp_directory_path()) / ("filewatcher-tour-" + std::to_string(random()));
+    fs::create_directories(m_folder / "repository" / "docs & notes");
+    fs::create_directories(m_folder / "outside");
+    runGit("init --quiet");
+    runGit("config user.name Tour");
+    runGit("config user.email tour@example.org");
+    runGit("config commit.gpgSign false");
+    for (const char* name : {"readme.txt", "docs & notes/plan.txt", "docs & notes/\xC3\xBC" "bersicht.txt"})
+        writeFile(name, "first line\n");
+    runGit("add .");
+    runGit("commit --quiet --message first");
+}
+
+ScratchRepository::~ScratchRepository()
+{
+    std::error_code ignored;
+    fs::remove_all(m_folder, ignored);
+}
+
+void ScratchRepository::writeFile(const std::string& name, const std::string& text)
+{
+    std::ofstream file(m_folder / "repository" / fs::path(std::u8string(name.begin(), name.end())), std::ios::binary);
+    if (!(file << text))
+        throw HostError("cannot write " + name);
+}
+
+void ScratchRepository::runGit(const std::string& arguments)
+{
+    const cmStringT command = cmCat("\"") + m_git + "\" " + arguments;
+    const CaptureResult result = captureCommand(command, spawnPlainCommand, path(), {}, [](cmROStringT) {});
+    if (result.status != 0 || result.errorOutput.view().find("fatal:") != cmROStringT::npos)
+        throw HostError("git " + arguments + ": " + result.failure.c_str() + result.errorOutput.c_str());
+}

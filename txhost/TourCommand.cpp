@@ -1,0 +1,153 @@
+#include "common/cmPath.h"
+#include "common/cmStringCatHelper.h"
+#include "txhost/Commands.h"
+#include "txhost/Console.h"
+#include "txhost/JsonText.h"
+#include "txhost/ScratchRepository.h"
+#include "txhost/StatusPoll.h"
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+namespace {
+
+constexpr std::int32_t gitWatchType = 8;
+
+/// What a step of the tour found: an empty text is not enough to fail it, `ok` alone decides.
+struct Outcome {
+    bool ok;
+    cmStringT detail;
+};
+
+/// Walks through the module's features on a scratch repository, telling what each did and how long it took.
+class Tour {
+public:
+    explicit Tour(const HostOptions& options) : m_json(options.json), m_host(options) {}
+
+    int run()
+    {
+        step("module", "loads, registers its functions", [this] { return module(); });
+        m_host.requireGit();
+        ScratchRepository repository(m_host.gitPath());
+        m_repository = &repository;
+        step("git status", "a fresh working copy has nothing modified", [this] { return cleanStatus(); });
+        step("git status", "an edited file is noticed", [this] { return editedStatus(); });
+        step("git status", "a folder by itself, with an odd name", [this] { return folderStatus(); });
+        step("git status", "a folder outside any repository", [this] { return outsideStatus(); });
+        step("suspend", "nothing runs until it is resumed", [this] { return suspended(); });
+        step("stop", "ends the thread and its tool", [this] { return stopped(); });
+        step("limit", "too much output switches a tool off", [this] { return limited(); });
+        return m_failures == 0 ? 0 : 1;
+    }
+
+private:
+    void step(cmROStringT feature, cmROStringT what, const std::function<Outcome()>& body)
+    {
+        const auto start = std::chrono::steady_clock::now();
+        const Outcome outcome = body();
+        const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
+        if (!outcome.ok)
+            ++m_failures;
+        if (m_json) {
+            console::printLine(jsonText({{"feature", jsonString(feature)},
+                                         {"what", jsonString(what)},
+                                         {"ok", outcome.ok},
+                                         {"ms", time.count()},
+                                         {"detail", jsonString(outcome.detail)}}));
+            return;
+        }
+        const cmStringT mark = outcome.ok ? console::coloured(console::green, "ok    ") : console::coloured(console::red, "FAILED");
+        char line[160];
+        std::snprintf(line, sizeof line, "  %-11.*s %-44.*s %7.1f ms  ", static_cast<int>(feature.size()), feature.data(),
+                      static_cast<int>(what.size()), what.data(), time.count());
+        console::printLine(cmStringT(cmCat(mark) + line + outcome.detail));
+    }
+
+    Outcome module()
+    {
+        const std::size_t count = m_host.editor().prototypes().size();
+        return {count == 25, cmROStringT(std::to_string(count) + " functions")};
+    }
+
+    Outcome cleanStatus()
+    {
+        const StatusRound round = pollStatus(m_host, {m_repository->path()});
+        return {round.finished && round.failed.empty() && round.outside.empty() && round.files.empty(), m_repository->path()};
+    }
+
+    /// Whether a round over `directory` finds the one file `name` modified.
+    Outcome onlyModified(const cmStringT& directory, cmROStringT name)
+    {
+        const StatusRound round = pollStatus(m_host, {directory});
+        const cmStringT path = cmJoinPath(m_repository->path(), cmNativeSeparators(name));
+        const bool found = round.finished && round.files.size() == 1 && round.files.begin()->first == path
+            && round.files.begin()->second.local == cmArray<cmStringT>{"mod"};
+        return {found, cmStringT(cmCat(name) + (found ? " is modified" : " was not found"))};
+    }
+
+    Outcome editedStatus()
+    {
+        m_repository->writeFile("readme.txt", "first line\nsecond line\n");
+        return onlyModified(m_repository->path(), "readme.txt");
+    }
+
+    Outcome folderStatus()
+    {
+        constexpr cmROStringT name = "docs & notes/\xC3\xBC" "bersicht.txt";
+        m_repository->writeFile(std::string(name), "another line\n");
+        return onlyModified(cmJoinPath(m_repository->path(), "docs & notes"), name);
+    }
+
+    Outcome outsideStatus()
+    {
+        const StatusRound round = pollStatus(m_host, {m_repository->outsidePath()});
+        return {round.finished && round.outside == cmArray<cmStringT>{m_repository->outsidePath()} && round.files.empty(),
+                "reported as outside"};
+    }
+
+    Outcome suspended()
+    {
+        Editor& editor = m_host.editor();
+        int passes = 0;
+        EditorObserver observer;
+        observer.passEnded = [&passes](const cmStringT&, std::int32_t) { ++passes; };
+        editor.setObserver(observer);
+        m_host.call("filewatcherSetSuspendState", {1});
+        m_host.call("filewatcherAddPath", {m_repository->path(), gitWatchType, 1});
+        const bool quiet = !editor.runUntil([&passes] { return passes > 0; }, 300);
+        m_host.call("filewatcherSetSuspendState", {0});
+        const bool resumed = editor.runUntil([&passes] { return passes == 1; }, 5000);
+        editor.setObserver({});
+        return {quiet && resumed, quiet ? "the queued path ran afterwards" : "a pass ran while suspended"};
+    }
+
+    Outcome stopped()
+    {
+        m_host.call("filewatcherStop", {gitWatchType});
+        const StatusRound round = pollStatus(m_host, {m_repository->path()});
+        return {round.finished && round.files.size() == 2, "and a new one took over"};
+    }
+
+    Outcome limited()
+    {
+        m_host.call("filewatcherStop", {gitWatchType});
+        m_host.editor().setSetting("def_vc_max_status_output_size", 10);
+        const StatusRound round = pollStatus(m_host, {m_repository->path()});
+        m_host.call("filewatcherAddPath", {m_repository->path(), gitWatchType, 1});
+        const bool off = m_host.editor().setting("def_git_show_file_status") == 0;
+        return {round.failed.size() == 1 && round.failed.begin()->second == -6657 && off, "def_git_show_file_status is 0 now"};
+    }
+
+    bool m_json;
+    Host m_host;
+    ScratchRepository* m_repository = nullptr;
+    int m_failures = 0;
+};
+
+}  // namespace
+
+int runTour(const HostOptions& options)
+{
+    return Tour(options).run();
+}

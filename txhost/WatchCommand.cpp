@@ -1,0 +1,81 @@
+#include "common/cmStringCatHelper.h"
+#include "txhost/Commands.h"
+#include "txhost/Console.h"
+#include "txhost/JsonText.h"
+#include "txhost/StatusPoll.h"
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+/// Tells how one round of status passes differs from the one before.
+class ChangePrinter {
+public:
+    explicit ChangePrinter(bool json) : m_json(json) {}
+
+    void show(const StatusRound& round)
+    {
+        for (const cmStringT& path : round.outside) {
+            if (std::find(m_last.outside.begin(), m_last.outside.end(), path) == m_last.outside.end())
+                print("outside", console::grey, path);
+        }
+        for (const auto& [path, status] : round.failed) {
+            const auto before = m_last.failed.find(path);
+            if (before == m_last.failed.end() || before->second != status)
+                console::printError(cmStringT(cmCat(path) + ": " + std::to_string(status) + ", " + meaningOfStatus(status)));
+        }
+        for (const auto& [path, status] : round.files) {
+            if (!m_last.files.contains(path))
+                print("modified", console::yellow, path);
+        }
+        for (const auto& [path, status] : m_last.files) {
+            if (!round.files.contains(path))
+                print("clean", console::green, path);
+        }
+        m_last = round;
+    }
+
+private:
+    void print(cmROStringT change, int colour, const cmStringT& path)
+    {
+        const cmStringT time = console::timeOfDay();
+        if (m_json) {
+            console::printLine(jsonText({{"time", jsonString(time)}, {"change", jsonString(change)}, {"path", jsonString(path)}}));
+            return;
+        }
+        const cmStringT padded = cmCat(change) + "          ";
+        console::printLine(cmStringT(cmCat(time) + "  " + console::coloured(colour, padded.view().substr(0, 10)) + path));
+    }
+
+    bool m_json;
+    StatusRound m_last;
+};
+
+constexpr std::int32_t statusOutputLimit = -6657;
+
+bool isSwitchedOff(const StatusRound& round)
+{
+    return std::any_of(round.failed.begin(), round.failed.end(), [](const auto& failure) { return failure.second == statusOutputLimit; });
+}
+
+}  // namespace
+
+int runWatch(const HostOptions& options, const std::vector<std::string>& named)
+{
+    const cmArray<cmStringT> directories = watchedDirectories(named);
+    Host host(options);
+    host.requireGit();
+    console::catchInterrupts();
+    ChangePrinter printer(options.json);
+    for (;;) {
+        const StatusRound round = pollStatus(host, directories);
+        if (!round.finished)
+            return 0;
+        printer.show(round);
+        if (isSwitchedOff(round))
+            return 1;
+        if (host.editor().runUntil([] { return console::wasInterrupted(); }, options.intervalSeconds * 1000))
+            return 0;
+    }
+}

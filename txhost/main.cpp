@@ -1,0 +1,85 @@
+#include "txhost/Commands.h"
+#include "txhost/Console.h"
+
+#include <CLI/CLI.hpp>
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr int exitFailure = 1;
+constexpr int exitUsage = 2;
+
+/// The command line, and what it asks for once it is read.
+class CommandLineInterface {
+public:
+    CommandLineInterface()
+    {
+        m_app.require_subcommand(1);
+        m_app.fallthrough();
+        m_app.add_flag("--json", m_options.json, "One JSON object a line");
+        m_app.add_flag("--debug", m_options.debug, "Write the editor's debug log to standard error");
+        m_app.add_option("--git", m_options.git, "The git program")->type_name("PATH");
+        m_app.add_option("--svn", m_options.svn, "The svn program")->type_name("PATH");
+        m_app.add_option("--p4", m_options.p4, "The p4 program")->type_name("PATH");
+        m_app.add_option("--max-output", m_options.maxStatusOutput, "Bytes that one run of a tool may write")->type_name("BYTES");
+        addCommands();
+    }
+
+    int run(int argc, char** argv)
+    {
+        try {
+            m_app.parse(argc, argv);
+        } catch (const CLI::ParseError& error) {
+            return m_app.exit(error) == 0 ? 0 : exitUsage;
+        }
+        try {
+            return m_run();
+        } catch (const HostError& error) {
+            console::printError(error.what());
+            return exitFailure;
+        }
+    }
+
+private:
+    void addCommands()
+    {
+        command("tour", "Use every feature on a scratch repository", [this] { return runTour(m_options); });
+        command("functions", "List the functions that the module registers", [this] { return runFunctions(m_options); });
+
+        CLI::App* call = command("call", "Call one function; variables by reference are JSON",
+                                 [this] { return runCall(m_options, m_name, m_words); });
+        call->add_option("NAME", m_name, "Its name")->required();
+        call->add_option("ARG", m_words, "Its arguments");
+
+        CLI::App* status = command("status", "Show which files are modified", [this] { return runStatus(m_options, m_words); });
+        status->add_option("DIR", m_words, "Directories in working copies")->required();
+
+        CLI::App* watch = command("watch", "Show status changes until Ctrl-C", [this] { return runWatch(m_options, m_words); });
+        watch->add_option("DIR", m_words, "Directories in working copies")->required();
+        watch->add_option("--interval", m_options.intervalSeconds, "Seconds between two looks")->check(CLI::Range(1, 86400));
+    }
+
+    CLI::App* command(const std::string& name, const std::string& description, std::function<int()> run)
+    {
+        CLI::App* added = m_app.add_subcommand(name, description);
+        added->callback([this, run = std::move(run)] { m_run = run; });
+        return added;
+    }
+
+    CLI::App m_app{"txhost: a headless Tamarin that loads the filewatcher module and uses it", "txhost"};
+    HostOptions m_options;
+    std::string m_name;
+    std::vector<std::string> m_words;
+    std::function<int()> m_run;
+};
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    return CommandLineInterface().run(argc, argv);
+}
