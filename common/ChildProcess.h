@@ -9,14 +9,14 @@
 
 /// Bit set for spawnProcess.
 using SpawnOptions = std::uint32_t;
-inline constexpr SpawnOptions spawnScanOperators = 0x001;    ///< a shell operator sends the command to the interpreter, hidden
-inline constexpr SpawnOptions spawnErrorToOutput = 0x008;    ///< standard error shares the standard-output pipe
-inline constexpr SpawnOptions spawnShellExecute = 0x010;     ///< through the shell's "open"; an ordinary start where there is none
-inline constexpr SpawnOptions spawnNewGroup = 0x020;         ///< a process group of its own; always so on POSIX
-inline constexpr SpawnOptions spawnNewConsole = 0x040;       ///< no effect on POSIX, as the next two
+inline constexpr SpawnOptions spawnScanOperators = 0x001;  ///< a shell operator sends the command to the interpreter, hidden
+inline constexpr SpawnOptions spawnErrorToOutput = 0x008;  ///< standard error shares the standard-output pipe
+inline constexpr SpawnOptions spawnShellExecute = 0x010;   ///< through the shell's "open"; an ordinary start where there is none
+inline constexpr SpawnOptions spawnNewGroup = 0x020;       ///< a process group of its own; always so on POSIX
+inline constexpr SpawnOptions spawnNewConsole = 0x040;     ///< no effect on POSIX, as the next two
 inline constexpr SpawnOptions spawnNoWindow = 0x080;
 inline constexpr SpawnOptions spawnHiddenWindow = 0x200;
-inline constexpr SpawnOptions spawnStandardHandles = 0x100;  ///< without pipes, the host's own output and error when it has a console
+inline constexpr SpawnOptions spawnStandardHandles = 0x100;  ///< without pipes: the output of a host with a console
 inline constexpr SpawnOptions spawnForget = 0x400;           ///< give the process up right after its start
 
 /// One started child. One thread at a time may use it. It does not end with the record: a child that nobody
@@ -56,7 +56,7 @@ struct SpawnStreams {
     ChildPipe* input = nullptr;
     ChildPipe* output = nullptr;
     ChildPipe* error = nullptr;
-    std::uint32_t inputSize = 65536;   ///< pipe buffer sizes, bytes
+    std::uint32_t inputSize = 65536;  ///< pipe buffer sizes, bytes
     std::uint32_t outputSize = 65536;
     std::uint32_t errorSize = 65536;
 };

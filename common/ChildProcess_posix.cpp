@@ -165,7 +165,8 @@ bool ChildStarter::start(ChildProcess& process, cmStringT& detail) const
         error = plan.start(child, interpreter ? interpreterPath : program.c_str(), wordList, environmentList);
     if (error != 0) {
         const bool noDirectory = !workingDirectory.isEmpty() && !isDirectory(workingDirectory);
-        detail = cmCat(noDirectory ? workingDirectory : program) + ": " + (noDirectory ? "no such directory" : std::strerror(error));
+        detail =
+            cmCat(noDirectory ? workingDirectory : program) + ": " + (noDirectory ? "no such directory" : std::strerror(error));
         return false;
     }
     const auto handle = static_cast<int>(syscall(SYS_pidfd_open, child, 0));

@@ -15,7 +15,7 @@ bool isBlank(char c)
 bool isPlain(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9')
-        || cmROStringT("._-+/\\:@=,~^").find(c) != cmROStringT::npos;
+           || cmROStringT("._-+/\\:@=,~^").find(c) != cmROStringT::npos;
 }
 
 bool isOperator(char c)
@@ -216,7 +216,8 @@ cmStringT findProgram(cmROStringT program, cmROStringT pathVariable, cmPathStyle
 {
     const bool windows = style == cmPathStyle::windows;
     const auto isSeparator = [style](char c) { return cmIsPathSeparator(c, style); };
-    const std::size_t nameStart = static_cast<std::size_t>(std::find_if(program.rbegin(), program.rend(), isSeparator).base() - program.begin());
+    const std::size_t nameStart =
+        static_cast<std::size_t>(std::find_if(program.rbegin(), program.rend(), isSeparator).base() - program.begin());
     const cmROStringT name = program.substr(nameStart);
     cmStringT complete(program);
     if (windows && name.find('.') == cmROStringT::npos)

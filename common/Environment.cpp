@@ -36,8 +36,19 @@ constexpr std::array<Setting, 7> gitConfiguration{{
 }};
 
 constexpr std::array<cmROStringT, 13> removedNames{
-    "LC_ALL",      "LANGUAGE",       "GIT_DIR",    "GIT_WORK_TREE",         "GIT_INDEX_FILE", "GIT_OBJECT_DIRECTORY", "GIT_ALTERNATE_OBJECT_DIRECTORIES",
-    "GIT_COMMON_DIR", "GIT_NAMESPACE", "GIT_PREFIX", "GIT_EXTERNAL_DIFF", "GIT_CONFIG_PARAMETERS", "GIT_CONFIG_COUNT",
+    "LC_ALL",
+    "LANGUAGE",
+    "GIT_DIR",
+    "GIT_WORK_TREE",
+    "GIT_INDEX_FILE",
+    "GIT_OBJECT_DIRECTORY",
+    "GIT_ALTERNATE_OBJECT_DIRECTORIES",
+    "GIT_COMMON_DIR",
+    "GIT_NAMESPACE",
+    "GIT_PREFIX",
+    "GIT_EXTERNAL_DIFF",
+    "GIT_CONFIG_PARAMETERS",
+    "GIT_CONFIG_COUNT",
 };
 
 constexpr cmROStringT countName = "GIT_CONFIG_COUNT";
@@ -71,7 +82,8 @@ bool isRemoved(cmROStringT variable, cmPathStyle style)
     const cmROStringT name = nameOf(variable);
     constexpr cmROStringT trace = "GIT_TRACE";
     return sameName(name.substr(0, trace.size()), trace, style)
-        || std::any_of(removedNames.begin(), removedNames.end(), [&](cmROStringT removed) { return sameName(name, removed, style); });
+           || std::any_of(removedNames.begin(), removedNames.end(),
+                          [&](cmROStringT removed) { return sameName(name, removed, style); });
 }
 
 /// How many GIT_CONFIG_KEY_n/VALUE_n pairs the host has set; 0 when its count is no number git would take.

@@ -48,7 +48,7 @@ void* cmNativeThread::create(void (*entry)(void*), void* argument, std::size_t s
     if (pthread_attr_init(&attributes) != 0)
         return nullptr;
     const bool created = pthread_attr_setstacksize(&attributes, stackSize) == 0
-        && pthread_create(&thread->id, &attributes, &begin, thread.get()) == 0;
+                         && pthread_create(&thread->id, &attributes, &begin, thread.get()) == 0;
     pthread_attr_destroy(&attributes);
     if (!created)
         return nullptr;

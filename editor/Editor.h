@@ -13,10 +13,10 @@
 
 /// What a call of a registered function gave back.
 struct CallResult {
-    bool found = false;                 ///< there is a function of that name, and the arguments suit its prototype
-    cmStringT error;                    ///< when not found: why
-    std::optional<std::int32_t> number; ///< the result of an "int" function
-    cmStringT text;                     ///< the result of a "TXPSZ" function; null for the others
+    bool found = false;                  ///< there is a function of that name, and the arguments suit its prototype
+    cmStringT error;                     ///< when not found: why
+    std::optional<std::int32_t> number;  ///< the result of an "int" function
+    cmStringT text;                      ///< the result of a "TXPSZ" function; null for the others
 };
 
 /// One argument of a call. A variable passed by handle may be filled by the function.
@@ -49,7 +49,7 @@ private:
 struct TreeRow {
     cmStringT caption;
     std::int32_t flags = 0;
-    TXHVAR userData = 0;  ///< the tree's own copy, or 0
+    TXHVAR userData = 0;           ///< the tree's own copy, or 0
     std::int32_t dateColumn = -1;  ///< -1 while no date was set
     TXDATETIME date{};
 };

@@ -10,9 +10,7 @@ namespace {
 template <class Tell>
 void notify(Tell tell)
 {
-    onAnyThread([&](EditorParts& editor) {
-        editor.loop.post([&editor, tell] { tell(EditorObserver(editor.observer)); });
-    });
+    onAnyThread([&](EditorParts& editor) { editor.loop.post([&editor, tell] { tell(EditorObserver(editor.observer)); }); });
 }
 
 }  // namespace

@@ -80,30 +80,23 @@ TXHVAR txProperty(std::int32_t number)
 
 void txGetStringProperty(std::int32_t number, cmStringT& value)
 {
-    value = onEditorThread(__func__, [&](EditorParts& editor) {
-        return editor.variables.getString(editor.properties.find(number)).value_or("");
-    });
+    value = onEditorThread(
+        __func__, [&](EditorParts& editor) { return editor.variables.getString(editor.properties.find(number)).value_or(""); });
 }
 
 void txSetStringProperty(std::int32_t number, const cmStringT& value)
 {
-    onEditorThread(__func__, [&](EditorParts& editor) {
-        editor.variables.setString(editor.properties.obtain(number), value);
-    });
+    onEditorThread(__func__, [&](EditorParts& editor) { editor.variables.setString(editor.properties.obtain(number), value); });
 }
 
 std::int32_t txGetIntProperty(std::int32_t number)
 {
-    return onEditorThread(__func__, [&](EditorParts& editor) {
-        return editor.variables.getInt(editor.properties.find(number));
-    });
+    return onEditorThread(__func__, [&](EditorParts& editor) { return editor.variables.getInt(editor.properties.find(number)); });
 }
 
 void txSetIntProperty(std::int32_t number, std::int32_t value)
 {
-    onEditorThread(__func__, [&](EditorParts& editor) {
-        editor.variables.setInt(editor.properties.obtain(number), value);
-    });
+    onEditorThread(__func__, [&](EditorParts& editor) { editor.variables.setInt(editor.properties.obtain(number), value); });
 }
 
 void txDirectory(std::int32_t which, tamarin::TMString& directory)
@@ -128,16 +121,12 @@ void txTreeSetModel(void* model)
 
 std::int32_t txTreeRowCount()
 {
-    return onEditorThread(__func__, [](EditorParts& editor) {
-        return static_cast<std::int32_t>(editor.tree.rows().size());
-    });
+    return onEditorThread(__func__, [](EditorParts& editor) { return static_cast<std::int32_t>(editor.tree.rows().size()); });
 }
 
 std::int32_t txTreeAdd(std::int32_t after, const cmStringT& caption, std::int32_t flags, TXHVAR userData)
 {
-    return onEditorThread(__func__, [&](EditorParts& editor) {
-        return editor.tree.add(after, caption, flags, userData);
-    });
+    return onEditorThread(__func__, [&](EditorParts& editor) { return editor.tree.add(after, caption, flags, userData); });
 }
 
 void txTreeSetDate(std::int32_t node, std::int32_t column, const TXDATETIME& date)
@@ -152,9 +141,7 @@ std::int32_t txFindPicture(TXPSZ name)
 
 std::int32_t txSetTimer(std::int32_t ms, void (*routine)())
 {
-    return onEditorThread(__func__, [&](EditorParts& editor) {
-        return routine ? editor.loop.setTimer(ms, routine) : failed;
-    });
+    return onEditorThread(__func__, [&](EditorParts& editor) { return routine ? editor.loop.setTimer(ms, routine) : failed; });
 }
 
 void txKillTimer(std::int32_t timer)

@@ -72,9 +72,8 @@ std::int32_t txHvarArrayLength(TXHVAR array)
 
 TXHVAR txHvarArrayElement(TXHVAR array, std::int32_t index, std::int32_t create)
 {
-    return onEditorThread(__func__, [&](EditorParts& editor) {
-        return editor.variables.arrayElement(array, index, create == txCreateMissing);
-    });
+    return onEditorThread(
+        __func__, [&](EditorParts& editor) { return editor.variables.arrayElement(array, index, create == txCreateMissing); });
 }
 
 TXHVAR txHvarHashElement(TXHVAR table, TXPSZ key, std::int32_t create)
@@ -91,14 +90,11 @@ TXHVAR txHvarNextElement(tamarin::TMIterator& iterator)
 
 std::int32_t txHvarInitInstance(TXHVAR variable, TXPSZ className)
 {
-    return onEditorThread(__func__, [&](EditorParts& editor) {
-        return className && editor.variables.initInstance(variable, className) ? 0 : -1;
-    });
+    return onEditorThread(
+        __func__, [&](EditorParts& editor) { return className && editor.variables.initInstance(variable, className) ? 0 : -1; });
 }
 
 TXHVAR txHvarField(TXHVAR instance, TXPSZ field)
 {
-    return onEditorThread(__func__, [&](EditorParts& editor) {
-        return field ? editor.variables.field(instance, field) : 0;
-    });
+    return onEditorThread(__func__, [&](EditorParts& editor) { return field ? editor.variables.field(instance, field) : 0; });
 }

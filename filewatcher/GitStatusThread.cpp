@@ -88,7 +88,8 @@ std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path, bool& writ
     return 0;
 }
 
-std::int32_t GitStatusThread::runGit(cmROStringT commandLine, cmROStringT workingDirectory, std::int32_t outputLimit, cmStringT& output)
+std::int32_t GitStatusThread::runGit(cmROStringT commandLine, cmROStringT workingDirectory, std::int32_t outputLimit,
+                                     cmStringT& output)
 {
     const std::int32_t status = runTool(commandLine, spawnScannedCommand, workingDirectory, outputLimit, output);
     debugLog("GitStatusThread::runGit", __LINE__, cmStringT(cmCat("status=") + std::to_string(status) + " " + commandLine));

@@ -31,15 +31,16 @@ void filewatcherSetSuspendState(std::int32_t suspended);
 void filewatcher_stop_async_work();
 
 // Reload tables.
-std::int32_t getFastReloadInfoTable(TXHREFVAR fileNames, std::int32_t arg1, std::int32_t arg2, TXHREFVAR result, std::int32_t budgetMs);
+std::int32_t getFastReloadInfoTable(TXHREFVAR fileNames, std::int32_t arg1, std::int32_t arg2, TXHREFVAR result,
+                                    std::int32_t budgetMs);
 std::int32_t getSlowReloadFiles(TXHREFVAR result);
 
 // Git browser.
 std::int32_t gitGetBranchInfo(TXPSZ repository, TXPSZ git);
 void gitBranchClose();
 std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR result);
-std::int32_t gitGetHistoryInfo(TXPSZ file, TXPSZ git, TXHREFVAR result, TXPSZ revision, std::int32_t newestOnly, std::int32_t follow,
-                               std::int32_t workingFile);
+std::int32_t gitGetHistoryInfo(TXPSZ file, TXPSZ git, TXHREFVAR result, TXPSZ revision, std::int32_t newestOnly,
+                               std::int32_t follow, std::int32_t workingFile);
 std::int32_t gitGetBranchInfoRunning();
 std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR tree);
 std::int32_t gitGetDiffInfo(TXPSZ repository, TXPSZ git, TXHREFVAR result, TXPSZ revision);
@@ -55,8 +56,8 @@ void recentFilesProcessPending();
 // Live diff.
 std::int32_t svcLiveDiffGetVCFile(TMStringConst request, TMStringConst command, TMStringConst file, TMStringByRef cacheFile,
                                   TMStringConst workingDirectory);
-std::int32_t svcLiveDiffGetVCFileImmediate(TMStringConst request, TMStringConst command, TMStringConst file, TMStringByRef cacheFile,
-                                           TMStringConst workingDirectory);
+std::int32_t svcLiveDiffGetVCFileImmediate(TMStringConst request, TMStringConst command, TMStringConst file,
+                                           TMStringByRef cacheFile, TMStringConst workingDirectory);
 std::int32_t svcLiveDiffHaveVCFile(TMStringConst cacheFile);
 
 }  // extern "C"

@@ -11,10 +11,10 @@
 
 /// How one version-control tool is known to the editor.
 struct StatusTool {
-    std::int32_t number;         ///< in the records that its thread writes
-    TXPSZ exePathMacro;          ///< macro function that returns the executable's path
-    TXPSZ intervalSetting;       ///< seconds between two passes over a path
-    TXPSZ showFileStatusSetting; ///< 0 switches the tool's file status off
+    std::int32_t number;          ///< in the records that its thread writes
+    TXPSZ exePathMacro;           ///< macro function that returns the executable's path
+    TXPSZ intervalSetting;        ///< seconds between two passes over a path
+    TXPSZ showFileStatusSetting;  ///< 0 switches the tool's file status off
 };
 
 /// What the three status threads share: a process-wide instance per class behind the class's own lock, the settings that

@@ -45,7 +45,8 @@ const std::array<Registration, 25>& registrations()
         {"void filewatcher:filewatcher_stop_async_work()", address(&filewatcher_stop_async_work)},
         {"int filewatcher:_SVCLiveDiffGetVCFile(TMStringConst, TMStringConst, TMStringConst, TMStringByRef, TMStringConst)",
          address(&svcLiveDiffGetVCFile)},
-        {"int filewatcher:_SVCLiveDiffGetVCFileImmediate(TMStringConst, TMStringConst, TMStringConst, TMStringByRef, TMStringConst)",
+        {"int filewatcher:_SVCLiveDiffGetVCFileImmediate(TMStringConst, TMStringConst, TMStringConst, TMStringByRef, "
+         "TMStringConst)",
          address(&svcLiveDiffGetVCFileImmediate)},
         {"int filewatcher:_SVCLiveDiffHaveVCFile(TMStringConst)", address(&svcLiveDiffHaveVCFile)},
     }};

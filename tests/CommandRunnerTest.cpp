@@ -125,11 +125,13 @@ TEST(CommandRunner, StopsAtOnceAndTakesGrandchildrenAlong)
 
 TEST(CommandRunner, DoesNotWaitForAGrandchildThatKeepsThePipes)
 {
-    const Captured left = run(helper("leave-child"));
+    const TempFolder folder;
+    const std::string program = helperAs(folder, "leave-child");
+    const Captured left = run(quoteArgument(program));
     EXPECT_EQ(left.output, "parent");
     EXPECT_LT(left.time, Milliseconds(5000));
-    EXPECT_GT(processesOf(TEST_HELPER), 0u);
-    EXPECT_EQ(std::system("pkill -f '[t]esthelper.* hang'"), 0);
+    EXPECT_TRUE(eventually([&program] { return processesOf(program) == 1; }));
+    killProcessesOf(program);
 }
 
 TEST(CommandRunner, WaitsForAChildThatClosedItsOutput)
@@ -182,8 +184,18 @@ TEST(CommandRunner, KeepsDataAsDataWithAndWithoutTheInterpreter)
 {
     const TempFolder folder;
     const std::string marker = (folder / "ran").string();
-    const cmArray<cmStringT> words{cmStringT("a&b|c $(touch " + marker + ").txt"), "`id`", "$HOME", "it's \"it\"", "x\\", "",
-                                   "%PATH%", "a^^b", "^", "*", "\xC3\xBC\n\t;", "-n"};
+    const cmArray<cmStringT> words{cmStringT("a&b|c $(touch " + marker + ").txt"),
+                                   "`id`",
+                                   "$HOME",
+                                   "it's \"it\"",
+                                   "x\\",
+                                   "",
+                                   "%PATH%",
+                                   "a^^b",
+                                   "^",
+                                   "*",
+                                   "\xC3\xBC\n\t;",
+                                   "-n"};
     cmStringT arguments("args");
     std::string expected;
     for (const cmStringT& word : words) {

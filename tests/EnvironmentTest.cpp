@@ -8,8 +8,8 @@ namespace {
 
 TEST(Environment, SilencesTheHostsSettingsAndKeepsTheRest)
 {
-    const Environment host{"PATH=/bin",       "LC_ALL=de_DE.UTF-8", "LC_CTYPE=de_DE", "GIT_DIR=/elsewhere", "GIT_TRACE2_EVENT=1",
-                           "GIT_PAGER=less", "GIT_AUTHOR_NAME=Ada"};
+    const Environment host{"PATH=/bin",          "LC_ALL=de_DE.UTF-8", "LC_CTYPE=de_DE",     "GIT_DIR=/elsewhere",
+                           "GIT_TRACE2_EVENT=1", "GIT_PAGER=less",     "GIT_AUTHOR_NAME=Ada"};
     const Environment quiet = quietEnvironment(host, cmPathStyle::posix);
     EXPECT_EQ(quiet.front(), "PATH=/bin");
     EXPECT_EQ(environmentValue(quiet, "GIT_AUTHOR_NAME"), "Ada");

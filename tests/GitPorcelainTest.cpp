@@ -1,0 +1,59 @@
+#include "filewatcher/GitPorcelain.h"
+#include "filewatcher/VCRecord.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+/// The entries of an output, each as its two columns, a blank and the path.
+std::vector<std::string> entries(cmROStringT output)
+{
+    std::vector<std::string> texts;
+    for (const GitPorcelainEntry& entry : parseGitPorcelain(output))
+        texts.push_back(std::string{entry.indexState, entry.workTreeState, ' '} + entry.path.c_str());
+    return texts;
+}
+
+using Texts = std::vector<std::string>;
+
+TEST(GitPorcelain, ReadsColumnsAndPlainNames)
+{
+    EXPECT_EQ(entries(" M a.txt\nMM dir/b\n?? new\n"), (Texts{" M a.txt", "MM dir/b", "?? new"}));
+    EXPECT_EQ(entries(" M last-without-line-end"), (Texts{" M last-without-line-end"}));
+}
+
+TEST(GitPorcelain, UnquotesNames)
+{
+    EXPECT_EQ(entries(R"( M "a b")"), (Texts{" M a b"}));
+    EXPECT_EQ(entries(R"( M "t\tq\"b\\n\n\303\274\177")"), (Texts{" M t\tq\"b\\n\n\xC3\xBC\x7F"}));
+    EXPECT_EQ(entries(R"( M "cut \)"), (Texts{" M cut \\"}));
+    EXPECT_EQ(entries(R"( M "cut\30)"), (Texts{" M cut30"}));
+}
+
+TEST(GitPorcelain, TakesTheNewNameOfARename)
+{
+    EXPECT_EQ(entries("RM old -> new\n"), (Texts{"RM new"}));
+    EXPECT_EQ(entries(R"(RM "o -> l" -> "n -> w")"), (Texts{"RM n -> w"}));
+    EXPECT_EQ(entries(R"(RM old -> "n w")"), (Texts{"RM n w"}));
+    EXPECT_EQ(entries(R"( M "a -> b")"), (Texts{" M a -> b"}));
+}
+
+TEST(GitPorcelain, PassesOverWhatIsNoEntry)
+{
+    EXPECT_TRUE(entries("").empty());
+    EXPECT_EQ(entries("\n M\nfatal\n M \n M a\n"), (Texts{" M a"}));
+}
+
+TEST(VCRecord, AddsATokenOnce)
+{
+    cmStringT list("");
+    for (const char* token : {"edit", "mod", "edit", "mod"})
+        addStatusToken(list, token);
+    EXPECT_EQ(list, "edit|mod");
+    EXPECT_FALSE(hasStatusToken("modified|edit", "mod"));
+    EXPECT_TRUE(hasStatusToken("modified|mod", "mod"));
+}
+
+}  // namespace

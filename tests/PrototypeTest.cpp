@@ -1,5 +1,5 @@
-#include "editor/Editor.h"
 #include "editor/Prototype.h"
+#include "editor/Editor.h"
 
 #include <gtest/gtest.h>
 
@@ -84,9 +84,25 @@ TEST(Prototype, ReadsResultNamesAndParameters)
 
 TEST(Prototype, RefusesAnythingElse)
 {
-    for (const char* text : {"", "void", "void m:f", "void m:f(", "m:f()", "long m:f()", "void f()", "void :f()", "void m:()",
-                             "void  m:f()", "void m:f() ", "void m:f(void)", "void m:f(TXPSZ,)", "void m:f(,int)",
-                             "void m:f( int)", "void m:f(int )", "void m:f(int*)", "void m:f(int))", "void m:2f()",
+    for (const char* text : {"",
+                             "void",
+                             "void m:f",
+                             "void m:f(",
+                             "m:f()",
+                             "long m:f()",
+                             "void f()",
+                             "void :f()",
+                             "void m:()",
+                             "void  m:f()",
+                             "void m:f() ",
+                             "void m:f(void)",
+                             "void m:f(TXPSZ,)",
+                             "void m:f(,int)",
+                             "void m:f( int)",
+                             "void m:f(int )",
+                             "void m:f(int*)",
+                             "void m:f(int))",
+                             "void m:2f()",
                              "void m:f(int,int,int,int,int,int,int,int,int)"})
         EXPECT_FALSE(parsePrototype(text)) << text;
 }
@@ -112,7 +128,9 @@ TEST_F(Calls, WritesAChangedStringBackIntoItsVariable)
     EXPECT_EQ(text, "old changed");
     EXPECT_EQ(received, "old|");
 
-    ASSERT_EQ(registerFunction("void m:leave(TMStringByRef)", +[](TMStringByRef) {}), 0);
+    ASSERT_EQ(registerFunction(
+                  "void m:leave(TMStringByRef)", +[](TMStringByRef) {}),
+              0);
     const TXHVAR element = txHvarArrayElement(variable, 0, txCreateMissing);
     editor.call("leave", {CallArgument::variable(variable)});
     EXPECT_EQ(txHvarArrayElement(variable, 0, 0), element);

@@ -1,0 +1,75 @@
+#include "tests/ModuleFixture.h"
+
+#include <chrono>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+class StopTest : public ModuleTest {
+protected:
+    /// Lets the Git thread run a tool that hangs with a child of its own, and calls `stop`: at once everything is gone.
+    void stopWhileTheToolHangs(cmROStringT stop, const cmArray<CallArgument>& arguments)
+    {
+        const TempFolder folder;
+        const std::string tool = helperAs(folder, "tool-hangs-with-child");
+        setTool(tool);
+        const std::size_t threads = threadCount();
+        const std::size_t descriptors = openDescriptors();
+        addPath(folder.path().string());
+        ASSERT_TRUE(eventually([&] { return processesOf(tool) == 2; }));
+        const auto start = Clock::now();
+        call(stop, arguments);
+        // Far below the second that an idle thread sleeps: nothing waited for a time-out.
+        EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(500));
+        EXPECT_TRUE(eventually([&] { return processesOf(tool) == 0 && threadCount() == threads; }));
+        EXPECT_EQ(zombieChildren(), 0u);
+        EXPECT_EQ(openDescriptors(), descriptors);
+        EXPECT_EQ(waitForPass(folder.path().string()), -102621);
+        EXPECT_TRUE(editor.records().empty());
+    }
+};
+
+TEST_F(StopTest, FilewatcherStopEndsAHangingTool)
+{
+    stopWhileTheToolHangs("filewatcherStop", {gitType});
+}
+
+TEST_F(StopTest, StopAsyncWorkEndsAHangingTool)
+{
+    stopWhileTheToolHangs("filewatcher_stop_async_work", {});
+    call("filewatcher_stop_async_work", {});
+}
+
+TEST_F(StopTest, AnIdleThreadEndsAtOnceAndStartsAtOnce)
+{
+    const TempFolder folder;
+    makeRepository(folder / "repo");
+    const std::string path = (folder / "repo").string();
+    const auto start = Clock::now();
+    for (int round = 0; round < 20; ++round) {
+        EXPECT_EQ(pass(path), 0);
+        EXPECT_EQ(pass(path), 0);  // the thread sleeps by now, and the new path wakes it
+        call("filewatcherStop", {gitType});
+    }
+    EXPECT_LT(Clock::now() - start, std::chrono::seconds(15));
+}
+
+TEST_F(StopTest, StopsAtAnyMomentOfAPass)
+{
+    const TempFolder folder;
+    makeRepository(folder / "repo");
+    writeFile(folder / "repo" / "a", "1");
+    git(folder / "repo", {"add", "a"});
+    const std::string path = (folder / "repo").string();
+    for (int round = 0; round < 100; ++round) {
+        addPath(path);
+        const auto until = Clock::now() + std::chrono::microseconds(100 * round);
+        while (Clock::now() < until) {
+        }
+        call("filewatcher_stop_async_work", {});
+        ASSERT_EQ(zombieChildren(), 0u) << round;
+    }
+}
+
+}  // namespace

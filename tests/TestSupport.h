@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -41,5 +42,8 @@ std::size_t openDescriptors();
 std::size_t threadCount();
 /// How many living processes run the program at `path`.
 std::size_t processesOf(const std::string& path);
+void killProcessesOf(const std::string& path);
+/// What Ctrl-C in a terminal does to a process.
+void interruptProcess(std::uint32_t id);
 /// How many children of this process have ended and were not reaped.
 std::size_t zombieChildren();

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <sstream>
 
 namespace fs = std::filesystem;
@@ -19,16 +20,17 @@ bool isNumber(const std::string& text)
     return std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
 }
 
-/// Counts the processes whose folder in /proc satisfies `condition`; processes come and go meanwhile.
+/// The processes whose folder in /proc satisfies `condition`; processes come and go meanwhile.
 template <class Condition>
-std::size_t countProcesses(Condition condition)
+std::vector<pid_t> findProcesses(Condition condition)
 {
-    std::size_t count = 0;
+    std::vector<pid_t> found;
     for (const fs::directory_entry& entry : fs::directory_iterator("/proc")) {
-        if (isNumber(entry.path().filename().string()) && condition(entry.path()))
-            ++count;
+        const std::string name = entry.path().filename().string();
+        if (isNumber(name) && condition(entry.path()))
+            found.push_back(std::stoi(name));
     }
-    return count;
+    return found;
 }
 
 /// State and parent of a process, as its stat file has them behind the name in brackets.
@@ -41,6 +43,14 @@ std::pair<char, pid_t> stateAndParent(const fs::path& process)
     if (nameEnd != std::string::npos)
         std::istringstream(stat.substr(nameEnd + 1)) >> state >> parent;
     return {state, parent};
+}
+
+std::vector<pid_t> livingProcesses(const std::string& program)
+{
+    return findProcesses([&program](const fs::path& process) {
+        std::error_code gone;
+        return fs::read_symlink(process / "exe", gone) == program && stateAndParent(process).first != 'Z';
+    });
 }
 
 }  // namespace
@@ -57,13 +67,21 @@ std::size_t threadCount()
 
 std::size_t processesOf(const std::string& path)
 {
-    return countProcesses([&path](const fs::path& process) {
-        std::error_code gone;
-        return fs::read_symlink(process / "exe", gone) == path && stateAndParent(process).first != 'Z';
-    });
+    return livingProcesses(path).size();
+}
+
+void killProcessesOf(const std::string& path)
+{
+    for (const pid_t process : livingProcesses(path))
+        kill(process, SIGKILL);
+}
+
+void interruptProcess(std::uint32_t id)
+{
+    kill(static_cast<pid_t>(id), SIGINT);
 }
 
 std::size_t zombieChildren()
 {
-    return countProcesses([](const fs::path& process) { return stateAndParent(process) == std::pair('Z', getpid()); });
+    return findProcesses([](const fs::path& process) { return stateAndParent(process) == std::pair('Z', getpid()); }).size();
 }

@@ -1,0 +1,170 @@
+#include "common/CommandRunner.h"
+#include "tests/TestSupport.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <filesystem>
+#include <sstream>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Json = nlohmann::json;
+
+struct Result {
+    int exitCode = -1;
+    std::string output;
+    std::string error;
+};
+
+/// Runs txhost with `arguments` as a shell would; the exit code is the last thing on its output.
+Result txhost(const std::string& arguments)
+{
+    const TempFolder folder;
+    Result result;
+    const std::string command =
+        "\"" TXHOST "\" " + arguments + " >" + (folder / "out").string() + " 2>" + (folder / "err").string();
+    const int status = std::system(command.c_str());
+    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    result.output = readFile(folder / "out");
+    result.error = readFile(folder / "err");
+    return result;
+}
+
+std::vector<Json> jsonLines(const std::string& text)
+{
+    std::vector<Json> objects;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        objects.push_back(Json::parse(line));
+    return objects;
+}
+
+std::string quoted(const fs::path& path)
+{
+    return "'" + path.string() + "'";
+}
+
+TEST(Txhost, ListsThePrototypesToTheLetter)
+{
+    EXPECT_EQ(txhost("functions").output, R"(int filewatcher:filewatcherAddPath(TXPSZ, int, int)
+void filewatcher:filewatcherRemovePath(TXPSZ, int)
+void filewatcher:filewatcherRemoveType(int)
+void filewatcher:filewatcherInitType(int)
+void filewatcher:filewatcherStop(int)
+void filewatcher:filewatcherSetSuspendState(int)
+int filewatcher:_GetFastReloadInfoTable(TXHREFVAR, int, int, TXHREFVAR, int)
+int filewatcher:_GetSlowReloadFiles(TXHREFVAR)
+int filewatcher:_GitGetBranchInfo(TXPSZ,TXPSZ)
+void filewatcher:_GitBranchClose()
+int filewatcher:_GitGetCommitInfo(TXPSZ, TXPSZ, TXPSZ, TXHREFVAR)
+int filewatcher:_GitGetHistoryInfo(TXPSZ,TXPSZ, TXHREFVAR, TXPSZ, int, int, int)
+int filewatcher:_GitGetBranchInfoRunning()
+int filewatcher:_GitFilterTree(TMStringConst, TXHREFVAR)
+int filewatcher:_GitGetDiffInfo(TXPSZ, TXPSZ, TXHREFVAR, TXPSZ)
+int filewatcher:_GitGettingInfo()
+TXPSZ filewatcher:_GitGetBranchName(int)
+TXPSZ filewatcher:_GitGetBranchHash(int)
+TXPSZ filewatcher:_GitCurBranchEndHash()
+void filewatcher:_RecentFilesAdd(TXPSZ)
+void filewatcher:_RecentFilesProcessPending()
+void filewatcher:filewatcher_stop_async_work()
+int filewatcher:_SVCLiveDiffGetVCFile(TMStringConst, TMStringConst, TMStringConst, TMStringByRef, TMStringConst)
+int filewatcher:_SVCLiveDiffGetVCFileImmediate(TMStringConst, TMStringConst, TMStringConst, TMStringByRef, TMStringConst)
+int filewatcher:_SVCLiveDiffHaveVCFile(TMStringConst)
+)");
+}
+
+TEST(Txhost, ShowsTheStatusOfAWorkingCopy)
+{
+    const TempFolder folder;
+    const fs::path top = folder / "it's a repo";
+    makeRepository(top);
+    writeFile(top / "a b.txt", "1");
+    git(top, {"add", "."});
+    git(top, {"commit", "--quiet", "--message", "x"});
+    writeFile(top / "a b.txt", "22");
+
+    const std::string both = "'" + (folder / "it").string() + "'\\''s a repo' " + quoted(folder.path());
+    const Result result = txhost("status --json " + both);
+    EXPECT_EQ(result.exitCode, 0) << result.error;
+    const Json outside{{"path", folder.path().string()}, {"tool", "git"}, {"outside", true}};
+    const Json file{{"path", (top / "a b.txt").string()}, {"tool", "git"}, {"local", {"mod"}}, {"repository", Json::array()}};
+    EXPECT_EQ(jsonLines(result.output), (std::vector<Json>{outside, file}));
+}
+
+TEST(Txhost, TellsFailuresAndWrongUsageApart)
+{
+    const TempFolder folder;
+    const Result noPath = txhost("status /no/such/path");
+    EXPECT_EQ(noPath.exitCode, 1);
+    EXPECT_EQ(noPath.error, "txhost: no such directory: /no/such/path\n");
+    const Result noGit = txhost("status --git /no/such/git " + quoted(folder.path()));
+    EXPECT_EQ(noGit.exitCode, 1);
+    EXPECT_EQ(noGit.error, "txhost: no such program: /no/such/git\n");
+    const Result flood = txhost("status --git '" + helperAs(folder, "tool-floods") + "' " + quoted(folder.path()));
+    EXPECT_EQ(flood.exitCode, 1);
+    EXPECT_NE(flood.error.find("-6657"), std::string::npos);
+    EXPECT_EQ(txhost("status").exitCode, 2);
+    EXPECT_EQ(txhost("nonsense").exitCode, 2);
+    EXPECT_EQ(txhost("--help").exitCode, 0);
+}
+
+TEST(Txhost, CallsAFunctionWithVariables)
+{
+    EXPECT_EQ(jsonLines(txhost("call --json _GitGetBranchName 7").output).at(0)["result"], "Error");
+    const std::string table = R"('{"a":[1,"x",null],"b":{"c":-5000000000}}')";
+    const Json answer = jsonLines(txhost("call --json _GetSlowReloadFiles " + table).output).at(0);
+    EXPECT_EQ(answer["result"], 0);
+    EXPECT_EQ(answer["variables"][0], Json::parse(table.substr(1, table.size() - 2)));
+    EXPECT_EQ(txhost("call noSuchFunction").exitCode, 1);
+    EXPECT_EQ(txhost("call filewatcherStop x").exitCode, 1);
+}
+
+TEST(Txhost, WatchesUntilItIsInterrupted)
+{
+    const TempFolder folder;
+    const fs::path top = folder / "repo";
+    makeRepository(top);
+    writeFile(top / "a", "1");
+    git(top, {"add", "."});
+    git(top, {"commit", "--quiet", "--message", "x"});
+
+    ChildProcess watch;
+    ChildPipe output;
+    SpawnStreams streams;
+    streams.output = &output;
+    const std::string command = "\"" TXHOST "\" watch --json --interval 1 " + top.string();
+    spawnProcess(watch, command, 0, {}, "", streams, nullptr, false);
+    std::string text;
+    const auto shows = [&](const std::string& wanted) {
+        return eventually([&] {
+            char buffer[1000];
+            if (output.dataAvailable())
+                text.append(buffer, static_cast<std::size_t>(output.read(buffer, sizeof buffer)));
+            return text.find(wanted) != std::string::npos;
+        });
+    };
+    writeFile(top / "a", "22");
+    EXPECT_TRUE(shows("\"change\":\"modified\"")) << text;
+    git(top, {"checkout", "--quiet", "a"});
+    EXPECT_TRUE(shows("\"change\":\"clean\"")) << text;
+    interruptProcess(watch.getProcessId());
+    EXPECT_TRUE(eventually([&] { return !watch.isRunning(); }));
+    EXPECT_EQ(jsonLines(text).size(), 2u) << text;
+}
+
+TEST(Txhost, GoesOnItsTour)
+{
+    const Result tour = txhost("tour --json");
+    EXPECT_EQ(tour.exitCode, 0) << tour.output << tour.error;
+    const std::vector<Json> steps = jsonLines(tour.output);
+    EXPECT_GE(steps.size(), 8u);
+    for (const Json& step : steps)
+        EXPECT_TRUE(step["ok"].get<bool>()) << step;
+    EXPECT_FALSE(fs::exists(steps.at(1)["detail"].get<std::string>()));
+}
+
+}  // namespace

@@ -1,5 +1,5 @@
-// The child program of the tests: one behaviour per name, taken from the first argument or, for a copy of this program
-// under another name, from that name (so that it can stand in for a tool).
+// The child program of the tests: one behaviour per name. The first argument names it; when that names none, the name
+// of the program does, so that a copy of it can stand in for a tool.
 
 #include <chrono>
 #include <cstdio>
@@ -65,23 +65,47 @@ void floodBoth(std::size_t count)
 const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
 {
     static const std::map<std::string, std::function<void(const Arguments&)>> table{
-        {"args", [](const Arguments& a) { for (const std::string& text : a) std::cout << text.size() << ':' << text << '\n'; }},
+        {"args",
+         [](const Arguments& a) {
+             for (const std::string& text : a)
+                 std::cout << text.size() << ':' << text << '\n';
+         }},
         {"bytes", [](const Arguments& a) { writeTo(stdout, pattern(std::stoul(a.at(0)))); }},
         {"both", [](const Arguments& a) { floodBoth(std::stoul(a.at(0))); }},
         {"hang", [](const Arguments&) { hang(); }},
         {"sleep", [](const Arguments& a) { sleepMs(std::stoi(a.at(0))); }},
-        {"leave-child", [](const Arguments&) { writeTo(stdout, "parent"); startHangingChild(); }},
-        {"close-output", [](const Arguments& a) { std::fclose(stdout); sleepMs(std::stoi(a.at(0))); }},
+        {"leave-child",
+         [](const Arguments&) {
+             writeTo(stdout, "parent");
+             startHangingChild();
+         }},
+        {"close-output",
+         [](const Arguments& a) {
+             std::fclose(stdout);
+             sleepMs(std::stoi(a.at(0)));
+         }},
         {"error", [](const Arguments& a) { writeTo(stderr, a.at(0)); }},
         {"directory", [](const Arguments&) { std::cout << std::filesystem::current_path().string(); }},
-        {"environment", [](const Arguments&) { for (char** v = environ; *v; ++v) std::cout << *v << '\n'; }},
+        {"environment",
+         [](const Arguments&) {
+             for (char** v = environ; *v; ++v)
+                 std::cout << *v << '\n';
+         }},
         {"count-input", [](const Arguments&) { std::cout << std::string(std::istreambuf_iterator<char>(std::cin), {}).size(); }},
         {"show", [](const Arguments& a) { std::cout << std::ifstream(a.at(0)).rdbuf(); }},
         {"mark", [](const Arguments& a) { std::ofstream(a.at(0)) << "was here"; }},
         // Stand-ins for a tool, by the name of the copy.
         {"tool-hangs", [](const Arguments&) { hang(); }},
-        {"tool-hangs-with-child", [](const Arguments&) { startHangingChild(); hang(); }},
-        {"tool-floods", [](const Arguments&) { for (const std::string block = pattern(65536);;) writeTo(stdout, block); }},
+        {"tool-hangs-with-child",
+         [](const Arguments&) {
+             startHangingChild();
+             hang();
+         }},
+        {"tool-floods",
+         [](const Arguments&) {
+             for (const std::string block = pattern(65536);;)
+                 writeTo(stdout, block);
+         }},
         {"tool-fails", [](const Arguments&) { writeTo(stderr, "fatal: this tool always fails\n"); }},
     };
     return table;
@@ -94,9 +118,7 @@ int main(int argc, char** argv)
     self = argv[0];
     Arguments arguments(argv + 1, argv + argc);
     std::string name = std::filesystem::path(self).stem().string();
-    if (behaviours().count(name) == 0) {
-        if (arguments.empty())
-            return 2;
+    if (!arguments.empty() && behaviours().contains(arguments.front())) {
         name = arguments.front();
         arguments.erase(arguments.begin());
     }

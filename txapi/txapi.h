@@ -141,7 +141,8 @@ TXAPI void txXMLClose(std::int32_t document);
 /// 567; any thread. 1 for a plain local path, 8 for one that must first be made absolute, other numbers for the rest.
 TXAPI std::int32_t txPathKind(const tamarin::TMString& path);
 /// Any thread. The absolute form of `path`; an empty `directory` stands for the current one. `normalise` resolves . and ..
-TXAPI void txAbsolute(const tamarin::TMString& path, const tamarin::TMString& directory, std::int32_t normalise, tamarin::TMString& absolute);
+TXAPI void txAbsolute(const tamarin::TMString& path, const tamarin::TMString& directory, std::int32_t normalise,
+                      tamarin::TMString& absolute);
 /// Any thread. Whether the file system of `path` can report file times.
 TXAPI std::int32_t txFileSupportsGetFileTime(const tamarin::TMString& path);
 /// 798. A directory of the editor's; 0 is the one for its private data. Ends without a separator.

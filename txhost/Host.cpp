@@ -23,7 +23,8 @@ cmStringT toolPath(const std::string& named, const char* name)
 Host::Host(const HostOptions& options) : m_options(options), m_git(toolPath(options.git, "git"))
 {
     if (options.debug)
-        m_editor.setDebugSink([](cmROStringT line) { std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data()); });
+        m_editor.setDebugSink(
+            [](cmROStringT line) { std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data()); });
     for (const char* tool : {"git", "svn", "perforce"}) {
         m_editor.setSetting(cmStringT(cmCat("def_") + tool + "_update_interval"), options.intervalSeconds);
         m_editor.setSetting(cmStringT(cmCat("def_") + tool + "_show_file_status"), 1);

@@ -19,7 +19,9 @@ ScratchRepository::ScratchRepository(const cmStringT& git) : m_git(git)
     runGit("config user.name Tour");
     runGit("config user.email tour@example.org");
     runGit("config commit.gpgSign false");
-    for (const char* name : {"readme.txt", "docs & notes/plan.txt", "docs & notes/\xC3\xBC" "bersicht.txt"})
+    for (const char* name : {"readme.txt", "docs & notes/plan.txt",
+                             "docs & notes/\xC3\xBC"
+                             "bersicht.txt"})
         writeFile(name, "first line\n");
     runGit("add .");
     runGit("commit --quiet --message first");

@@ -37,8 +37,10 @@ void printOutside(const cmStringT& path, bool json)
 void printFile(const cmStringT& path, const FileStatus& status, bool json)
 {
     if (json) {
-        const Json record{
-            {"path", jsonString(path)}, {"tool", "git"}, {"local", jsonList(status.local)}, {"repository", jsonList(status.repository)}};
+        const Json record{{"path", jsonString(path)},
+                          {"tool", "git"},
+                          {"local", jsonList(status.local)},
+                          {"repository", jsonList(status.repository)}};
         console::printLine(jsonText(record));
         return;
     }

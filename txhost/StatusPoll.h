@@ -16,10 +16,10 @@ struct FileStatus {
 
 /// What one round of status passes found.
 struct StatusRound {
-    bool finished = false;                              ///< false: interrupted
-    cmSortedDictionary<cmStringT, FileStatus> files;    ///< by absolute path
-    cmArray<cmStringT> outside;                         ///< watched directories without a repository
-    cmSortedDictionary<cmStringT, std::int32_t> failed; ///< passes that ended with a status, by directory
+    bool finished = false;                               ///< false: interrupted
+    cmSortedDictionary<cmStringT, FileStatus> files;     ///< by absolute path
+    cmArray<cmStringT> outside;                          ///< watched directories without a repository
+    cmSortedDictionary<cmStringT, std::int32_t> failed;  ///< passes that ended with a status, by directory
 };
 
 /// The directories as the editor would name them: absolute, without . and .. and trailing separators, each once.

@@ -57,7 +57,8 @@ private:
                                          {"detail", jsonString(outcome.detail)}}));
             return;
         }
-        const cmStringT mark = outcome.ok ? console::coloured(console::green, "ok    ") : console::coloured(console::red, "FAILED");
+        const cmStringT mark =
+            outcome.ok ? console::coloured(console::green, "ok    ") : console::coloured(console::red, "FAILED");
         char line[160];
         std::snprintf(line, sizeof line, "  %-11.*s %-44.*s %7.1f ms  ", static_cast<int>(feature.size()), feature.data(),
                       static_cast<int>(what.size()), what.data(), time.count());
@@ -82,7 +83,7 @@ private:
         const StatusRound round = pollStatus(m_host, {directory});
         const cmStringT path = cmJoinPath(m_repository->path(), cmNativeSeparators(name));
         const bool found = round.finished && round.files.size() == 1 && round.files.begin()->first == path
-            && round.files.begin()->second.local == cmArray<cmStringT>{"mod"};
+                           && round.files.begin()->second.local == cmArray<cmStringT>{"mod"};
         return {found, cmStringT(cmCat(name) + (found ? " is modified" : " was not found"))};
     }
 
@@ -94,7 +95,8 @@ private:
 
     Outcome folderStatus()
     {
-        constexpr cmROStringT name = "docs & notes/\xC3\xBC" "bersicht.txt";
+        constexpr cmROStringT name = "docs & notes/\xC3\xBC"
+                                     "bersicht.txt";
         m_repository->writeFile(std::string(name), "another line\n");
         return onlyModified(cmJoinPath(m_repository->path(), "docs & notes"), name);
     }

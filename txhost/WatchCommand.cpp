@@ -41,7 +41,8 @@ private:
     {
         const cmStringT time = console::timeOfDay();
         if (m_json) {
-            console::printLine(jsonText({{"time", jsonString(time)}, {"change", jsonString(change)}, {"path", jsonString(path)}}));
+            console::printLine(
+                jsonText({{"time", jsonString(time)}, {"change", jsonString(change)}, {"path", jsonString(path)}}));
             return;
         }
         const cmStringT padded = cmCat(change) + "          ";
@@ -56,7 +57,8 @@ constexpr std::int32_t statusOutputLimit = -6657;
 
 bool isSwitchedOff(const StatusRound& round)
 {
-    return std::any_of(round.failed.begin(), round.failed.end(), [](const auto& failure) { return failure.second == statusOutputLimit; });
+    return std::any_of(round.failed.begin(), round.failed.end(),
+                       [](const auto& failure) { return failure.second == statusOutputLimit; });
 }
 
 }  // namespace

@@ -1,0 +1,69 @@
+#include "tests/ModuleFixture.h"
+
+#include "filewatcher/txDllInit.h"
+
+ModuleTest::ModuleTest()
+{
+    for (const char* name : {"_GitGetExePath", "_SVNGetExePath", "_PerforceGetExePath"}) {
+        editor.defineMacro(name, [this] {
+            ++macroCalls;
+            return cmStringT(cmROStringT(tool));
+        });
+    }
+    for (const char* name : {"def_git_update_interval", "def_svn_update_interval", "def_perforce_update_interval"})
+        editor.setSetting(name, 5);
+    for (const char* name : {"def_git_show_file_status", "def_svn_show_file_status", "def_perforce_show_file_status"})
+        editor.setSetting(name, 1);
+    editor.setSetting("def_vc_max_status_output_size", 1000000);
+    EditorObserver observer;
+    observer.statusChanged = [this] { ++notifications; };
+    observer.passBegan = [this](const cmStringT&) { ++passesBegun; };
+    observer.passEnded = [this](const cmStringT& path, std::int32_t status) { passesEnded.emplace(path.c_str(), status); };
+    editor.setObserver(observer);
+    EXPECT_EQ(txDllInit(), 0);
+}
+
+ModuleTest::~ModuleTest()
+{
+    call("filewatcherSetSuspendState", {0});
+    call("filewatcher_stop_async_work", {});
+}
+
+std::int32_t ModuleTest::call(cmROStringT name, const cmArray<CallArgument>& arguments)
+{
+    const CallResult result = editor.call(name, arguments);
+    EXPECT_TRUE(result.found) << result.error.c_str();
+    return result.number.value_or(0);
+}
+
+std::int32_t ModuleTest::addPath(const std::string& path, std::int32_t type)
+{
+    return call("filewatcherAddPath", {cmStringT(cmROStringT(path)), type, 1});
+}
+
+std::int32_t ModuleTest::waitForPass(const std::string& path)
+{
+    const auto ended = [&] { return passesEnded.contains(path); };
+    EXPECT_TRUE(editor.runUntil(ended, 20000)) << "no pass over " << path;
+    if (!ended())
+        return 1;
+    const std::int32_t status = passesEnded.find(path)->second;
+    passesEnded.erase(passesEnded.find(path));
+    return status;
+}
+
+std::int32_t ModuleTest::pass(const std::string& path)
+{
+    addPath(path);
+    return waitForPass(path);
+}
+
+std::map<std::string, std::string> ModuleTest::localStatus() const
+{
+    std::map<std::string, std::string> found;
+    for (const auto& [path, record] : editor.records()) {
+        if (!record.localStatus.isEmpty())
+            found[path.c_str()] = record.localStatus.c_str();
+    }
+    return found;
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "editor/Editor.h"
+#include "tests/TestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+/// An editor that has initialised the module, with settings for all tools and the real git. Ending it stops every thread.
+class ModuleTest : public testing::Test {
+protected:
+    static constexpr std::int32_t svnType = 1;
+    static constexpr std::int32_t perforceType = 4;
+    static constexpr std::int32_t gitType = 8;
+
+    ModuleTest();
+    ~ModuleTest() override;
+
+    /// What the editor's macros return from now on, until a thread has read it.
+    void setTool(const std::string& path) { tool = path; }
+    std::int32_t call(cmROStringT name, const cmArray<CallArgument>& arguments);
+    std::int32_t addPath(const std::string& path, std::int32_t type = gitType);
+    /// Runs the editor's loop until a pass over `path` has ended; its status.
+    std::int32_t waitForPass(const std::string& path);
+    /// Adds the path and waits for its pass.
+    std::int32_t pass(const std::string& path);
+    /// Paths with a local status, and that status.
+    std::map<std::string, std::string> localStatus() const;
+
+    Editor editor;
+    std::string tool = "git";
+    int macroCalls = 0;
+    int notifications = 0;
+    int passesBegun = 0;
+    std::multimap<std::string, std::int32_t> passesEnded;
+};
