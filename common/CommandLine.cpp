@@ -231,7 +231,7 @@ cmStringT findProgram(cmROStringT program, cmROStringT pathVariable, cmPathStyle
         const std::size_t end = std::min(pathVariable.find(windows ? ';' : ':', start), pathVariable.size());
         const cmROStringT directory = pathVariable.substr(start, end - start);
         if (cmIsAbsolutePath(directory, style)) {
-            const cmStringT candidate = cmJoinPath(directory, complete, style);
+            cmStringT candidate = cmJoinPath(directory, complete, style);
             if (isProgram(candidate))
                 return candidate;
         }

@@ -50,7 +50,7 @@ std::string pattern(std::size_t count)
 
 TEST(CommandRunner, TakesEveryByteWhateverTheAmount)
 {
-    for (const std::size_t count : {0, 1, 8094, 8095, 8096, 300000}) {
+    for (const std::size_t count : {0U, 1U, 8094U, 8095U, 8096U, 300000U}) {
         const Captured taken = run(helper("bytes " + std::to_string(count)));
         EXPECT_EQ(taken.result.status, 0);
         EXPECT_EQ(taken.output, pattern(count)) << count;

@@ -1,6 +1,8 @@
 // The child program of the tests: one behaviour per name. The first argument names it; when that names none, the name
 // of the program does, so that a copy of it can stand in for a tool.
 
+#include "common/Environment.h"
+
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -13,8 +15,6 @@
 #include <string>
 #include <thread>
 #include <vector>
-
-extern char** environ;
 
 namespace {
 
@@ -88,8 +88,8 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
         {"directory", [](const Arguments&) { std::cout << std::filesystem::current_path().string(); }},
         {"environment",
          [](const Arguments&) {
-             for (char** v = environ; *v; ++v)
-                 std::cout << *v << '\n';
+             for (const cmStringT& variable : hostEnvironment())
+                 std::cout << variable.c_str() << '\n';
          }},
         {"count-input", [](const Arguments&) { std::cout << std::string(std::istreambuf_iterator<char>(std::cin), {}).size(); }},
         {"show", [](const Arguments& a) { std::cout << std::ifstream(a.at(0)).rdbuf(); }},
