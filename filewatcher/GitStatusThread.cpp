@@ -10,18 +10,14 @@
 
 namespace {
 
-constexpr std::int32_t stateUnknown = -1;
 constexpr std::int32_t stateOutsideRepository = 2;
 constexpr char workTreeModified = 'M';
 
 void markOutside(const cmStringT& directory)
 {
-    const tamarin::TMString path(directory);
-    TXVCRECORD record;
-    record.state = stateUnknown;
-    txVCGetRecord(path, record);
+    TXVCRECORD record = readVCRecord(directory);
     record.state = stateOutsideRepository;
-    txVCSetRecord(path, record);
+    txVCSetRecord(tamarin::TMString(directory), record);
 }
 
 /// The watched path as an argument of a command that runs in the top level. A path through a symbolic link is only found

@@ -1,7 +1,6 @@
 #include "filewatcher/VCRecord.h"
 
 #include "common/cmStringCatHelper.h"
-#include "txapi/txapi.h"
 
 namespace {
 
@@ -25,13 +24,18 @@ void addStatusToken(cmStringT& list, cmROStringT token)
     list += token;
 }
 
-void markFile(const cmStringT& path, std::int32_t tool, cmROStringT token)
+TXVCRECORD readVCRecord(const cmStringT& path)
 {
-    const tamarin::TMString file(path);
     TXVCRECORD record;
     record.state = stateUnknown;
-    txVCGetRecord(file, record);
+    txVCGetRecord(tamarin::TMString(path), record);
+    return record;
+}
+
+void markFile(const cmStringT& path, std::int32_t tool, cmROStringT token)
+{
+    TXVCRECORD record = readVCRecord(path);
     record.tool = tool;
     addStatusToken(record.localStatus, token);
-    txVCSetRecord(file, record);
+    txVCSetRecord(tamarin::TMString(path), record);
 }

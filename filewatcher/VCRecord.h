@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/cmString.h"
+#include "txapi/txapi.h"
 
 #include <cstdint>
 
@@ -11,5 +12,7 @@
 bool hasStatusToken(cmROStringT list, cmROStringT token);
 /// Appends `token` to a status list that lacks it.
 void addStatusToken(cmStringT& list, cmROStringT token);
+/// The editor's record of a path (absolute, native separators); its state is -1 when the editor has none. Any thread.
+TXVCRECORD readVCRecord(const cmStringT& path);
 /// Adds `token` to the local status of the file `path` (absolute, native separators) in the name of `tool`. Any thread.
 void markFile(const cmStringT& path, std::int32_t tool, cmROStringT token);

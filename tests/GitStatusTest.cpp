@@ -12,13 +12,7 @@ class GitStatusTest : public ModuleTest {
 protected:
     GitStatusTest() { makeRepository(top); }
 
-    void commit(const std::vector<std::string>& names)
-    {
-        for (const std::string& name : names)
-            writeFile(top / name, "one\n");
-        git(top, {"add", "--all"});
-        git(top, {"commit", "--quiet", "--message", "more"});
-    }
+    void commit(const std::vector<std::string>& names) { commitFiles(top, names); }
     void modify(const std::string& name) { writeFile(top / name, "two, changed\n"); }
     std::string in(const std::string& name) const { return (top / name).string(); }
 

@@ -73,11 +73,21 @@ std::string git(const fs::path& directory, const std::vector<std::string>& argum
     return output.c_str();
 }
 
-void makeRepository(const fs::path& directory)
+void makeRepository(const fs::path& directory, const std::vector<std::string>& names)
 {
     fs::create_directories(directory);
     git(directory, {"init", "--quiet", "--initial-branch=main"});
     git(directory, {"config", "user.name", "Ada"});
     git(directory, {"config", "user.email", "ada@example.org"});
     git(directory, {"config", "commit.gpgSign", "false"});
+    if (!names.empty())
+        commitFiles(directory, names);
+}
+
+void commitFiles(const fs::path& directory, const std::vector<std::string>& names)
+{
+    for (const std::string& name : names)
+        writeFile(directory / name, "one\n");
+    git(directory, {"add", "--all"});
+    git(directory, {"commit", "--quiet", "--message", "files"});
 }

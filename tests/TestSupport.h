@@ -34,8 +34,10 @@ bool eventually(const std::function<bool()>& condition, std::chrono::millisecond
 
 /// Runs git in `directory`; fails the test when git fails. Returns its output.
 std::string git(const std::filesystem::path& directory, const std::vector<std::string>& arguments);
-/// A new repository in `directory` with an identity of its own.
-void makeRepository(const std::filesystem::path& directory);
+/// A new repository in `directory` with an identity of its own, and one commit of these files when there are any.
+void makeRepository(const std::filesystem::path& directory, const std::vector<std::string>& names = {});
+/// Commits all there is, these new files included.
+void commitFiles(const std::filesystem::path& directory, const std::vector<std::string>& names);
 
 // What the system knows of this process.
 std::size_t openDescriptors();

@@ -81,10 +81,7 @@ TEST(Txhost, ShowsTheStatusOfAWorkingCopy)
 {
     const TempFolder folder;
     const fs::path top = folder / "it's a repo";
-    makeRepository(top);
-    writeFile(top / "a b.txt", "1");
-    git(top, {"add", "."});
-    git(top, {"commit", "--quiet", "--message", "x"});
+    makeRepository(top, {"a b.txt"});
     writeFile(top / "a b.txt", "22");
 
     const std::string both = "'" + (folder / "it").string() + "'\\''s a repo' " + quoted(folder.path());
@@ -127,10 +124,7 @@ TEST(Txhost, WatchesUntilItIsInterrupted)
 {
     const TempFolder folder;
     const fs::path top = folder / "repo";
-    makeRepository(top);
-    writeFile(top / "a", "1");
-    git(top, {"add", "."});
-    git(top, {"commit", "--quiet", "--message", "x"});
+    makeRepository(top, {"a"});
 
     ChildProcess watch;
     ChildPipe output;

@@ -1,5 +1,6 @@
 #include "txhost/StatusPoll.h"
 
+#include "common/CommandRunner.h"
 #include "common/cmFile.h"
 #include "common/cmPath.h"
 #include "txhost/Console.h"
@@ -13,7 +14,6 @@ namespace {
 constexpr std::int32_t gitTool = 8;
 constexpr std::int32_t gitWatchType = 8;
 constexpr std::int32_t stateOutside = 2;
-constexpr std::int32_t statusOutputLimit = -6657;
 
 cmArray<cmStringT> tokens(cmROStringT list)
 {
@@ -53,6 +53,11 @@ cmArray<cmStringT> watchedDirectories(const std::vector<std::string>& named)
             directories.push_back(path);
     }
     return directories;
+}
+
+bool StatusRound::isSwitchedOff() const
+{
+    return std::any_of(failed.begin(), failed.end(), [](const auto& failure) { return failure.second == statusOutputLimit; });
 }
 
 StatusRound pollStatus(Host& host, const cmArray<cmStringT>& directories)

@@ -20,6 +20,9 @@ struct StatusRound {
     cmSortedDictionary<cmStringT, FileStatus> files;     ///< by absolute path
     cmArray<cmStringT> outside;                          ///< watched directories without a repository
     cmSortedDictionary<cmStringT, std::int32_t> failed;  ///< passes that ended with a status, by directory
+
+    /// Whether a tool wrote too much: its thread has stopped for good.
+    bool isSwitchedOff() const;
 };
 
 /// The directories as the editor would name them: absolute, without . and .. and trailing separators, each once.

@@ -53,14 +53,6 @@ private:
     StatusRound m_last;
 };
 
-constexpr std::int32_t statusOutputLimit = -6657;
-
-bool isSwitchedOff(const StatusRound& round)
-{
-    return std::any_of(round.failed.begin(), round.failed.end(),
-                       [](const auto& failure) { return failure.second == statusOutputLimit; });
-}
-
 }  // namespace
 
 int runWatch(const HostOptions& options, const std::vector<std::string>& named)
@@ -75,7 +67,7 @@ int runWatch(const HostOptions& options, const std::vector<std::string>& named)
         if (!round.finished)
             return 0;
         printer.show(round);
-        if (isSwitchedOff(round))
+        if (round.isSwitchedOff())
             return 1;
         if (host.editor().runUntil([] { return console::wasInterrupted(); }, options.intervalSeconds * 1000))
             return 0;
