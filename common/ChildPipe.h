@@ -31,6 +31,7 @@ public:
     std::intptr_t getChildEnd() const { return childEnd; }
     /// Whether the other side was found closed and everything was read: nothing will ever come again.
     bool isEnded() const { return ended; }
+    void markEnded() { ended = true; }
 
 private:
     std::intptr_t parentEnd = none;

@@ -19,6 +19,13 @@ inline constexpr SpawnOptions spawnHiddenWindow = 0x200;
 inline constexpr SpawnOptions spawnStandardHandles = 0x100;  ///< without pipes: the output of a host with a console
 inline constexpr SpawnOptions spawnForget = 0x400;           ///< give the process up right after its start
 
+/// What one look at a child and its pipes found.
+struct ChildActivity {
+    bool running;  ///< noted before the pipes: when it is false, they hold all there will be of the child's own
+    bool output;   ///< data waits there
+    bool error;
+};
+
 /// One started child. One thread at a time may use it. It does not end with the record: a child that nobody
 /// terminated goes on, and is reaped later.
 class ChildProcess {
@@ -35,6 +42,8 @@ public:
     void terminate();
     /// Gives the child up and clears the record. Waits only for a child that was terminated, and only briefly.
     void close();
+    /// isRunning and both pipes' dataAvailable at once. Never blocks.
+    ChildActivity look(ChildPipe& output, ChildPipe& error);
     /// Returns when the child has ended, when one of the pipes has data or ended, or after `timeoutMs` milliseconds.
     void waitForActivity(const ChildPipe& output, const ChildPipe& error, std::uint32_t timeoutMs);
 

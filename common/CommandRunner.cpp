@@ -57,14 +57,13 @@ private:
                 return false;
             }
         }
-        const bool running = m_process.isRunning();
-        const bool readOutput = m_output.dataAvailable();
-        if (readOutput && !takeOutput())
+        const ChildActivity seen = m_process.look(m_output, m_error);
+        if (seen.output && !takeOutput())
             return false;
-        const bool readError = m_error.dataAvailable() && drainError(m_error, m_result.errorOutput);
-        if (running && !readOutput && !readError)
+        const bool readError = seen.error && drainError(m_error, m_result.errorOutput);
+        if (seen.running && !seen.output && !readError)
             m_process.waitForActivity(m_output, m_error, idleWaitMs);
-        return running || readOutput;
+        return seen.running || seen.output;
     }
 
     bool takeOutput()

@@ -59,11 +59,16 @@ void* cmNativeThread::create(void (*entry)(void*), void* argument, std::size_t s
 
 void cmNativeThread::setPriority(void* thread, Priority priority)
 {
-    // Linux keeps a nice value per thread. Children inherit it, so a tool that is polled is as modest as its poller.
-    constexpr int step = 10;
-    const auto id = static_cast<id_t>(native(thread).systemId);
-    const int nice = getpriority(PRIO_PROCESS, id);
-    setpriority(PRIO_PROCESS, id, priority == Priority::lowest ? nice + step : nice - step);
+    const pid_t id = native(thread).systemId;
+    if (priority == Priority::lowest) {
+        // Never preempts a thread by waking up. A higher nice value would also starve the children, who inherit it
+        // and could not give it back.
+        const sched_param none{};
+        sched_setscheduler(id, SCHED_BATCH, &none);
+    } else {
+        constexpr int highest = -10;
+        setpriority(PRIO_PROCESS, static_cast<id_t>(id), highest);
+    }
 }
 
 bool cmNativeThread::wait(void* thread)

@@ -1,0 +1,97 @@
+#include "benchmarks/BenchModule.h"
+
+#include "benchmarks/Measurement.h"
+#include "common/ChildProcess.h"
+#include "filewatcher/txDllInit.h"
+
+#include <chrono>
+
+namespace {
+
+constexpr std::int32_t gitTool = 8;
+constexpr std::int32_t outputLimit = 64 * 1024 * 1024;
+constexpr std::int32_t passLimitMs = 120'000;
+
+}  // namespace
+
+BenchModule::BenchModule(const std::string& tool) : m_tool(cmROStringT(tool))
+{
+    m_editor.defineMacro("_GitGetExePath", [this] { return m_tool; });
+    m_editor.setSetting("def_git_update_interval", 5);
+    m_editor.setSetting("def_git_show_file_status", 1);
+    m_editor.setSetting("def_vc_max_status_output_size", outputLimit);
+    EditorObserver observer;
+    observer.passBegan = [this](const cmStringT&) { m_begun = true; };
+    observer.statusChanged = [this] { m_changed = true; };
+    observer.passEnded = [this](const cmStringT&, std::int32_t status) {
+        m_ended = true;
+        m_status = status;
+    };
+    m_editor.setObserver(observer);
+    if (txDllInit() != 0)
+        throw BenchError("the module could not register its functions");
+}
+
+BenchModule::~BenchModule()
+{
+    m_editor.call("filewatcher_stop_async_work", {});
+}
+
+std::int32_t BenchModule::call(cmROStringT name, const cmArray<CallArgument>& arguments)
+{
+    const CallResult result = m_editor.call(name, arguments);
+    if (!result.found)
+        throw BenchError(result.error.c_str());
+    return result.number.value_or(0);
+}
+
+void BenchModule::addPath(const std::string& path)
+{
+    forgetPass();
+    call("filewatcherAddPath", {cmStringT(cmROStringT(path)), gitType, 1});
+}
+
+void BenchModule::statusPass(const std::string& path)
+{
+    addPath(path);
+    // The editor is told of changes right after the pass, when there are any.
+    const auto told = [this] { return m_ended && (m_status != 0 || m_changed || m_editor.records().empty()); };
+    if (!m_editor.runUntil(told, passLimitMs))
+        throw BenchError("no status pass over " + path);
+    if (m_status != 0)
+        throw BenchError("a status pass over " + path + " ended with " + std::to_string(m_status));
+}
+
+void BenchModule::waitFor(const std::function<bool()>& done, const char* what)
+{
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!m_editor.runUntil(done, 1)) {
+        if (std::chrono::steady_clock::now() > deadline)
+            throw BenchError(std::string("waited in vain for ") + what);
+    }
+}
+
+std::size_t BenchModule::takeMarkedFiles()
+{
+    std::size_t count = 0;
+    for (const auto& [path, record] : m_editor.records()) {
+        if (!record.localStatus.isEmpty())
+            ++count;
+    }
+    m_editor.clearRecords(gitTool);
+    return count;
+}
+
+void BenchModule::forgetPass()
+{
+    m_begun = m_ended = m_changed = false;
+    m_status = 0;
+}
+
+std::string gitProgram()
+{
+    const cmStringT program = findHostProgram("git");
+    if (program.isNull())
+        throw BenchError("git was not found in PATH");
+    return program.c_str();
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+/// What the measurements want of the system: the commands that they run, and what it knows of this process.
+namespace bench {
+
+/// The processor time that this process has used, without its children, in milliseconds.
+double processorMilliseconds();
+
+// Command lines in the module's grammar.
+std::string printFileCommand(const std::filesystem::path& file);
+std::string sleepCommand(int seconds);
+
+/// Runs a script in a plain shell, and throws BenchError when it fails.
+void runInShell(const std::string& script);
+/// A script that asks `git` for the top level and the status of the repository at `top`, in the way of a poll.
+std::string statusScript(const std::filesystem::path& git, const std::filesystem::path& top);
+/// A script that sends a file through a pipe to nowhere.
+std::string pipeScript(const std::filesystem::path& file);
+
+/// Makes a program at `path` that creates the file `marker` and then hangs, whatever its arguments.
+void makeHangingTool(const std::filesystem::path& path, const std::filesystem::path& marker);
+
+/// A child that is started and ended with nothing but what the system has for it.
+class DirectChild {
+public:
+    /// Throws BenchError when it cannot be started.
+    explicit DirectChild(const std::filesystem::path& program);
+    ~DirectChild() { end(); }
+    DirectChild(const DirectChild&) = delete;
+    DirectChild& operator=(const DirectChild&) = delete;
+
+    /// Kills it and waits for its end.
+    void end();
+
+private:
+    int m_id = 0;
+};
+
+}  // namespace bench

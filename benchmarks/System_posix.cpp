@@ -1,0 +1,105 @@
+#include "benchmarks/System.h"
+
+#include "benchmarks/Measurement.h"
+#include "benchmarks/ScratchFolder.h"
+#include "common/CommandLine.h"
+
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+double inMilliseconds(const timeval& time)
+{
+    return static_cast<double>(time.tv_sec) * 1000 + static_cast<double>(time.tv_usec) / 1000;
+}
+
+/// One word of a shell script.
+std::string quoted(const fs::path& path)
+{
+    std::string word = "'";
+    for (const char character : path.string()) {
+        if (character == '\'')
+            word += "'\\'";
+        word += character;
+    }
+    return word + "'";
+}
+
+}  // namespace
+
+double bench::processorMilliseconds()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return inMilliseconds(usage.ru_utime) + inMilliseconds(usage.ru_stime);
+}
+
+std::string bench::printFileCommand(const fs::path& file)
+{
+    return std::string("/bin/cat ") + quoteArgument(file.string()).c_str();
+}
+
+std::string bench::sleepCommand(int seconds)
+{
+    return "/bin/sleep " + std::to_string(seconds);
+}
+
+void bench::runInShell(const std::string& script)
+{
+    const int status = std::system(script.c_str());
+    if (status != 0)
+        throw BenchError("the reference failed with status " + std::to_string(status) + ": " + script);
+}
+
+std::string bench::statusScript(const fs::path& git, const fs::path& top)
+{
+    // As the module does it: no lock for a refreshed index, and no other program that watches the files.
+    const std::string settings = "export GIT_OPTIONAL_LOCKS=0 GIT_CONFIG_COUNT=1 GIT_CONFIG_KEY_0=core.fsmonitor "
+                                 "GIT_CONFIG_VALUE_0=false; ";
+    const std::string program = quoted(git);
+    return settings + "cd " + quoted(top) + " && " + program + " rev-parse --show-toplevel >/dev/null && " + program
+           + " status --porcelain >/dev/null";
+}
+
+std::string bench::pipeScript(const fs::path& file)
+{
+    return "cat " + quoted(file) + " | cat >/dev/null";
+}
+
+void bench::makeHangingTool(const fs::path& path, const fs::path& marker)
+{
+    writeFile(path, "#!/bin/sh\n: >" + quoted(marker) + "\nexec sleep 600\n");
+    fs::permissions(path, fs::perms::owner_all);
+}
+
+bench::DirectChild::DirectChild(const fs::path& program)
+{
+    std::string name = program.string();
+    char* arguments[] = {name.data(), nullptr};
+    pid_t child = 0;
+    const int error = posix_spawn(&child, name.c_str(), nullptr, nullptr, arguments, environ);
+    if (error != 0)
+        throw BenchError(name + ": " + std::strerror(error));
+    m_id = child;
+}
+
+void bench::DirectChild::end()
+{
+    if (m_id == 0)
+        return;
+    const pid_t child = std::exchange(m_id, 0);
+    kill(child, SIGKILL);
+    while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+    }
+}
