@@ -1,0 +1,83 @@
+#include "common/ChildPipe.h"
+
+#include "common/cmStatusException.h"
+
+#include <windows.h>
+
+#include <utility>
+
+namespace {
+
+HANDLE native(std::intptr_t end)
+{
+    return reinterpret_cast<HANDLE>(end);
+}
+
+void closeEnd(std::intptr_t& end)
+{
+    if (end != ChildPipe::none)
+        CloseHandle(native(std::exchange(end, ChildPipe::none)));
+}
+
+/// Puts a handle that no child inherits in the place of one that every child would.
+bool makePrivate(HANDLE& end)
+{
+    const HANDLE self = GetCurrentProcess();
+    HANDLE duplicate = nullptr;
+    const bool made = DuplicateHandle(self, end, self, &duplicate, 0, FALSE, DUPLICATE_SAME_ACCESS) != 0;
+    CloseHandle(end);
+    end = made ? duplicate : INVALID_HANDLE_VALUE;
+    return made;
+}
+
+}  // namespace
+
+void ChildPipe::create(bool toChild, std::uint32_t bufferSize)
+{
+    close();
+    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    HANDLE readEnd = INVALID_HANDLE_VALUE;
+    HANDLE writeEnd = INVALID_HANDLE_VALUE;
+    if (!CreatePipe(&readEnd, &writeEnd, &inheritable, bufferSize))
+        throw cmStatusException(cmStatusPipeFailed);
+    const bool made = makePrivate(toChild ? writeEnd : readEnd);
+    parentEnd = reinterpret_cast<std::intptr_t>(toChild ? writeEnd : readEnd);
+    childEnd = reinterpret_cast<std::intptr_t>(toChild ? readEnd : writeEnd);
+    if (!made) {
+        close();
+        throw cmStatusException(cmStatusPipeFailed);
+    }
+}
+
+bool ChildPipe::dataAvailable()
+{
+    if (parentEnd == none || ended)
+        return false;
+    DWORD waiting = 0;
+    ended = !PeekNamedPipe(native(parentEnd), nullptr, 0, nullptr, &waiting, nullptr);
+    return !ended && waiting > 0;
+}
+
+int ChildPipe::read(void* buffer, std::uint32_t count)
+{
+    DWORD taken = 0;
+    return ReadFile(native(parentEnd), buffer, count, &taken, nullptr) ? static_cast<int>(taken) : -1;
+}
+
+int ChildPipe::write(const void* data, std::uint32_t count)
+{
+    DWORD written = 0;
+    return WriteFile(native(parentEnd), data, count, &written, nullptr) ? static_cast<int>(written) : -1;
+}
+
+void ChildPipe::closeChildEnd()
+{
+    closeEnd(childEnd);
+}
+
+void ChildPipe::close()
+{
+    closeEnd(childEnd);
+    closeEnd(parentEnd);
+    ended = false;
+}
