@@ -79,5 +79,9 @@ struct SpawnStreams {
 void spawnProcess(ChildProcess& process, cmROStringT commandLine, SpawnOptions options, const Environment& variables,
                   cmROStringT workingDirectory, const SpawnStreams& streams, cmStringT* errorDetail, bool quiet);
 
+/// Collects the children that were given up while they ran and have ended since. Every start and every close does so
+/// too; who starts nothing any more calls it, so that no ended child lingers. Any thread.
+void reapEndedChildren();
+
 /// findProgram with this platform's rules and files and the host's PATH.
 cmStringT findHostProgram(cmROStringT program);

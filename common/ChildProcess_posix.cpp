@@ -27,17 +27,11 @@ constexpr const char* interpreterPath = "/bin/sh";
 cmMutex unreapedLock;
 cmArray<pid_t> unreaped CM_GUARDED_BY(unreapedLock);
 
+/// True when the child was collected, by us or by a host that collects every child itself.
 bool reap(pid_t child)
 {
     const pid_t result = waitpid(child, nullptr, WNOHANG);
     return result == child || (result < 0 && errno == ECHILD);
-}
-
-/// Collects the children that were given up while they ran and have ended since.
-void reapLeftOver()
-{
-    cmMutexLock hold(unreapedLock);
-    unreaped.erase(std::remove_if(unreaped.begin(), unreaped.end(), &reap), unreaped.end());
 }
 
 void reapLater(pid_t child)
@@ -46,10 +40,23 @@ void reapLater(pid_t child)
     unreaped.push_back(child);
 }
 
+/// A child without a handle had ended before it could get one.
 bool hasEnded(std::intptr_t handle, int timeoutMs)
 {
+    if (handle == ChildProcess::none)
+        return true;
     pollfd child{static_cast<int>(handle), POLLIN, 0};
-    return poll(&child, 1, timeoutMs) == 1;
+    int seen = poll(&child, 1, timeoutMs);
+    while (seen < 0 && errno == EINTR)
+        seen = poll(&child, 1, timeoutMs);
+    return seen == 1;
+}
+
+/// Whether the child, running or ended, was not collected yet: only then do its id and its group surely belong to it.
+bool isOurs(std::intptr_t handle)
+{
+    siginfo_t info{};
+    return handle != ChildProcess::none && waitid(P_PIDFD, static_cast<id_t>(handle), &info, WEXITED | WNOHANG | WNOWAIT) == 0;
 }
 
 /// The child first, so that it is looked at before its pipes. poll passes over descriptors below 0.
@@ -156,7 +163,7 @@ bool ChildStarter::isProgram(const cmStringT& path)
 
 bool ChildStarter::start(ChildProcess& process, cmStringT& detail) const
 {
-    reapLeftOver();
+    reapEndedChildren();
     cmArray<cmStringT> words{program};
     if (interpreter)
         words = {"sh", "-c", posixInterpreterText(program, arguments)};
@@ -179,7 +186,7 @@ bool ChildStarter::start(ChildProcess& process, cmStringT& detail) const
         return false;
     }
     const auto handle = static_cast<int>(syscall(SYS_pidfd_open, child, 0));
-    if (handle < 0) {
+    if (handle < 0 && errno != ESRCH) {
         detail = cmCat(program) + ": " + std::strerror(errno);
         kill(-child, SIGKILL);
         reapLater(child);
@@ -191,6 +198,12 @@ bool ChildStarter::start(ChildProcess& process, cmStringT& detail) const
     return true;
 }
 
+void reapEndedChildren()
+{
+    cmMutexLock hold(unreapedLock);
+    unreaped.erase(std::remove_if(unreaped.begin(), unreaped.end(), &reap), unreaped.end());
+}
+
 bool ChildProcess::isRunning()
 {
     return valid && !hasEnded(handle, 0);
@@ -200,8 +213,8 @@ void ChildProcess::terminate()
 {
     if (!valid)
         return;
-    // Until `close` reaps it the child's id cannot be given to another process, nor its group's.
-    kill(-static_cast<pid_t>(processId), SIGKILL);
+    if (isOurs(handle))
+        kill(-static_cast<pid_t>(processId), SIGKILL);
     terminated = true;
 }
 
@@ -212,13 +225,14 @@ void ChildProcess::close()
         hasEnded(handle, terminated ? terminateGraceMs : 0);
         if (!reap(child))
             reapLater(child);
-        ::close(static_cast<int>(handle));
+        if (handle != none)
+            ::close(static_cast<int>(handle));
     }
     handle = none;
     processId = 0;
     valid = 0;
     terminated = false;
-    reapLeftOver();
+    reapEndedChildren();
 }
 
 ChildActivity ChildProcess::look(ChildPipe& output, ChildPipe& error)
@@ -231,7 +245,8 @@ ChildActivity ChildProcess::look(ChildPipe& output, ChildPipe& error)
             pipe.markEnded();
         return (seen & POLLIN) != 0;
     };
-    return {valid && !sources[0].revents, hasData(output, sources[1].revents), hasData(error, sources[2].revents)};
+    return {valid && handle != none && !sources[0].revents, hasData(output, sources[1].revents),
+            hasData(error, sources[2].revents)};
 }
 
 void ChildProcess::waitForActivity(const ChildPipe& output, const ChildPipe& error, std::uint32_t timeoutMs)

@@ -211,6 +211,8 @@ bool ChildStarter::start(ChildProcess& process, cmStringT& detail) const
     return true;
 }
 
+void reapEndedChildren() {}
+
 bool ChildProcess::isRunning()
 {
     return valid && WaitForSingleObject(native(handle), 0) != WAIT_OBJECT_0;

@@ -12,8 +12,9 @@ namespace {
 
 using Setting = std::pair<cmROStringT, cmROStringT>;
 
-constexpr std::array<Setting, 10> quietSettings{{
-    {"GIT_OPTIONAL_LOCKS", "0"},  // a poll never takes index.lock
+constexpr std::array<Setting, 11> quietSettings{{
+    {"GIT_OPTIONAL_LOCKS", "0"},     // a poll never takes index.lock
+    {"GIT_LITERAL_PATHSPECS", "1"},  // a folder named a[b] is that folder
     {"GIT_TERMINAL_PROMPT", "0"},
     {"GIT_ASKPASS", ""},
     {"SSH_ASKPASS", ""},
@@ -35,7 +36,7 @@ constexpr std::array<Setting, 7> gitConfiguration{{
     {"i18n.logOutputEncoding", "UTF-8"},
 }};
 
-constexpr std::array<cmROStringT, 13> removedNames{
+constexpr std::array<cmROStringT, 21> removedNames{
     "LC_ALL",
     "LANGUAGE",
     "GIT_DIR",
@@ -49,6 +50,14 @@ constexpr std::array<cmROStringT, 13> removedNames{
     "GIT_EXTERNAL_DIFF",
     "GIT_CONFIG_PARAMETERS",
     "GIT_CONFIG_COUNT",
+    "GIT_CONFIG",
+    "GIT_SHALLOW_FILE",
+    "GIT_GRAFT_FILE",
+    "GIT_REPLACE_REF_BASE",
+    "GIT_NO_REPLACE_OBJECTS",
+    "GIT_GLOB_PATHSPECS",
+    "GIT_NOGLOB_PATHSPECS",
+    "GIT_ICASE_PATHSPECS",
 };
 
 constexpr cmROStringT countName = "GIT_CONFIG_COUNT";
@@ -93,7 +102,8 @@ int configurationCount(const Environment& environment, cmPathStyle style)
     int count = 0;
     const auto [end, error] = std::from_chars(text.c_str(), text.c_str() + text.length(), count);
     const bool whole = error == std::errc() && end == text.c_str() + text.length();
-    return whole && count > 0 ? count : 0;
+    constexpr int most = 100000;
+    return whole && count > 0 && count <= most ? count : 0;
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include "common/cmFile.h"
 
+#include <exception>
 #include <filesystem>
 #include <string>
-#include <system_error>
 
 namespace {
 
@@ -14,14 +14,16 @@ std::filesystem::path systemPath(cmROStringT path)
 }  // namespace
 
 cmStringT cmRealPath(cmROStringT path)
-{
-    std::error_code error;
-    const std::u8string real = std::filesystem::canonical(systemPath(path), error).u8string();
-    return error ? cmStringT() : cmStringT(cmROStringT(reinterpret_cast<const char*>(real.data()), real.size()));
+try {
+    const std::u8string real = std::filesystem::canonical(systemPath(path)).u8string();
+    return cmROStringT(reinterpret_cast<const char*>(real.data()), real.size());
+} catch (const std::exception&) {
+    return {};  // no such file, or no name that the system could have
 }
 
 bool cmIsDirectory(cmROStringT path)
-{
-    std::error_code error;
-    return std::filesystem::is_directory(systemPath(path), error);
+try {
+    return std::filesystem::is_directory(systemPath(path));
+} catch (const std::exception&) {
+    return false;
 }

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <ctime>
 #include <memory>
 #include <semaphore>
@@ -24,6 +25,16 @@ struct Thread {
 Thread& native(void* thread)
 {
     return *static_cast<Thread*>(thread);
+}
+
+/// The signals that are meant for the host: its handlers must not run on our small stacks. Faults stay as they are.
+sigset_t hostSignals()
+{
+    sigset_t set;
+    sigfillset(&set);
+    for (const int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGABRT, SIGSYS})
+        sigdelset(&set, fault);
+    return set;
 }
 
 void* begin(void* argument)
@@ -47,8 +58,12 @@ void* cmNativeThread::create(void (*entry)(void*), void* argument, std::size_t s
     pthread_attr_t attributes;
     if (pthread_attr_init(&attributes) != 0)
         return nullptr;
+    sigset_t before;
+    const sigset_t blocked = hostSignals();
+    pthread_sigmask(SIG_BLOCK, &blocked, &before);
     const bool created = pthread_attr_setstacksize(&attributes, stackSize) == 0
                          && pthread_create(&thread->id, &attributes, &begin, thread.get()) == 0;
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
     pthread_attr_destroy(&attributes);
     if (!created)
         return nullptr;

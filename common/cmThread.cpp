@@ -189,8 +189,17 @@ void cmThread::entry(void* object)
 {
     auto* self = static_cast<cmThread*>(object);
     currentThread = self;
-    self->finish(self->run());
+    self->finish(self->runGuarded());
     currentThread = nullptr;
+}
+
+std::int32_t cmThread::runGuarded()
+{
+    try {
+        return run();
+    } catch (...) {
+        return cmThreadFailed;  // a guest does not end its host
+    }
 }
 
 void cmThread::finish(std::int32_t result)

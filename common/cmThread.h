@@ -9,6 +9,8 @@
 
 /// The status of a cmThread while it runs.
 inline constexpr std::int32_t cmThreadStillRunning = -102619;
+/// The status of a cmThread whose body ended with an exception.
+inline constexpr std::int32_t cmThreadFailed = -1;
 
 /// The stack size that every cmThread starts with, in bytes. Thread-safe.
 std::size_t cmDefaultStackSize();
@@ -59,12 +61,14 @@ public:
 
 private:
     static void entry(void* object);
+    std::int32_t runGuarded();
     void finish(std::int32_t result);
     static void releaseEnded(void* ended);
 
     void* handle CM_GUARDED_BY(lock) = nullptr;
     /// The system's side of a thread that has ended but was not joined. It is waited for (it has only its last
-    /// instructions left) before the object goes, so that no thread ever outlives its object and its code.
+    /// instructions left) before the object goes, so that no thread outlives its object and its code: none but one
+    /// that deletes its own object.
     void* endedHandle CM_GUARDED_BY(lock) = nullptr;
     cmMutex lock;
     std::uint8_t stopFlag CM_GUARDED_BY(lock) = 0;

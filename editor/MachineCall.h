@@ -20,7 +20,8 @@ struct MachineArgument {
 inline constexpr std::size_t maxMachineArguments = 8;
 
 /// Calls a function whose result is a Result and whose parameters are what `rest` holds, at most maxMachineArguments.
-/// Each step turns the first of them into a true argument, so that the last one knows the function's type.
+/// Each step turns the first of them into a true argument, so that the last one knows the function's type as
+/// the machine sees it: any pointer is passed like any other, and a reference like a pointer.
 template <class Result, class... Done>
 Result machineCall(TXPFN function, std::span<const MachineArgument> rest, Done... done)
 {

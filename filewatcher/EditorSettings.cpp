@@ -16,7 +16,9 @@ cmStringT callEditorMacro(TXPSZ name)
 {
     cmStringT result("");
     const std::int32_t index = txFindName(name, txKindFunction);
-    if (index && txIsCallable(index) && txCallFunction(0, index, 0, nullptr) == 0)
+    if (index && txIsCallable(index)) {
+        txCallFunction(0, index, 0, nullptr);
         txHvarGetString(txLastResult, result);
+    }
     return result;
 }

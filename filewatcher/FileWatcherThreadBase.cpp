@@ -99,7 +99,8 @@ bool FileWatcherThreadBase::isSuspended()
 
 void FileWatcherThreadBase::sleepIdle()
 {
-    wakeEvent.wait(idleSleepMs);
+    if (wakeEvent.wait(idleSleepMs) == cmWaitFailed)
+        cmThread::sleep(idleSleepMs);  // the system had no event to give
     // Whoever set the event did so after the change that it stands for, and every cycle looks for changes anew.
     wakeEvent.reset();
 }

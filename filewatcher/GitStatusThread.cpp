@@ -13,13 +13,6 @@ namespace {
 constexpr std::int32_t stateOutsideRepository = 2;
 constexpr char workTreeModified = 'M';
 
-void markOutside(const cmStringT& directory)
-{
-    TXVCRECORD record = readVCRecord(directory);
-    record.state = stateOutsideRepository;
-    txVCSetRecord(tamarin::TMString(directory), record);
-}
-
 /// The watched path as an argument of a command that runs in the top level. A path through a symbolic link is only found
 /// below the top level, which git reports without links, once its own links are followed.
 cmStringT pathArgument(const cmStringT& path, const cmStringT& top)
@@ -33,8 +26,7 @@ cmStringT pathArgument(const cmStringT& path, const cmStringT& top)
     }
     if (relative.empty())
         return "";
-    // Neither an option nor pathspec magic.
-    if (relative.starts_with('-') || relative.starts_with(':'))
+    if (relative.starts_with('-'))  // no option
         return quoteArgument(cmStringT(cmCat("./") + relative));
     return quoteArgument(relative);
 }
@@ -66,16 +58,22 @@ std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path, bool& writ
     if (status != 0)
         return status;
     const cmStringT top = cmNativeSeparators(cmWithoutLineEnd(output));
+    TXVCRECORD directory = readVCRecord(path);
     if (top.isEmpty()) {
-        markOutside(path);
-        written = true;
+        written |= directory.state != stateOutsideRepository;
+        directory.state = stateOutsideRepository;
+        txVCSetRecord(tamarin::TMString(path), directory);
         return 0;
     }
+    if (isStopping())
+        return statusStopRequested;
 
     status = runGit(cmStringT(cmCat(program) + " status --porcelain " + pathArgument(path, top)), top, outputLimit, output);
     if (status != 0)
         return status;
     for (const GitPorcelainEntry& entry : parseGitPorcelain(output)) {
+        if (isStopping())
+            return statusStopRequested;
         if (entry.workTreeState != workTreeModified)
             continue;
         markFile(cmJoinPath(top, cmNativeSeparators(entry.path)), tool.number, "mod");

@@ -15,7 +15,8 @@ private:
 
     std::int32_t processEntry(const WatchEntry& entry);
     void listEmptied();
-    /// One pass over a directory. 0, or why it was cut short; sets `written` when it wrote a record.
+    /// One pass over a directory. 0, or why it was cut short; sets `written` when it wrote a record that tells
+    /// something new.
     std::int32_t gitStatusForPath(const cmStringT& path, bool& written);
     std::int32_t runGit(cmROStringT commandLine, cmROStringT workingDirectory, std::int32_t outputLimit, cmStringT& output);
 

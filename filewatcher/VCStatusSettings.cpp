@@ -13,17 +13,17 @@ constexpr std::int32_t missingSetting = -1;
 template <class Thread>
 std::int32_t readStatusSettings()
 {
-    Thread* thread = Thread::instance(true);
-    if (thread->isConfigured())
+    if (Thread::instance(true)->isConfigured())
         return 0;
-    thread->setSuspended(isSuspendStateSet());
+    Thread::instance(true)->setSuspended(isSuspendStateSet());
     const cmStringT exePath = callEditorMacro(Thread::tool.exePathMacro);
     const std::int32_t interval = editorSetting(Thread::tool.intervalSetting, missingSetting);
     if (exePath.isEmpty())
         return statusNoExecutable;
     const std::int32_t maxOutputSize = editorSetting("def_vc_max_status_output_size", missingSetting);
     if (interval != missingSetting)
-        thread->setStatusConfig(exePath, static_cast<std::uint32_t>(interval) * 1000, maxOutputSize);
+        // Got anew: the editor's macro may have stopped the thread.
+        Thread::instance(true)->setStatusConfig(exePath, static_cast<std::uint32_t>(interval) * 1000, maxOutputSize);
     return 0;
 }
 

@@ -8,6 +8,7 @@
 #include "txapi/txapi.h"
 
 #include <cstdint>
+#include <exception>
 
 /// How one version-control tool is known to the editor.
 struct StatusTool {
@@ -44,6 +45,7 @@ public:
             return;
         thread->requestStopUnderLock();
         thread->join();
+        reapEndedChildren();
         cmMutexLock hold(singletonLock);
         delete theInstance;
         theInstance = nullptr;
@@ -88,7 +90,7 @@ public:
 
     std::int32_t run() override
     {
-        if (stopRequested(singletonLock))
+        if (isStopping())
             return statusStopRequested;
         for (;;) {
             const bool resting = isSuspended();
@@ -98,9 +100,10 @@ public:
             } else {
                 if (!resting)
                     derived().listEmptied();
+                reapEndedChildren();
                 sleepIdle();
             }
-            if (stopRequested(singletonLock))
+            if (isStopping())
                 return statusStopRequested;
         }
     }
@@ -117,13 +120,15 @@ protected:
         return !exe.isEmpty();
     }
 
+    bool isStopping() { return stopRequested(singletonLock); }
+
     /// Runs one command of the tool and replaces `output` by what it wrote. 0; statusOutputLimit, after which this thread
     /// stops for good; statusStopRequested; or why the command could not be started.
     std::int32_t runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory, std::int32_t outputLimit,
                          cmStringT& output)
     {
         CaptureControl control;
-        control.stopRequested = [this] { return stopRequested(singletonLock); };
+        control.stopRequested = [this] { return isStopping(); };
         control.maxOutput = static_cast<std::uint32_t>(outputLimit);  // -1: no practical limit
         control.outputTooLarge = [this] {
             cmMutexLock hold(singletonLock);
@@ -146,7 +151,18 @@ private:
         entry.path = cmStringT(cmWithoutTrailingSeparator(entry.path));
         const tamarin::TMString path(entry.path);
         txVCPassBegin(path);
-        txVCPassEnd(path, derived().processEntry(entry));
+        txVCPassEnd(path, processGuarded(entry));
+    }
+
+    /// A pass that runs out of memory is one that failed; the thread and the editor go on.
+    std::int32_t processGuarded(const WatchEntry& entry)
+    {
+        try {
+            return derived().processEntry(entry);
+        } catch (const std::exception& failure) {
+            debugLog("VCStatusThread::processGuarded", __LINE__, failure.what());
+            return cmThreadFailed;
+        }
     }
 
     static inline cmMutex singletonLock;

@@ -43,7 +43,7 @@ std::int32_t addPath(const WatchEntry& entry, std::int32_t (*readSettings)())
         return statusAlreadyRunning;
     if (!thread->isConfigured())
         readSettings();
-    thread->start();
+    Thread::instance(true)->start();  // got anew: reading the settings runs the editor's macros
     return 0;
 }
 
@@ -87,8 +87,9 @@ std::int32_t filewatcherAddPath(TXPSZ path, std::int32_t type, std::int32_t flag
 
 void filewatcherRemovePath(TXPSZ path, std::int32_t typeMask)
 {
+    const cmStringT removed(path);
     if (txFeatureAvailable())
-        withFirstThread(typeMask, [path](FileWatcherThreadBase& thread) { thread.removePath(path); });
+        withFirstThread(typeMask, [&removed](FileWatcherThreadBase& thread) { thread.removePath(removed); });
 }
 
 void filewatcherRemoveType(std::int32_t typeMask)
