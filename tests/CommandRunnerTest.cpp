@@ -74,6 +74,14 @@ TEST(CommandRunner, LosesNothingThatIsWrittenJustBeforeTheEnd)
         ASSERT_EQ(run(helper("bytes 100")).output, expected) << round;
 }
 
+TEST(CommandRunner, WorksForAHostThatHasItsChildrenCollectedForIt)
+{
+    const auto handler = std::signal(SIGCHLD, SIG_IGN);
+    for (int round = 0; round < 300; ++round)
+        ASSERT_EQ(run(helper("bytes 100")).output.size(), 100u) << round;
+    std::signal(SIGCHLD, handler);
+}
+
 TEST(CommandRunner, FailsWithAReasonWhenItCannotStart)
 {
     const Captured noProgram = run("\"/no/such/program\" x");

@@ -53,10 +53,11 @@ TEST_F(GitStatusTest, MarksExactlyTheFilesModifiedInTheWorkTree)
 
 TEST_F(GitStatusTest, LooksBelowTheWatchedDirectoryOnly)
 {
-    commit({"top", "one & two/a", "-x/b", ":(top)/c", "plain/d", "a[b]/e"});
-    for (const char* name : {"top", "one & two/a", "-x/b", ":(top)/c", "plain/d", "a[b]/e"})
+    const std::vector<std::string> names{"top", "one & two/a", "-x/b", ":(top)/c", "plain/d", "a[b]/e", "ab/f", "*/g"};
+    commit(names);
+    for (const std::string& name : names)
         modify(name);
-    for (const char* directory : {"one & two", "-x", ":(top)", "plain/", "a[b]"}) {
+    for (const char* directory : {"one & two", "-x", ":(top)", "plain/", "a[b]", "*"}) {
         editor.clearRecords(8);
         addPath(in(directory));
         const std::string stripped = in(directory).substr(0, in(directory).find_last_not_of('/') + 1);
@@ -84,6 +85,9 @@ TEST_F(GitStatusTest, ReportsADirectoryOutsideAnyRepository)
     ASSERT_TRUE(editor.record(outside));
     EXPECT_EQ(editor.record(outside)->state, 2);
     EXPECT_TRUE(localStatus().empty());
+    EXPECT_TRUE(editor.runUntil([&] { return notifications == 1; }, 5000));
+    EXPECT_EQ(pass(outside), 0);
+    EXPECT_FALSE(editor.runUntil([&] { return notifications > 1; }, 100));  // nothing new was written
 
     commit({"a"});
     EXPECT_EQ(pass(top.string()), 0);
@@ -129,6 +133,14 @@ TEST_F(GitStatusTest, RunsNothingThatTheRepositoryNamesAndLeavesTheIndexAlone)
     EXPECT_FALSE(fs::exists(trap));
     EXPECT_EQ(readFile(top / ".git/index"), index);
     EXPECT_EQ(fs::last_write_time(top / ".git/index"), written);
+}
+
+TEST_F(GitStatusTest, TakesAnEmptyAnswerForOutside)
+{
+    setTool(helperAs(folder, "tool-fails"));
+    EXPECT_EQ(pass(top.string()), 0);
+    ASSERT_TRUE(editor.record(top.string()));
+    EXPECT_EQ(editor.record(top.string())->state, 2);
 }
 
 TEST_F(GitStatusTest, GivesTheReasonWhenGitCannotBeStarted)

@@ -45,6 +45,8 @@ std::size_t threadCount();
 /// How many living processes run the program at `path`.
 std::size_t processesOf(const std::string& path);
 void killProcessesOf(const std::string& path);
+/// Runs a line of the shell; its exit code, -1 when it was ended otherwise.
+int runShell(const std::string& line);
 /// What Ctrl-C in a terminal does to a process.
 void interruptProcess(std::uint32_t id);
 /// How many children of this process have ended and were not reaped.

@@ -1,9 +1,11 @@
 #include "tests/TestSupport.h"
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
+#include <cstdlib>
 #include <sstream>
 #include <thread>
 
@@ -78,6 +80,12 @@ void killProcessesOf(const std::string& path)
 {
     for (const pid_t process : livingProcesses(path))
         kill(process, SIGKILL);
+}
+
+int runShell(const std::string& line)
+{
+    const int status = std::system(line.c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 void interruptProcess(std::uint32_t id)

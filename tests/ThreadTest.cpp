@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <functional>
+#include <new>
 #include <utility>
 
 namespace {
@@ -65,6 +66,14 @@ TEST(Thread, SetsItsStopEventWithEveryStopRequest)
     worker.requestStop();
     worker.join();
     EXPECT_EQ(worker.getStatus(), 1);
+}
+
+TEST(Thread, EndsWithAStatusWhenItsBodyThrows)
+{
+    Worker worker([](Worker&) -> std::int32_t { throw std::bad_alloc(); });
+    worker.start();
+    worker.join();
+    EXPECT_EQ(worker.getStatus(), cmThreadFailed);
 }
 
 TEST(Thread, LeavesNoThreadBehindWhenNobodyJoins)

@@ -19,15 +19,14 @@ struct Result {
     std::string error;
 };
 
-/// Runs txhost with `arguments` as a shell would; the exit code is the last thing on its output.
+/// Runs txhost with `arguments` as a shell would.
 Result txhost(const std::string& arguments)
 {
     const TempFolder folder;
     Result result;
     const std::string command =
         "\"" TXHOST "\" " + arguments + " >" + (folder / "out").string() + " 2>" + (folder / "err").string();
-    const int status = std::system(command.c_str());
-    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    result.exitCode = runShell(command);
     result.output = readFile(folder / "out");
     result.error = readFile(folder / "err");
     return result;
@@ -101,9 +100,12 @@ TEST(Txhost, TellsFailuresAndWrongUsageApart)
     const Result noGit = txhost("status --git /no/such/git " + quoted(folder.path()));
     EXPECT_EQ(noGit.exitCode, 1);
     EXPECT_EQ(noGit.error, "txhost: no such program: /no/such/git\n");
-    const Result flood = txhost("status --git '" + helperAs(folder, "tool-floods") + "' " + quoted(folder.path()));
+    const Result flood = txhost("status --json --git '" + helperAs(folder, "tool-floods") + "' " + quoted(folder.path()) + " /");
     EXPECT_EQ(flood.exitCode, 1);
-    EXPECT_NE(flood.error.find("-6657"), std::string::npos);
+    ASSERT_EQ(jsonLines(flood.output).size(), 2u) << flood.output;
+    for (const Json& failure : jsonLines(flood.output))
+        EXPECT_EQ(failure["status"], -6657);
+    EXPECT_EQ(runShell("\"" TXHOST "\" functions >/dev/full 2>/dev/null"), 1);
     EXPECT_EQ(txhost("status").exitCode, 2);
     EXPECT_EQ(txhost("nonsense").exitCode, 2);
     EXPECT_EQ(txhost("--help").exitCode, 0);
@@ -116,8 +118,12 @@ TEST(Txhost, CallsAFunctionWithVariables)
     const Json answer = jsonLines(txhost("call --json _GetSlowReloadFiles " + table).output).at(0);
     EXPECT_EQ(answer["result"], 0);
     EXPECT_EQ(answer["variables"][0], Json::parse(table.substr(1, table.size() - 2)));
-    EXPECT_EQ(txhost("call noSuchFunction").exitCode, 1);
-    EXPECT_EQ(txhost("call filewatcherStop x").exitCode, 1);
+    for (const char* wrong :
+         {"noSuchFunction", "filewatcherStop x", "filewatcherStop 99999999999", "filewatcherStop", "_GetSlowReloadFiles '{'"})
+        EXPECT_EQ(txhost(std::string("call ") + wrong).exitCode, 2) << wrong;
+    const Result failed = txhost("call _GitGetBranchInfo /x git");
+    EXPECT_EQ(failed.exitCode, 1);
+    EXPECT_EQ(failed.output, "-104399\n");
 }
 
 TEST(Txhost, WatchesUntilItIsInterrupted)
@@ -134,12 +140,13 @@ TEST(Txhost, WatchesUntilItIsInterrupted)
     spawnProcess(watch, command, 0, {}, "", streams, nullptr, false);
     std::string text;
     const auto shows = [&](const std::string& wanted) {
-        return eventually([&] {
+        const bool found = eventually([&] {
             char buffer[1000];
             if (output.dataAvailable())
                 text.append(buffer, static_cast<std::size_t>(output.read(buffer, sizeof buffer)));
-            return text.find(wanted) != std::string::npos;
+            return text.find(wanted) != std::string::npos || output.isEnded();
         });
+        return found && !output.isEnded();
     };
     writeFile(top / "a", "22");
     EXPECT_TRUE(shows("\"change\":\"modified\"")) << text;
@@ -147,6 +154,8 @@ TEST(Txhost, WatchesUntilItIsInterrupted)
     EXPECT_TRUE(shows("\"change\":\"clean\"")) << text;
     interruptProcess(watch.getProcessId());
     EXPECT_TRUE(eventually([&] { return !watch.isRunning(); }));
+    watch.terminate();
+    shows("nothing more comes");
     EXPECT_EQ(jsonLines(text).size(), 2u) << text;
 }
 

@@ -73,7 +73,6 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
         {"bytes", [](const Arguments& a) { writeTo(stdout, pattern(std::stoul(a.at(0)))); }},
         {"both", [](const Arguments& a) { floodBoth(std::stoul(a.at(0))); }},
         {"hang", [](const Arguments&) { hang(); }},
-        {"sleep", [](const Arguments& a) { sleepMs(std::stoi(a.at(0))); }},
         {"leave-child",
          [](const Arguments&) {
              writeTo(stdout, "parent");
@@ -84,7 +83,6 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
              std::fclose(stdout);
              sleepMs(std::stoi(a.at(0)));
          }},
-        {"error", [](const Arguments& a) { writeTo(stderr, a.at(0)); }},
         {"directory", [](const Arguments&) { std::cout << std::filesystem::current_path().string(); }},
         {"environment",
          [](const Arguments&) {

@@ -1,9 +1,12 @@
+#include "common/cmStringCatHelper.h"
 #include "editor/Prototype.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
 
+#include <limits>
 #include <optional>
+#include <string>
 
 namespace {
 
@@ -13,7 +16,7 @@ Prototype findPrototype(const Editor& editor, const std::string& name)
         if (std::optional<Prototype> prototype = parsePrototype(text); prototype && prototype->name == name)
             return *prototype;
     }
-    throw HostError("no function is named " + name + " (txhost functions lists them)");
+    throw UsageError("no function is named " + name + " (txhost functions lists them)");
 }
 
 bool isByReference(const Prototype& prototype, std::size_t index)
@@ -28,10 +31,16 @@ TXHVAR variableFromJson(const std::string& text)
 {
     const Json value = Json::parse(text, nullptr, false);
     if (value.is_discarded())
-        throw HostError("not JSON: " + text);
+        throw UsageError("not JSON: " + text);
     const TXHVAR variable = txHvarAlloc();
     fillVariable(variable, value);
     return variable;
+}
+
+bool isInt32(const Json& value)
+{
+    return value.is_number_integer() && value >= std::numeric_limits<std::int32_t>::min()
+           && value <= std::numeric_limits<std::int32_t>::max();
 }
 
 CallArgument argumentFromText(const Prototype& prototype, std::size_t index, const std::string& text)
@@ -40,9 +49,21 @@ CallArgument argumentFromText(const Prototype& prototype, std::size_t index, con
         return CallArgument::variable(variableFromJson(text));
     const bool number = index < prototype.parameters.size() && prototype.parameters[index] == ParameterKind::number;
     const Json value = number ? Json::parse(text, nullptr, false) : Json();
-    if (number && !value.is_number_integer())
-        throw HostError("not a number: " + text);
+    if (number && !isInt32(value))
+        throw UsageError("not a 32-bit number: " + text);
     return number ? CallArgument(value.get<std::int32_t>()) : CallArgument(cmStringT(cmROStringT(text)));
+}
+
+void printAnswer(const Json& answer, bool json)
+{
+    if (json) {
+        console::printLine(jsonText(answer));
+        return;
+    }
+    if (answer.contains("result"))
+        console::printLine(jsonText(answer["result"]));
+    for (const Json& variable : answer.value("variables", Json::array()))
+        console::printLine(jsonText(variable));
 }
 
 }  // namespace
@@ -56,7 +77,7 @@ int runCall(const HostOptions& options, const std::string& name, const std::vect
         arguments.push_back(argumentFromText(prototype, arguments.size(), text));
     const CallResult result = host.editor().call(name, arguments);
     if (!result.found)
-        throw HostError(result.error.c_str());
+        throw UsageError(result.error.c_str());
 
     Json answer{{"function", name}};
     if (result.number)
@@ -67,13 +88,11 @@ int runCall(const HostOptions& options, const std::string& name, const std::vect
         if (argument.isVariable())
             answer["variables"].push_back(jsonOfVariable(*host.editor().value(argument.handle())));
     }
-    if (options.json) {
-        console::printLine(jsonText(answer));
+    printAnswer(answer, options.json);
+    // -1 is "runs already" to whoever adds a path, and a number of its own to the others.
+    const cmStringT meaning = result.number && *result.number != -1 ? meaningOfStatus(*result.number) : cmStringT();
+    if (meaning.isNull())
         return 0;
-    }
-    if (answer.contains("result"))
-        console::printLine(jsonText(answer["result"]));
-    for (const Json& variable : answer.value("variables", Json::array()))
-        console::printLine(jsonText(variable));
-    return 0;
+    console::printError(cmStringT(cmCat(name) + ": " + std::to_string(*result.number) + ", " + meaning));
+    return 1;
 }

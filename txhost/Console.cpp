@@ -14,6 +14,14 @@ void console::printLine(cmROStringT line)
     std::fflush(stdout);
 }
 
+bool console::isOutputComplete()
+{
+    if (!std::ferror(stdout))
+        return true;
+    printError("standard output cannot be written");
+    return false;
+}
+
 void console::printError(cmROStringT line)
 {
     const cmStringT text = cmCat("txhost: ") + line + "\n";

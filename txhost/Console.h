@@ -12,6 +12,8 @@ bool wasInterrupted();
 bool isTerminal();
 /// One line on standard output, out at once: whoever reads a pipe sees it as it happens.
 void printLine(cmROStringT line);
+/// Whether all lines so far could be written; tells the user when not.
+bool isOutputComplete();
 /// One line on standard error, behind the name of the program.
 void printError(cmROStringT line);
 /// `text` in a colour of the terminal (an SGR number); as it is when there is no terminal.

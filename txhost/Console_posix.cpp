@@ -18,6 +18,10 @@ void remember(int)
 void console::catchInterrupts()
 {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction before {};
+        sigaction(signal, nullptr, &before);
+        if (before.sa_handler == SIG_IGN)
+            continue;  // whoever started us wants it so
         struct sigaction action {};
         action.sa_handler = &remember;
         sigaction(signal, &action, nullptr);

@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <system_error>
 
 namespace {
 
@@ -15,7 +16,8 @@ cmStringT toolPath(const std::string& named, const char* name)
     if (named.empty())
         return findHostProgram(name);
     const std::filesystem::path path(named);
-    return findHostProgram(path.has_parent_path() ? std::filesystem::absolute(path).string() : named);
+    std::error_code error;
+    return findHostProgram(path.has_parent_path() ? std::filesystem::absolute(path, error).string() : named);
 }
 
 }  // namespace
@@ -70,12 +72,16 @@ std::int32_t Host::call(cmROStringT name, const cmArray<CallArgument>& arguments
 cmStringT meaningOfStatus(std::int32_t status)
 {
     switch (status) {
+    case -1: return "the pass failed (--debug tells why)";
     case -2: return "the editor names no executable for the tool";
     case -2173: return "this edition of the editor lacks the feature";
     case -6657: return "the tool wrote more than the limit (--max-output); its file status is switched off";
     case -102621: return "stopped";
     case -102646: return "the tool could not be started (--debug tells why)";
     case -102696: return "no pipe could be made";
-    default: return "unknown";
+    case -104357:
+    case -104370: return "the committed revision could not be fetched";
+    case -104399: return "no Git repository is loaded";
+    default: return {};
     }
 }

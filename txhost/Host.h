@@ -25,6 +25,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Wrong usage that the command line alone could not show; exit code 2.
+class UsageError : public HostError {
+public:
+    using HostError::HostError;
+};
+
 /// A headless Tamarin: an editor with its settings and macros that has loaded the module. Ending it stops the module's
 /// threads and unloads it, as the editor does. For the thread that makes it.
 class Host {
@@ -52,5 +58,5 @@ private:
     SharedLibrary m_module;
 };
 
-/// What a status of the module's means, for people.
+/// What a failure status of the module's means, for people; null for a number that is none.
 cmStringT meaningOfStatus(std::int32_t status);

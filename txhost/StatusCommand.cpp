@@ -4,8 +4,6 @@
 #include "txhost/JsonText.h"
 #include "txhost/StatusPoll.h"
 
-#include <string>
-
 namespace {
 
 Json jsonList(const cmArray<cmStringT>& words)
@@ -62,7 +60,7 @@ int runStatus(const HostOptions& options, const std::vector<std::string>& named)
     for (const auto& [path, status] : round.files)
         printFile(path, status, options.json);
     for (const auto& [path, status] : round.failed)
-        console::printError(cmStringT(cmCat(path) + ": " + std::to_string(status) + ", " + meaningOfStatus(status)));
+        printFailure(path, status, options.json);
     if (!round.finished)
         console::printError("interrupted");
     return round.finished && round.failed.empty() ? 0 : 1;

@@ -3,11 +3,14 @@
 #include "common/CommandRunner.h"
 #include "common/cmFile.h"
 #include "common/cmPath.h"
+#include "common/cmStringCatHelper.h"
 #include "txhost/Console.h"
+#include "txhost/JsonText.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <set>
+#include <string>
 
 namespace {
 
@@ -44,7 +47,10 @@ cmArray<cmStringT> watchedDirectories(const std::vector<std::string>& named)
     for (const std::string& name : named) {
         std::error_code error;
         const std::filesystem::path absolute = std::filesystem::absolute(name, error).lexically_normal();
-        if (error || !std::filesystem::exists(absolute))
+        const bool exists = !name.empty() && !error && std::filesystem::exists(absolute, error);
+        if (error)
+            throw HostError(name + ": " + error.message());
+        if (!exists)
             throw HostError("no such directory: " + name);
         if (!cmIsDirectory(absolute.string()))
             throw HostError("not a directory: " + name);
@@ -60,6 +66,15 @@ bool StatusRound::isSwitchedOff() const
     return std::any_of(failed.begin(), failed.end(), [](const auto& failure) { return failure.second == statusOutputLimit; });
 }
 
+void printFailure(const cmStringT& directory, std::int32_t status, bool json)
+{
+    const cmStringT meaning = meaningOfStatus(status);
+    if (json)
+        console::printLine(
+            jsonText({{"path", jsonString(directory)}, {"tool", "git"}, {"status", status}, {"meaning", jsonString(meaning)}}));
+    console::printError(cmStringT(cmCat(directory) + ": " + std::to_string(status) + ", " + meaning));
+}
+
 StatusRound pollStatus(Host& host, const cmArray<cmStringT>& directories)
 {
     Editor& editor = host.editor();
@@ -70,8 +85,11 @@ StatusRound pollStatus(Host& host, const cmArray<cmStringT>& directories)
         waiting.erase(path);
         if (status != 0)
             round.failed[path] = status;
-        if (status == statusOutputLimit)
-            waiting.clear();  // the thread has stopped for good
+        if (status != statusOutputLimit)
+            return;
+        for (const cmStringT& directory : waiting)  // the thread has stopped for good
+            round.failed[directory] = status;
+        waiting.clear();
     };
     editor.setObserver(observer);
     // The module only ever adds to a file's status; what it was before is the editor's to forget.

@@ -29,5 +29,8 @@ struct StatusRound {
 /// Throws HostError for one that does not exist or is no directory.
 cmArray<cmStringT> watchedDirectories(const std::vector<std::string>& named);
 
+/// Tells of a pass that failed: in words on standard error and, with `json`, as an object on standard output.
+void printFailure(const cmStringT& directory, std::int32_t status, bool json);
+
 /// Asks the module for one Git status pass over each directory and waits for them all, or for Ctrl-C.
 StatusRound pollStatus(Host& host, const cmArray<cmStringT>& directories);

@@ -36,17 +36,23 @@ public:
         step("git status", "a folder by itself, with an odd name", [this] { return folderStatus(); });
         step("git status", "a folder outside any repository", [this] { return outsideStatus(); });
         step("suspend", "nothing runs until it is resumed", [this] { return suspended(); });
-        step("stop", "ends the thread and its tool", [this] { return stopped(); });
+        step("stop", "ends the thread; the next path starts one", [this] { return stopped(); });
         step("limit", "too much output switches a tool off", [this] { return limited(); });
-        return m_failures == 0 ? 0 : 1;
+        if (console::wasInterrupted())
+            console::printError("interrupted");
+        return m_failures == 0 && !console::wasInterrupted() ? 0 : 1;
     }
 
 private:
     void step(cmROStringT feature, cmROStringT what, const std::function<Outcome()>& body)
     {
+        if (console::wasInterrupted())
+            return;
         const auto start = std::chrono::steady_clock::now();
         const Outcome outcome = body();
         const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
+        if (console::wasInterrupted())
+            return;
         if (!outcome.ok)
             ++m_failures;
         if (m_json) {
@@ -117,9 +123,9 @@ private:
         editor.setObserver(observer);
         m_host.call("filewatcherSetSuspendState", {1});
         m_host.call("filewatcherAddPath", {m_repository->path(), gitWatchType, 1});
-        const bool quiet = !editor.runUntil([&passes] { return passes > 0; }, 300);
+        const bool quiet = !editor.runUntil([&passes] { return passes > 0 || console::wasInterrupted(); }, 300);
         m_host.call("filewatcherSetSuspendState", {0});
-        const bool resumed = editor.runUntil([&passes] { return passes == 1; }, 5000);
+        const bool resumed = editor.runUntil([&passes] { return passes == 1 || console::wasInterrupted(); }, 5000);
         editor.setObserver({});
         return {quiet && resumed, quiet ? "the queued path ran afterwards" : "a pass ran while suspended"};
     }
@@ -151,5 +157,6 @@ private:
 
 int runTour(const HostOptions& options)
 {
+    console::catchInterrupts();
     return Tour(options).run();
 }

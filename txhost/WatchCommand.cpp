@@ -5,7 +5,6 @@
 #include "txhost/StatusPoll.h"
 
 #include <algorithm>
-#include <string>
 
 namespace {
 
@@ -23,7 +22,7 @@ public:
         for (const auto& [path, status] : round.failed) {
             const auto before = m_last.failed.find(path);
             if (before == m_last.failed.end() || before->second != status)
-                console::printError(cmStringT(cmCat(path) + ": " + std::to_string(status) + ", " + meaningOfStatus(status)));
+                printFailure(path, status, m_json);
         }
         for (const auto& [path, status] : round.files) {
             if (!m_last.files.contains(path))

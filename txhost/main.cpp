@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <exception>
 #include <functional>
 #include <string>
 #include <utility>
@@ -37,8 +38,12 @@ public:
             return m_app.exit(error) == 0 ? 0 : exitUsage;
         }
         try {
-            return m_run();
-        } catch (const HostError& error) {
+            const int exitCode = m_run();
+            return console::isOutputComplete() ? exitCode : exitFailure;
+        } catch (const UsageError& error) {
+            console::printError(error.what());
+            return exitUsage;
+        } catch (const std::exception& error) {
             console::printError(error.what());
             return exitFailure;
         }
