@@ -45,7 +45,7 @@ void spawnProcess(ChildProcess& process, cmROStringT commandLine, SpawnOptions o
     cmStringT detail;
     std::int32_t failure = cmStatusProcessFailed;
     if (starter.program.isNull()) {
-        detail = cmCat("no such program: ") + command.program;
+        detail = cmCat("no program that can be started: ") + command.program;
     } else {
         try {
             createPipes(streams);

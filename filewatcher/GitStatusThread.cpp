@@ -54,7 +54,8 @@ std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path, bool& writ
     const cmStringT program = cmCat("\"") + exePath + "\"";
 
     cmStringT output;
-    std::int32_t status = runGit(cmStringT(cmCat(program) + " rev-parse --show-toplevel"), path, outputLimit, output);
+    bool failed = false;
+    std::int32_t status = runGit(cmStringT(cmCat(program) + " rev-parse --show-toplevel"), path, outputLimit, output, failed);
     if (status != 0)
         return status;
     const cmStringT top = cmNativeSeparators(cmWithoutLineEnd(output));
@@ -68,9 +69,12 @@ std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path, bool& writ
     if (isStopping())
         return statusStopRequested;
 
-    status = runGit(cmStringT(cmCat(program) + " status --porcelain " + pathArgument(path, top)), top, outputLimit, output);
+    status =
+        runGit(cmStringT(cmCat(program) + " status --porcelain " + pathArgument(path, top)), top, outputLimit, output, failed);
     if (status != 0)
         return status;
+    if (failed)
+        return statusPassFailed;  // an unreadable index, say: nothing is known, which is not the same as nothing modified
     for (const GitPorcelainEntry& entry : parseGitPorcelain(output)) {
         if (isStopping())
             return statusStopRequested;
@@ -83,9 +87,11 @@ std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path, bool& writ
 }
 
 std::int32_t GitStatusThread::runGit(cmROStringT commandLine, cmROStringT workingDirectory, std::int32_t outputLimit,
-                                     cmStringT& output)
+                                     cmStringT& output, bool& failed)
 {
-    const std::int32_t status = runTool(commandLine, spawnScannedCommand, workingDirectory, outputLimit, output);
-    debugLog("GitStatusThread::runGit", __LINE__, cmStringT(cmCat("status=") + std::to_string(status) + " " + commandLine));
-    return status;
+    cmStringT errorOutput;
+    const std::int32_t result = runTool(commandLine, spawnScannedCommand, workingDirectory, outputLimit, output, errorOutput);
+    failed = errorOutput.view().starts_with("fatal:");
+    debugLog("GitStatusThread::runGit", __LINE__, cmStringT(cmCat("status=") + std::to_string(result) + " " + commandLine));
+    return result;
 }

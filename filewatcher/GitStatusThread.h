@@ -18,7 +18,9 @@ private:
     /// One pass over a directory. 0, or why it was cut short; sets `written` when it wrote a record that tells
     /// something new.
     std::int32_t gitStatusForPath(const cmStringT& path, bool& written);
-    std::int32_t runGit(cmROStringT commandLine, cmROStringT workingDirectory, std::int32_t outputLimit, cmStringT& output);
+    /// One git command; `failed` tells whether git called it a fatal error.
+    std::int32_t runGit(cmROStringT commandLine, cmROStringT workingDirectory, std::int32_t outputLimit, cmStringT& output,
+                        bool& failed);
 
     bool changed = false;  ///< records were written that the editor was not told of; for this thread only
 };

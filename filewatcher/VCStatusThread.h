@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <utility>
 
 /// How one version-control tool is known to the editor.
 struct StatusTool {
@@ -122,10 +123,11 @@ protected:
 
     bool isStopping() { return stopRequested(singletonLock); }
 
-    /// Runs one command of the tool and replaces `output` by what it wrote. 0; statusOutputLimit, after which this thread
-    /// stops for good; statusStopRequested; or why the command could not be started.
+    /// Runs one command of the tool and replaces `output` by what it wrote, `errorOutput` by the beginning of its standard
+    /// error, which goes to the debug log as well. 0; statusOutputLimit, after which this thread stops for good;
+    /// statusStopRequested; or why the command could not be started.
     std::int32_t runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory, std::int32_t outputLimit,
-                         cmStringT& output)
+                         cmStringT& output, cmStringT& errorOutput)
     {
         CaptureControl control;
         control.stopRequested = [this] { return isStopping(); };
@@ -137,9 +139,12 @@ protected:
         };
         output.clear();
         const auto append = [&output](cmROStringT bytes) { output += bytes; };
-        const CaptureResult result = captureCommand(commandLine, options, workingDirectory, control, append);
-        if (result.status != 0 && !result.failure.isEmpty())
-            debugLog("VCStatusThread::runTool", __LINE__, result.failure);
+        CaptureResult result = captureCommand(commandLine, options, workingDirectory, control, append);
+        for (const cmStringT& problem : {result.failure, result.errorOutput}) {
+            if (!problem.isEmpty())
+                debugLog("VCStatusThread::runTool", __LINE__, problem);
+        }
+        errorOutput = std::move(result.errorOutput);
         return result.status == 0 && result.stopped ? statusStopRequested : result.status;
     }
 
@@ -161,7 +166,7 @@ private:
             return derived().processEntry(entry);
         } catch (const std::exception& failure) {
             debugLog("VCStatusThread::processGuarded", __LINE__, failure.what());
-            return cmThreadFailed;
+            return statusPassFailed;
         }
     }
 

@@ -135,6 +135,15 @@ TEST_F(GitStatusTest, RunsNothingThatTheRepositoryNamesAndLeavesTheIndexAlone)
     EXPECT_EQ(fs::last_write_time(top / ".git/index"), written);
 }
 
+TEST_F(GitStatusTest, FailsRatherThanCallABrokenRepositoryClean)
+{
+    commit({"a"});
+    modify("a");
+    writeFile(top / ".git/index", "no index");
+    EXPECT_EQ(pass(top.string()), -1);
+    EXPECT_TRUE(editor.records().empty());
+}
+
 TEST_F(GitStatusTest, TakesAnEmptyAnswerForOutside)
 {
     setTool(helperAs(folder, "tool-fails"));

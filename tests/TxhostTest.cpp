@@ -99,7 +99,7 @@ TEST(Txhost, TellsFailuresAndWrongUsageApart)
     EXPECT_EQ(noPath.error, "txhost: no such directory: /no/such/path\n");
     const Result noGit = txhost("status --git /no/such/git " + quoted(folder.path()));
     EXPECT_EQ(noGit.exitCode, 1);
-    EXPECT_EQ(noGit.error, "txhost: no such program: /no/such/git\n");
+    EXPECT_EQ(noGit.error, "txhost: no program that can be started: /no/such/git\n");
     const Result flood = txhost("status --json --git '" + helperAs(folder, "tool-floods") + "' " + quoted(folder.path()) + " /");
     EXPECT_EQ(flood.exitCode, 1);
     ASSERT_EQ(jsonLines(flood.output).size(), 2u) << flood.output;
@@ -118,6 +118,7 @@ TEST(Txhost, CallsAFunctionWithVariables)
     const Json answer = jsonLines(txhost("call --json _GetSlowReloadFiles " + table).output).at(0);
     EXPECT_EQ(answer["result"], 0);
     EXPECT_EQ(answer["variables"][0], Json::parse(table.substr(1, table.size() - 2)));
+    EXPECT_EQ(jsonLines(txhost("call --json _GetSlowReloadFiles '[1,2]'").output).at(0)["variables"][0], Json({1, 2}));
     for (const char* wrong :
          {"noSuchFunction", "filewatcherStop x", "filewatcherStop 99999999999", "filewatcherStop", "_GetSlowReloadFiles '{'"})
         EXPECT_EQ(txhost(std::string("call ") + wrong).exitCode, 2) << wrong;

@@ -33,6 +33,7 @@ ensure_packages() {
 # build PRESET: configures and builds it, silently unless that fails.
 build() {
     local log=build/$1.log
+    [ -d "build/$1" ] || echo "Building ($1); the first time takes a minute or two." >&2
     mkdir -p build
     if ! { cmake --preset "$1" && cmake --build --preset "$1" -- --quiet; } >"$log" 2>&1 </dev/null; then
         cat "$log" >&2

@@ -28,6 +28,18 @@ void console::printError(cmROStringT line)
     std::fwrite(text.c_str(), 1, text.length(), stderr);
 }
 
+cmStringT console::printable(cmROStringT text)
+{
+    cmStringT shown("");
+    for (const char c : text) {
+        std::array<char, 8> escape{c};
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
+            std::snprintf(escape.data(), escape.size(), "\\x%02X", static_cast<unsigned>(c));
+        shown += escape.data();
+    }
+    return shown;
+}
+
 cmStringT console::coloured(int colour, cmROStringT text)
 {
     if (!isTerminal())

@@ -16,6 +16,8 @@ void printLine(cmROStringT line);
 bool isOutputComplete();
 /// One line on standard error, behind the name of the program.
 void printError(cmROStringT line);
+/// `text` with its control characters escaped, so that a name stays on its line.
+cmStringT printable(cmROStringT text);
 /// `text` in a colour of the terminal (an SGR number); as it is when there is no terminal.
 cmStringT coloured(int colour, cmROStringT text);
 /// The time of day, "HH:MM:SS".

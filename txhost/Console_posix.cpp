@@ -17,7 +17,7 @@ void remember(int)
 
 void console::catchInterrupts()
 {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
         struct sigaction before {};
         sigaction(signal, nullptr, &before);
         if (before.sa_handler == SIG_IGN)

@@ -58,7 +58,7 @@ void Host::requireGit() const
         return;
     if (m_options.git.empty())
         throw HostError("git was not found in PATH; name it with --git");
-    throw HostError("no such program: " + m_options.git);
+    throw HostError("no program that can be started: " + m_options.git);
 }
 
 std::int32_t Host::call(cmROStringT name, const cmArray<CallArgument>& arguments)

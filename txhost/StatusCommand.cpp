@@ -29,7 +29,7 @@ void printOutside(const cmStringT& path, bool json)
     if (json)
         console::printLine(jsonText({{"path", jsonString(path)}, {"tool", "git"}, {"outside", true}}));
     else
-        console::printLine(cmStringT(cmCat(console::coloured(console::grey, "outside     ")) + path));
+        console::printLine(cmStringT(cmCat(console::coloured(console::grey, "outside     ")) + console::printable(path)));
 }
 
 void printFile(const cmStringT& path, const FileStatus& status, bool json)
@@ -43,7 +43,8 @@ void printFile(const cmStringT& path, const FileStatus& status, bool json)
         return;
     }
     const cmStringT word = cmCat(joined(status.local)) + "         ";
-    console::printLine(cmStringT(cmCat(console::coloured(console::yellow, word.view().substr(0, 12))) + path));
+    console::printLine(
+        cmStringT(cmCat(console::coloured(console::yellow, word.view().substr(0, 12))) + console::printable(path)));
 }
 
 }  // namespace

@@ -45,7 +45,8 @@ private:
             return;
         }
         const cmStringT padded = cmCat(change) + "          ";
-        console::printLine(cmStringT(cmCat(time) + "  " + console::coloured(colour, padded.view().substr(0, 10)) + path));
+        console::printLine(
+            cmStringT(cmCat(time) + "  " + console::coloured(colour, padded.view().substr(0, 10)) + console::printable(path)));
     }
 
     bool m_json;

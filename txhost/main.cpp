@@ -3,8 +3,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <exception>
 #include <functional>
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,6 +15,27 @@ namespace {
 
 constexpr int exitFailure = 1;
 constexpr int exitUsage = 2;
+
+/// The library takes a word in square brackets for a list and splits it; behind this character it leaves it alone.
+constexpr char bracketGuard = '\x1F';
+
+void removeGuard(std::string& word)
+{
+    if (word.starts_with(bracketGuard))
+        word.erase(0, 1);
+}
+
+/// The words of the command line in the order that the library wants, the last one first.
+std::vector<std::string> guardedWords(int argc, char** argv)
+{
+    std::vector<std::string> words(argv + 1, argv + argc);
+    for (std::string& word : words) {
+        if (word.starts_with('['))
+            word.insert(word.begin(), bracketGuard);
+    }
+    std::reverse(words.begin(), words.end());
+    return words;
+}
 
 /// The command line, and what it asks for once it is read.
 class CommandLineInterface {
@@ -26,14 +49,20 @@ public:
         m_app.add_option("--git", m_options.git, "The git program")->type_name("PATH");
         m_app.add_option("--svn", m_options.svn, "The svn program")->type_name("PATH");
         m_app.add_option("--p4", m_options.p4, "The p4 program")->type_name("PATH");
-        m_app.add_option("--max-output", m_options.maxStatusOutput, "Bytes that one run of a tool may write")->type_name("BYTES");
+        m_app.add_option("--max-output", m_options.maxStatusOutput, "Bytes that one run of a tool may write")
+            ->type_name("BYTES")
+            ->check(CLI::Range(0, std::numeric_limits<int>::max()));
         addCommands();
     }
 
     int run(int argc, char** argv)
     {
         try {
-            m_app.parse(argc, argv);
+            m_app.parse(guardedWords(argc, argv));
+            for (std::string& word : m_words)
+                removeGuard(word);
+            for (std::string* word : {&m_name, &m_options.git, &m_options.svn, &m_options.p4})
+                removeGuard(*word);
         } catch (const CLI::ParseError& error) {
             return m_app.exit(error) == 0 ? 0 : exitUsage;
         }
