@@ -34,6 +34,8 @@ public:
     void markEnded() { ended = true; }
 
 private:
+    static void closeEnd(std::intptr_t& end);
+
     std::intptr_t parentEnd = none;
     std::intptr_t childEnd = none;
     bool ended = false;

@@ -14,12 +14,6 @@ namespace {
 
 constexpr std::uint32_t systemPipeSize = 65536;
 
-void closeEnd(std::intptr_t& end)
-{
-    if (end != ChildPipe::none)
-        ::close(static_cast<int>(std::exchange(end, ChildPipe::none)));
-}
-
 /// A host without standard streams gets low descriptors here, which the child's own streams would overwrite.
 int aboveStandardStreams(int descriptor)
 {
@@ -52,6 +46,12 @@ ssize_t writeQuietly(int descriptor, const char* data, std::size_t count)
 }
 
 }  // namespace
+
+void ChildPipe::closeEnd(std::intptr_t& end)
+{
+    if (end != none)
+        ::close(static_cast<int>(std::exchange(end, none)));
+}
 
 void ChildPipe::create(bool toChild, std::uint32_t bufferSize)
 {
@@ -105,16 +105,4 @@ int ChildPipe::write(const void* data, std::uint32_t count)
         left -= static_cast<std::uint32_t>(written);
     }
     return static_cast<int>(count);
-}
-
-void ChildPipe::closeChildEnd()
-{
-    closeEnd(childEnd);
-}
-
-void ChildPipe::close()
-{
-    closeEnd(childEnd);
-    closeEnd(parentEnd);
-    ended = false;
 }

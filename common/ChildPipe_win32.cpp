@@ -13,12 +13,6 @@ HANDLE native(std::intptr_t end)
     return reinterpret_cast<HANDLE>(end);
 }
 
-void closeEnd(std::intptr_t& end)
-{
-    if (end != ChildPipe::none)
-        CloseHandle(native(std::exchange(end, ChildPipe::none)));
-}
-
 /// Puts a handle that no child inherits in the place of one that every child would.
 bool makePrivate(HANDLE& end)
 {
@@ -31,6 +25,12 @@ bool makePrivate(HANDLE& end)
 }
 
 }  // namespace
+
+void ChildPipe::closeEnd(std::intptr_t& end)
+{
+    if (end != none)
+        CloseHandle(native(std::exchange(end, none)));
+}
 
 void ChildPipe::create(bool toChild, std::uint32_t bufferSize)
 {
@@ -68,16 +68,4 @@ int ChildPipe::write(const void* data, std::uint32_t count)
 {
     DWORD written = 0;
     return WriteFile(native(parentEnd), data, count, &written, nullptr) ? static_cast<int>(written) : -1;
-}
-
-void ChildPipe::closeChildEnd()
-{
-    closeEnd(childEnd);
-}
-
-void ChildPipe::close()
-{
-    closeEnd(childEnd);
-    closeEnd(parentEnd);
-    ended = false;
 }

@@ -26,7 +26,7 @@ cmStringT pathArgument(const cmStringT& path, const cmStringT& top)
     }
     if (relative.empty())
         return "";
-    if (relative.starts_with('-'))  // no option
+    if (relative.starts_with('-'))  // it shall not be read as an option
         return quoteArgument(cmStringT(cmCat("./") + relative));
     return quoteArgument(relative);
 }
