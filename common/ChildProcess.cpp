@@ -1,6 +1,7 @@
 #include "common/ChildProcess.h"
 
 #include "common/ChildStarter.h"
+#include "common/cmFile.h"
 #include "common/cmStatusException.h"
 #include "common/cmStringCatHelper.h"
 
@@ -51,6 +52,8 @@ void spawnProcess(ChildProcess& process, cmROStringT commandLine, SpawnOptions o
             createPipes(streams);
             if (starter.start(process, detail))
                 failure = 0;
+            else if (!workingDirectory.empty() && !cmIsDirectory(workingDirectory))
+                detail = cmCat(workingDirectory) + ": no such directory";
         } catch (const cmStatusException& pipeFailure) {
             failure = pipeFailure.status();
             detail = "no pipe could be made";

@@ -56,6 +56,7 @@ private:
     std::intptr_t handle = none;
     std::intptr_t group = none;  ///< what ends the child's own children with it, where that needs a handle
     std::uint32_t processId = 0;
+    std::uint32_t idleLooks = 0;  ///< looks in a row that found nothing, where looking is all that can be done
     std::uint8_t valid = 0;
     bool terminated = false;
 };

@@ -77,12 +77,6 @@ cmArray<char*> pointers(cmArray<cmStringT>& texts)
     return list;
 }
 
-bool isDirectory(const cmStringT& path)
-{
-    struct stat entry {};
-    return stat(path.c_str(), &entry) == 0 && S_ISDIR(entry.st_mode);
-}
-
 /// What happens in the child between its birth and the program: streams, directory, signals, session.
 class SpawnPlan {
 public:
@@ -180,9 +174,7 @@ bool ChildStarter::start(ChildProcess& process, cmStringT& detail) const
     if (error == 0)
         error = plan.start(child, interpreter ? interpreterPath : program.c_str(), wordList, environmentList);
     if (error != 0) {
-        const bool noDirectory = !workingDirectory.isEmpty() && !isDirectory(workingDirectory);
-        detail =
-            cmCat(noDirectory ? workingDirectory : program) + ": " + (noDirectory ? "no such directory" : std::strerror(error));
+        detail = cmCat(program) + ": " + std::strerror(error);
         return false;
     }
     const auto handle = static_cast<int>(syscall(SYS_pidfd_open, child, 0));

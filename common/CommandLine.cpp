@@ -127,26 +127,40 @@ cmStringT inDoubleQuotes(cmROStringT data)
     return quoted;
 }
 
-/// Every character that cmd.exe knows, the quotes too, stands behind a caret: so it never begins a quoted part
-/// of its own, and what it hands to the program is exactly the word in double quotes.
+/// What cmd.exe passes on as exactly this word. In double quotes everything but a per cent sign is literal to it, and stays
+/// so should it read the text twice. A word with a quote of its own would end the quotes too early: there every character
+/// that cmd.exe knows stands behind a caret instead, the quotes too, so that to it nothing is quoted.
 cmStringT quoteForWindowsShell(cmROStringT word)
 {
+    const bool hasQuote = word.find('"') != cmROStringT::npos;
     if (!word.empty() && std::all_of(word.begin(), word.end(), [](char c) { return isPlain(c) && c != '^'; }))
         return word;
-    const cmStringT quoted = inDoubleQuotes(word);
-    cmStringT escaped("");
-    for (const char c : quoted.view()) {
-        if (cmROStringT("()%!^\"<>&|").find(c) != cmROStringT::npos)
-            escaped += '^';
-        escaped += c;
+    if (!hasQuote && word.find('%') == cmROStringT::npos)
+        return inDoubleQuotes(word);
+    cmStringT text("");
+    if (hasQuote) {
+        const cmStringT quoted = inDoubleQuotes(word);
+        for (const char c : quoted.view()) {
+            if (cmROStringT("()%!^\"<>&|").find(c) != cmROStringT::npos)
+                text += '^';
+            text += c;
+        }
+        return text;
     }
-    return escaped;
+    while (!word.empty()) {
+        const std::size_t percent = std::min(word.find('%'), word.size());
+        if (percent > 0)
+            text += inDoubleQuotes(word.substr(0, percent));
+        if (percent < word.size())
+            text += "^%";
+        word.remove_prefix(std::min(percent + 1, word.size()));
+    }
+    return text;
 }
 
-cmStringT interpreterText(cmROStringT program, cmROStringT arguments, cmStringT (*quote)(cmROStringT))
+cmStringT interpreterText(cmROStringT arguments, cmStringT (*quote)(cmROStringT))
 {
-    cmStringT text = quote(program);
-    text += ' ';
+    cmStringT text("");
     CommandLineReader reader(arguments, true);
     for (;;) {
         switch (reader.next()) {
@@ -156,6 +170,31 @@ cmStringT interpreterText(cmROStringT program, cmROStringT arguments, cmStringT 
         case Piece::text: text += quote(reader.word()); break;
         }
     }
+}
+
+/// Whether windowsInterpreterText must refuse.
+bool isBeyondWindowsShell(cmROStringT program, cmROStringT arguments)
+{
+    if (std::count(program.begin(), program.end(), '%') > 1)
+        return true;
+    bool lineBreak = program.find_first_of("\r\n") != cmROStringT::npos;
+    bool pipeline = false;
+    bool quote = false;
+    CommandLineReader reader(arguments, true);
+    for (Piece piece = reader.next(); piece != Piece::end; piece = reader.next()) {
+        pipeline |= piece == Piece::shellOperator && reader.shellOperator() == '|';
+        lineBreak |= piece == Piece::text && reader.word().view().find_first_of("\r\n") != cmROStringT::npos;
+        quote |= piece == Piece::text && reader.word().view().find('"') != cmROStringT::npos;
+    }
+    return lineBreak || (pipeline && quote);
+}
+
+/// Also "a.BAT. ", which the system takes for the same file.
+bool isBatchFile(cmROStringT name)
+{
+    const cmROStringT bare = name.substr(0, name.find_last_not_of(". ") + 1);
+    const cmROStringT extension = bare.substr(std::min(bare.rfind('.'), bare.size()));
+    return cmEqualIgnoringCase(extension, ".bat") || cmEqualIgnoringCase(extension, ".cmd");
 }
 
 }  // namespace
@@ -203,12 +242,15 @@ bool hasShellOperator(cmROStringT text)
 
 cmStringT posixInterpreterText(cmROStringT program, cmROStringT arguments)
 {
-    return interpreterText(program, arguments, &quoteForPosixShell);
+    return cmCat(quoteForPosixShell(program)) + " " + interpreterText(arguments, &quoteForPosixShell);
 }
 
 cmStringT windowsInterpreterText(cmROStringT program, cmROStringT arguments)
 {
-    return interpreterText(program, arguments, &quoteForWindowsShell);
+    if (isBeyondWindowsShell(program, arguments))
+        return {};
+    // Real quotes: behind a caret they would not keep a program with blanks together.
+    return cmCat(inDoubleQuotes(program)) + " " + interpreterText(arguments, &quoteForWindowsShell);
 }
 
 cmStringT findProgram(cmROStringT program, cmROStringT pathVariable, cmPathStyle style,
@@ -219,13 +261,16 @@ cmStringT findProgram(cmROStringT program, cmROStringT pathVariable, cmPathStyle
     const std::size_t nameStart =
         static_cast<std::size_t>(std::find_if(program.rbegin(), program.rend(), isSeparator).base() - program.begin());
     const cmROStringT name = program.substr(nameStart);
+    // A colon in the name itself would open another stream of the file.
+    if (windows && (isBatchFile(name) || name.find(':') != cmROStringT::npos))
+        return {};
     cmStringT complete(program);
     if (windows && name.find('.') == cmROStringT::npos)
         complete += ".exe";
 
     if (cmIsAbsolutePath(program, style))
         return isProgram(complete) ? complete : cmStringT();
-    if (name.empty() || nameStart > 0 || (windows && program.find(':') != cmROStringT::npos))
+    if (name.empty() || nameStart > 0)
         return {};
     for (std::size_t start = 0; start <= pathVariable.size();) {
         const std::size_t end = std::min(pathVariable.find(windows ? ';' : ':', start), pathVariable.size());

@@ -73,6 +73,14 @@ bool sameName(cmROStringT a, cmROStringT b, cmPathStyle style)
     return style == cmPathStyle::windows ? cmEqualIgnoringCase(a, b) : a == b;
 }
 
+cmStringT upperName(const cmStringT& variable)
+{
+    cmStringT name(nameOf(variable));
+    std::transform(name.c_str(), name.c_str() + name.length(), name.data(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+    return name;
+}
+
 void setVariable(Environment& environment, cmROStringT name, cmROStringT value, cmPathStyle style)
 {
     const cmStringT variable = cmCat(name) + "=" + value;
@@ -145,5 +153,14 @@ Environment withVariables(Environment environment, const Environment& settings, 
         const cmROStringT name = nameOf(setting);
         setVariable(environment, name, setting.view().substr(std::min(name.size() + 1, setting.length())), style);
     }
+    return environment;
+}
+
+Environment windowsEnvironmentOrder(Environment environment)
+{
+    const auto sameVariable = [](const cmStringT& a, const cmStringT& b) { return cmEqualIgnoringCase(nameOf(a), nameOf(b)); };
+    const auto before = [](const cmStringT& a, const cmStringT& b) { return upperName(a) < upperName(b); };
+    std::stable_sort(environment.begin(), environment.end(), before);
+    environment.erase(std::unique(environment.begin(), environment.end(), sameVariable), environment.end());
     return environment;
 }

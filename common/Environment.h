@@ -21,3 +21,5 @@ cmStringT environmentValue(const Environment& environment, cmROStringT name, cmP
 Environment quietEnvironment(const Environment& host, cmPathStyle style = cmNativePathStyle);
 /// `environment` with `NAME=VALUE` texts set or replaced.
 Environment withVariables(Environment environment, const Environment& settings, cmPathStyle style = cmNativePathStyle);
+/// The order in which Windows wants a new process's variables: by name, without case; of those with one name the first stays.
+Environment windowsEnvironmentOrder(Environment environment);

@@ -6,3 +6,5 @@
 cmStringT cmRealPath(cmROStringT path);
 /// Reads the disk; any thread.
 bool cmIsDirectory(cmROStringT path);
+/// The file of the running program, absolute. Any thread.
+cmStringT cmProgramPath();

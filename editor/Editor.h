@@ -2,6 +2,7 @@
 
 #include "common/cmArray.h"
 #include "common/cmString.h"
+#include "editor/EditorExport.h"
 #include "editor/Variable.h"
 #include "txapi/txapi.h"
 
@@ -68,7 +69,7 @@ struct EditorObserver {
 /// the editor's thread, and a service that belongs there aborts the program when it is called from another one.
 /// All operations are for the editor's thread, but those marked "any thread". While there is no Editor the services answer
 /// 0 or empty; no other thread may be inside a service when it is destroyed.
-class TXAPI Editor {
+class EDITOR_API Editor {
 public:
     Editor();
     ~Editor();

@@ -1,6 +1,7 @@
 #include "editor/Files.h"
 
 #include "common/cmPath.h"
+#include "common/cmSystemPath.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -14,23 +15,12 @@ bool isSchemeCharacter(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
 }
 
-std::filesystem::path fromUtf8(cmROStringT text)
-{
-    return std::filesystem::path(std::u8string(text.begin(), text.end()));
-}
-
-cmStringT toUtf8(const std::filesystem::path& path)
-{
-    const std::u8string text = path.u8string();
-    return cmROStringT(reinterpret_cast<const char*>(text.data()), text.size());
-}
-
 std::filesystem::path joined(cmROStringT path, cmROStringT directory)
 {
     std::filesystem::path base = std::filesystem::current_path();
     if (!directory.empty())
-        base /= fromUtf8(directory);
-    return path.empty() ? base : base / fromUtf8(path);
+        base /= cmSystemPath(directory);
+    return path.empty() ? base : base / cmSystemPath(path);
 }
 
 }  // namespace
@@ -57,11 +47,10 @@ cmStringT absolutePath(cmROStringT path, cmROStringT directory, bool normalise)
     if (isUrl(path))
         return path;
     try {
-        std::filesystem::path absolute = joined(path, directory);
-        absolute.make_preferred();
+        const std::filesystem::path absolute = joined(path, directory);
         if (!normalise)
-            return toUtf8(absolute);
-        return cmWithoutTrailingSeparator(toUtf8(absolute.lexically_normal()));
+            return cmPathText(absolute);
+        return cmWithoutTrailingSeparator(cmPathText(absolute.lexically_normal()));
     } catch (const std::system_error&) {
         return path;  // text that is no UTF-8, or no current directory
     }
@@ -71,5 +60,5 @@ cmStringT temporaryDirectory()
 {
     std::error_code error;
     const std::filesystem::path directory = std::filesystem::temp_directory_path(error);
-    return error ? cmStringT("") : toUtf8(directory);
+    return error ? cmStringT("") : cmPathText(directory);
 }

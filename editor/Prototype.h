@@ -2,7 +2,7 @@
 
 #include "common/cmArray.h"
 #include "common/cmString.h"
-#include "txapi/TXEXPORT.h"
+#include "editor/EditorExport.h"
 
 #include <cstddef>
 #include <optional>
@@ -23,4 +23,4 @@ inline constexpr std::size_t maxParameters = 8;
 /// Reads a prototype: a result void, int or TXPSZ, one blank, module and name, and parameters of the kinds TXPSZ, int,
 /// TXHREFVAR, TMStringConst and TMStringByRef, with or without blanks after the commas. Nothing for any other text,
 /// and for more than maxParameters parameters.
-TXAPI std::optional<Prototype> parsePrototype(cmROStringT text);
+EDITOR_API std::optional<Prototype> parsePrototype(cmROStringT text);

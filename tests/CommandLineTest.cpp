@@ -77,9 +77,19 @@ TEST(CommandLine, KeepsOnlyOperatorsOutsideQuotesForTheInterpreter)
               "/usr/bin/git show 'a&b|c $(x).txt' 2>&1 | sort");
     EXPECT_EQ(posixInterpreterText("/my git", R"(a^^b c^ $HOME `d` it's "" *)"),
               R"('/my git' a^b c^ '$HOME' '`d`' 'it'\''s' '' '*')");
-    EXPECT_EQ(windowsInterpreterText(R"(C:\git.exe)", R"("a&b %PATH%" > out)"), R"(C:\git.exe ^"a^&b ^%PATH^%^" > out)");
-    EXPECT_EQ(windowsInterpreterText(R"(C:\my git.exe)", R"("say \"hi & bye\"" "dir\\")"),
-              R"(^"C:\my git.exe^" ^"say \^"hi ^& bye\^"^" dir\)");
+}
+
+TEST(CommandLine, TellsTheWindowsInterpreterWhatIsData)
+{
+    const auto text = [](cmROStringT arguments) { return windowsInterpreterText(R"(C:\my git.exe)", arguments); };
+    EXPECT_EQ(text(R"("a&b ^" plain > out)"), R"("C:\my git.exe" "a&b ^" plain > out)");
+    EXPECT_EQ(text(R"("50%PATH%\\" "a^^b")"), R"("C:\my git.exe" "50"^%"PATH"^%"\\" "a^^b")");
+    EXPECT_EQ(text(R"("50%" "dir %\\" "")"), R"("C:\my git.exe" "50"^% "dir "^%"\\" "")");
+    EXPECT_EQ(text(R"("say \"hi & bye\" 5%" "dir\\")"), R"("C:\my git.exe" ^"say \^"hi ^& bye\^" 5^%^" dir\)");
+    EXPECT_TRUE(text("\"two\nlines\"").isNull());
+    EXPECT_TRUE(text(R"("a \"quote\"" | sort)").isNull());
+    EXPECT_FALSE(text(R"("a \"quote\" |" > sort)").isNull());
+    EXPECT_TRUE(windowsInterpreterText(R"(C:\%PATH%\git.exe)", "a > b").isNull());
 }
 
 TEST(CommandLine, FindsProgramsInAbsoluteDirectoriesOfThePathOnly)
@@ -97,7 +107,8 @@ TEST(CommandLine, FindsProgramsInAbsoluteDirectoriesOfThePathOnly)
 
     EXPECT_EQ(findProgram("git", R"(;.;C:tools;\tools;C:\Git\cmd)", windows, everything), R"(C:\Git\cmd\git.exe)");
     EXPECT_EQ(findProgram(R"(C:\Git\git)", "", windows, everything), R"(C:\Git\git.exe)");
-    for (const char* name : {R"(.\git)", R"(\git)", "C:git"})
+    for (const char* name :
+         {R"(.\git)", R"(\git)", "C:git", R"(C:\git.bat)", "git.CMD", R"(C:\git.bat. .)", R"(C:\x.bat::$DATA)"})
         EXPECT_TRUE(findProgram(name, R"(C:\bin)", windows, everything).isNull()) << name;
 }
 

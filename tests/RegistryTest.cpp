@@ -122,7 +122,7 @@ TEST_F(RegistryTest, SuspendsThreadsThatExistAndThoseThatCome)
     const std::string tool = helperAs(folder, "tool-hangs");
     setTool(tool);
     suspend();
-    EXPECT_EQ(addPath(folder.path().string()), 0);
+    EXPECT_EQ(addPath(text(folder.path())), 0);
     EXPECT_FALSE(editor.runUntil([&] { return passesBegun > 0; }, 300));
     EXPECT_EQ(processesOf(tool), 0u);
     call("filewatcherSetSuspendState", {0});
@@ -135,7 +135,7 @@ TEST_F(RegistryTest, SwitchesAToolOffWhenItWroteTooMuch)
     const TempFolder folder;
     const std::string tool = helperAs(folder, "tool-floods");
     setTool(tool);
-    EXPECT_EQ(pass(folder.path().string()), -6657);
+    EXPECT_EQ(pass(text(folder.path())), -6657);
     EXPECT_TRUE(eventually([&] { return processesOf(tool) == 0; }));
     EXPECT_TRUE(eventually([] { return !GitStatusThread::instance(false)->isRunning(); }));
     EXPECT_EQ(GitStatusThread::instance(false)->getStatus(), -102621);

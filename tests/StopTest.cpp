@@ -17,7 +17,7 @@ protected:
         setTool(tool);
         const std::size_t threads = threadCount();
         const std::size_t descriptors = openDescriptors();
-        addPath(folder.path().string());
+        addPath(text(folder.path()));
         ASSERT_TRUE(eventually([&] { return processesOf(tool) == 2; }));
         const auto start = Clock::now();
         call(stop, arguments);
@@ -26,7 +26,7 @@ protected:
         EXPECT_TRUE(eventually([&] { return processesOf(tool) == 0 && threadCount() == threads; }));
         EXPECT_TRUE(eventually([] { return (reapEndedChildren(), zombieChildren() == 0); }));
         EXPECT_EQ(openDescriptors(), descriptors);
-        EXPECT_EQ(waitForPass(folder.path().string()), -102621);
+        EXPECT_EQ(waitForPass(text(folder.path())), -102621);
         EXPECT_TRUE(editor.records().empty());
     }
 };
@@ -46,7 +46,7 @@ TEST_F(StopTest, AnIdleThreadEndsAtOnceAndStartsAtOnce)
 {
     const TempFolder folder;
     makeRepository(folder / "repo");
-    const std::string path = (folder / "repo").string();
+    const std::string path = text(folder / "repo");
     const auto start = Clock::now();
     for (int round = 0; round < 20; ++round) {
         EXPECT_EQ(pass(path), 0);
@@ -62,7 +62,7 @@ TEST_F(StopTest, StopsAtAnyMomentOfAPass)
     makeRepository(folder / "repo");
     writeFile(folder / "repo" / "a", "1");
     git(folder / "repo", {"add", "a"});
-    const std::string path = (folder / "repo").string();
+    const std::string path = text(folder / "repo");
     for (int round = 0; round < 100; ++round) {
         addPath(path);
         const auto until = Clock::now() + std::chrono::microseconds(100 * round);

@@ -1,6 +1,7 @@
 #include "tests/TestSupport.h"
 
 #include "common/CommandRunner.h"
+#include "common/cmFile.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,11 @@
 #include <thread>
 
 namespace fs = std::filesystem;
+
+std::string text(const fs::path& path)
+{
+    return std::string(cmPathText(path).view());
+}
 
 TempFolder::TempFolder()
 {
@@ -39,12 +45,28 @@ std::string readFile(const fs::path& path)
     return content.str();
 }
 
+std::string builtProgram(const std::string& name)
+{
+    const fs::path self = cmSystemPath(cmProgramPath());
+    return text((self.parent_path() / name).replace_extension(self.extension()));
+}
+
 std::string helperAs(const TempFolder& folder, const std::string& behaviour)
 {
-    const fs::path helper(TEST_HELPER);
-    const fs::path copy = folder / (behaviour + helper.extension().string());
+    const fs::path helper = cmSystemPath(builtProgram("testhelper"));
+    const fs::path copy = (folder / behaviour).replace_extension(helper.extension());
     fs::copy_file(helper, copy, fs::copy_options::overwrite_existing);
-    return copy.string();
+    return text(copy);
+}
+
+ProgramResult runBuilt(const std::string& name, const std::vector<std::string>& arguments)
+{
+    const TempFolder folder;
+    std::string line;
+    for (const std::string& argument : arguments)
+        line += std::string(quoteArgument(argument)) + " ";
+    const int exitCode = runInto(builtProgram(name), line, folder / "out", folder / "err");
+    return {exitCode, readFile(folder / "out"), readFile(folder / "err")};
 }
 
 bool eventually(const std::function<bool()>& condition, std::chrono::milliseconds limit)
@@ -67,7 +89,7 @@ std::string git(const fs::path& directory, const std::vector<std::string>& argum
     }
     cmStringT output("");
     const CaptureResult result =
-        captureCommand(command, 0, directory.string(), {}, [&output](cmROStringT bytes) { output += bytes; });
+        captureCommand(command, 0, text(directory), {}, [&output](cmROStringT bytes) { output += bytes; });
     EXPECT_EQ(result.status, 0) << result.failure.c_str();
     EXPECT_EQ(result.errorOutput.view().find("fatal:"), cmROStringT::npos) << result.errorOutput.c_str();
     return output.c_str();
@@ -87,7 +109,7 @@ void makeRepository(const fs::path& directory, const std::vector<std::string>& n
 void commitFiles(const fs::path& directory, const std::vector<std::string>& names)
 {
     for (const std::string& name : names)
-        writeFile(directory / name, "one\n");
+        writeFile(directory / cmSystemPath(name), "one\n");
     git(directory, {"add", "--all"});
     git(directory, {"commit", "--quiet", "--message", "files"});
 }

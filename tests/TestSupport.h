@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/cmSystemPath.h"
+
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -7,6 +9,9 @@
 #include <functional>
 #include <string>
 #include <vector>
+
+/// A path as the module has it: UTF-8, in native separators.
+std::string text(const std::filesystem::path& path);
 
 /// A folder of its own that goes with the object.
 class TempFolder {
@@ -17,7 +22,7 @@ public:
     TempFolder& operator=(const TempFolder&) = delete;
 
     const std::filesystem::path& path() const { return m_path; }
-    std::filesystem::path operator/(const std::string& name) const { return m_path / name; }
+    std::filesystem::path operator/(const std::string& name) const { return m_path / cmSystemPath(name); }
 
 private:
     std::filesystem::path m_path;
@@ -26,6 +31,8 @@ private:
 void writeFile(const std::filesystem::path& path, const std::string& content);
 std::string readFile(const std::filesystem::path& path);
 
+/// A program that was built beside the tests.
+std::string builtProgram(const std::string& name);
 /// A copy of the helper program in `folder` that behaves as `behaviour` says, whatever its arguments.
 std::string helperAs(const TempFolder& folder, const std::string& behaviour);
 
@@ -39,15 +46,29 @@ void makeRepository(const std::filesystem::path& directory, const std::vector<st
 /// Commits all there is, these new files included.
 void commitFiles(const std::filesystem::path& directory, const std::vector<std::string>& names);
 
+struct ProgramResult {
+    int exitCode = -1;  ///< -1 when it was ended otherwise
+    std::string output;
+    std::string error;
+};
+/// Runs a program that was built beside the tests to its end.
+ProgramResult runBuilt(const std::string& name, const std::vector<std::string>& arguments);
+
+/// Names that make trouble, of those that this platform's files can have; one is in a folder.
+std::vector<std::string> oddFileNames();
+std::vector<std::string> oddFolderNames();
+
 // What the system knows of this process.
 std::size_t openDescriptors();
 std::size_t threadCount();
 /// How many living processes run the program at `path`.
 std::size_t processesOf(const std::string& path);
 void killProcessesOf(const std::string& path);
-/// Runs a line of the shell; its exit code, -1 when it was ended otherwise.
-int runShell(const std::string& line);
-/// What Ctrl-C in a terminal does to a process.
+/// Runs a program in the grammar of CommandLine.h with its output and standard error in these files; its exit code, -1 when
+/// it was ended otherwise.
+int runInto(const std::string& program, const std::string& arguments, const std::filesystem::path& output,
+            const std::filesystem::path& error);
+/// What Ctrl-C in a terminal does to a process; on Windows it must have been started with spawnNewGroup.
 void interruptProcess(std::uint32_t id);
-/// How many children of this process have ended and were not reaped.
+/// How many children of this process have ended and were not reaped; none where there is nothing to reap.
 std::size_t zombieChildren();

@@ -1,3 +1,4 @@
+#include "common/CommandLine.h"
 #include "tests/TestSupport.h"
 
 #include <sys/wait.h>
@@ -82,10 +83,17 @@ void killProcessesOf(const std::string& path)
         kill(process, SIGKILL);
 }
 
-int runShell(const std::string& line)
+int runInto(const std::string& program, const std::string& arguments, const fs::path& output, const fs::path& error)
 {
-    const int status = std::system(line.c_str());
+    const std::string redirections = " >" + output.string() + " 2>" + error.string();
+    const int status = std::system((std::string(posixInterpreterText(program, arguments)) + redirections).c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+std::vector<std::string> oddFileNames()
+{
+    return {"a b",         "q\"uote", "tab\there",    "x -> y", "-dash",    "\xC3\xBC.txt", "new\nline",
+            "back\\slash", "it's",    "$(touch ran)", "a&b|c",  "50% ^off", "sub/deep"};
 }
 
 void interruptProcess(std::uint32_t id)
@@ -96,4 +104,9 @@ void interruptProcess(std::uint32_t id)
 std::size_t zombieChildren()
 {
     return findProcesses([](const fs::path& process) { return stateAndParent(process) == std::pair('Z', getpid()); }).size();
+}
+
+std::vector<std::string> oddFolderNames()
+{
+    return {"one & two", "-x", ":(top)", "plain", "a[b]", "*", "100%"};
 }

@@ -13,23 +13,11 @@ namespace {
 
 using Json = nlohmann::json;
 
-struct Result {
-    int exitCode = -1;
-    std::string output;
-    std::string error;
-};
+using Words = std::vector<std::string>;
 
-/// Runs txhost with `arguments` as a shell would.
-Result txhost(const std::string& arguments)
+ProgramResult txhost(const Words& arguments)
 {
-    const TempFolder folder;
-    Result result;
-    const std::string command =
-        "\"" TXHOST "\" " + arguments + " >" + (folder / "out").string() + " 2>" + (folder / "err").string();
-    result.exitCode = runShell(command);
-    result.output = readFile(folder / "out");
-    result.error = readFile(folder / "err");
-    return result;
+    return runBuilt("txhost", arguments);
 }
 
 std::vector<Json> jsonLines(const std::string& text)
@@ -41,14 +29,9 @@ std::vector<Json> jsonLines(const std::string& text)
     return objects;
 }
 
-std::string quoted(const fs::path& path)
-{
-    return "'" + path.string() + "'";
-}
-
 TEST(Txhost, ListsThePrototypesToTheLetter)
 {
-    EXPECT_EQ(txhost("functions").output, R"(int filewatcher:filewatcherAddPath(TXPSZ, int, int)
+    EXPECT_EQ(txhost({"functions"}).output, R"(int filewatcher:filewatcherAddPath(TXPSZ, int, int)
 void filewatcher:filewatcherRemovePath(TXPSZ, int)
 void filewatcher:filewatcherRemoveType(int)
 void filewatcher:filewatcherInitType(int)
@@ -83,46 +66,51 @@ TEST(Txhost, ShowsTheStatusOfAWorkingCopy)
     makeRepository(top, {"a b.txt"});
     writeFile(top / "a b.txt", "22");
 
-    const std::string both = "'" + (folder / "it").string() + "'\\''s a repo' " + quoted(folder.path());
-    const Result result = txhost("status --json " + both);
+    const ProgramResult result = txhost({"status", "--json", text(top), text(folder.path())});
     EXPECT_EQ(result.exitCode, 0) << result.error;
-    const Json outside{{"path", folder.path().string()}, {"tool", "git"}, {"outside", true}};
-    const Json file{{"path", (top / "a b.txt").string()}, {"tool", "git"}, {"local", {"mod"}}, {"repository", Json::array()}};
+    const Json outside{{"path", text(folder.path())}, {"tool", "git"}, {"outside", true}};
+    const Json file{{"path", text(top / "a b.txt")}, {"tool", "git"}, {"local", {"mod"}}, {"repository", Json::array()}};
     EXPECT_EQ(jsonLines(result.output), (std::vector<Json>{outside, file}));
 }
 
 TEST(Txhost, TellsFailuresAndWrongUsageApart)
 {
     const TempFolder folder;
-    const Result noPath = txhost("status /no/such/path");
+    const std::string here = text(folder.path());
+    const std::string missing = text(folder / "missing");
+    const ProgramResult noPath = txhost({"status", missing});
     EXPECT_EQ(noPath.exitCode, 1);
-    EXPECT_EQ(noPath.error, "txhost: no such directory: /no/such/path\n");
-    const Result noGit = txhost("status --git /no/such/git " + quoted(folder.path()));
+    EXPECT_EQ(noPath.error, "txhost: no such directory: " + missing + "\n");
+    const ProgramResult noGit = txhost({"status", "--git", missing, here});
     EXPECT_EQ(noGit.exitCode, 1);
-    EXPECT_EQ(noGit.error, "txhost: no program that can be started: /no/such/git\n");
-    const Result flood = txhost("status --json --git '" + helperAs(folder, "tool-floods") + "' " + quoted(folder.path()) + " /");
+    EXPECT_EQ(noGit.error, "txhost: no program that can be started: " + missing + "\n");
+    const ProgramResult flood = txhost({"status", "--json", "--git", helperAs(folder, "tool-floods"), here, "."});
     EXPECT_EQ(flood.exitCode, 1);
     ASSERT_EQ(jsonLines(flood.output).size(), 2u) << flood.output;
     for (const Json& failure : jsonLines(flood.output))
         EXPECT_EQ(failure["status"], -6657);
-    EXPECT_EQ(runShell("\"" TXHOST "\" functions >/dev/full 2>/dev/null"), 1);
-    EXPECT_EQ(txhost("status").exitCode, 2);
-    EXPECT_EQ(txhost("nonsense").exitCode, 2);
-    EXPECT_EQ(txhost("--help").exitCode, 0);
+    EXPECT_EQ(txhost({"status"}).exitCode, 2);
+    EXPECT_EQ(txhost({"nonsense"}).exitCode, 2);
+    EXPECT_EQ(txhost({"--help"}).exitCode, 0);
 }
 
 TEST(Txhost, CallsAFunctionWithVariables)
 {
-    EXPECT_EQ(jsonLines(txhost("call --json _GitGetBranchName 7").output).at(0)["result"], "Error");
-    const std::string table = R"('{"a":[1,"x",null],"b":{"c":-5000000000}}')";
-    const Json answer = jsonLines(txhost("call --json _GetSlowReloadFiles " + table).output).at(0);
-    EXPECT_EQ(answer["result"], 0);
-    EXPECT_EQ(answer["variables"][0], Json::parse(table.substr(1, table.size() - 2)));
-    EXPECT_EQ(jsonLines(txhost("call --json _GetSlowReloadFiles '[1,2]'").output).at(0)["variables"][0], Json({1, 2}));
-    for (const char* wrong :
-         {"noSuchFunction", "filewatcherStop x", "filewatcherStop 99999999999", "filewatcherStop", "_GetSlowReloadFiles '{'"})
-        EXPECT_EQ(txhost(std::string("call ") + wrong).exitCode, 2) << wrong;
-    const Result failed = txhost("call _GitGetBranchInfo /x git");
+    EXPECT_EQ(jsonLines(txhost({"call", "--json", "_GitGetBranchName", "7"}).output).at(0)["result"], "Error");
+    const auto filled = [](const std::string& variable) {
+        return jsonLines(txhost({"call", "--json", "_GetSlowReloadFiles", variable}).output).at(0);
+    };
+    const std::string table = R"({"a":[1,"x",null],"b":{"c":-5000000000}})";
+    EXPECT_EQ(filled(table)["result"], 0);
+    EXPECT_EQ(filled(table)["variables"][0], Json::parse(table));
+    EXPECT_EQ(filled("[1,2]")["variables"][0], Json({1, 2}));
+    for (const Words& wrong : {Words{"noSuchFunction"}, Words{"filewatcherStop", "x"}, Words{"filewatcherStop", "99999999999"},
+                               Words{"filewatcherStop"}, Words{"_GetSlowReloadFiles", "{"}}) {
+        Words arguments{"call"};
+        arguments.insert(arguments.end(), wrong.begin(), wrong.end());
+        EXPECT_EQ(txhost(arguments).exitCode, 2) << wrong.back();
+    }
+    const ProgramResult failed = txhost({"call", "_GitGetBranchInfo", "/x", "git"});
     EXPECT_EQ(failed.exitCode, 1);
     EXPECT_EQ(failed.output, "-104399\n");
 }
@@ -137,38 +125,38 @@ TEST(Txhost, WatchesUntilItIsInterrupted)
     ChildPipe output;
     SpawnStreams streams;
     streams.output = &output;
-    const std::string command = "\"" TXHOST "\" watch --json --interval 1 " + top.string();
-    spawnProcess(watch, command, 0, {}, "", streams, nullptr, false);
-    std::string text;
+    const std::string command = "\"" + builtProgram("txhost") + "\" watch --json --interval 1 " + text(top);
+    spawnProcess(watch, command, spawnNewGroup, {}, "", streams, nullptr, false);
+    std::string shown;
     const auto shows = [&](const std::string& wanted) {
         const bool found = eventually([&] {
             char buffer[1000];
             if (output.dataAvailable())
-                text.append(buffer, static_cast<std::size_t>(output.read(buffer, sizeof buffer)));
-            return text.find(wanted) != std::string::npos || output.isEnded();
+                shown.append(buffer, static_cast<std::size_t>(output.read(buffer, sizeof buffer)));
+            return shown.find(wanted) != std::string::npos || output.isEnded();
         });
         return found && !output.isEnded();
     };
     writeFile(top / "a", "22");
-    EXPECT_TRUE(shows("\"change\":\"modified\"")) << text;
+    EXPECT_TRUE(shows("\"change\":\"modified\"")) << shown;
     git(top, {"checkout", "--quiet", "a"});
-    EXPECT_TRUE(shows("\"change\":\"clean\"")) << text;
+    EXPECT_TRUE(shows("\"change\":\"clean\"")) << shown;
     interruptProcess(watch.getProcessId());
     EXPECT_TRUE(eventually([&] { return !watch.isRunning(); }));
     watch.terminate();
     shows("nothing more comes");
-    EXPECT_EQ(jsonLines(text).size(), 2u) << text;
+    EXPECT_EQ(jsonLines(shown).size(), 2u) << shown;
 }
 
 TEST(Txhost, GoesOnItsTour)
 {
-    const Result tour = txhost("tour --json");
+    const ProgramResult tour = txhost({"tour", "--json"});
     EXPECT_EQ(tour.exitCode, 0) << tour.output << tour.error;
     const std::vector<Json> steps = jsonLines(tour.output);
     EXPECT_GE(steps.size(), 8u);
     for (const Json& step : steps)
         EXPECT_TRUE(step["ok"].get<bool>()) << step;
-    EXPECT_FALSE(fs::exists(steps.at(1)["detail"].get<std::string>()));
+    EXPECT_FALSE(fs::exists(cmSystemPath(steps.at(1)["detail"].get<std::string>())));
 }
 
 }  // namespace

@@ -2,10 +2,14 @@
 // of the program does, so that a copy of it can stand in for a tool.
 
 #include "common/Environment.h"
+#include "common/cmFile.h"
+#include "common/cmSystemPath.h"
+#include "tests/HelperSystem.h"
 
+#include <algorithm>
+#include <cctype>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -20,8 +24,6 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-std::string self;
-
 void sleepMs(int ms)
 {
     std::this_thread::sleep_for(std::chrono::milliseconds(ms));
@@ -31,12 +33,6 @@ void sleepMs(int ms)
 {
     for (;;)
         sleepMs(1000);
-}
-
-void startHangingChild()
-{
-    if (std::system(("\"" + self + "\" hang &").c_str()) != 0)
-        std::exit(3);
 }
 
 /// `count` bytes, of which no two runs of 251 are aligned alike.
@@ -52,6 +48,12 @@ void writeTo(std::FILE* stream, const std::string& bytes)
 {
     std::fwrite(bytes.data(), 1, bytes.size(), stream);
     std::fflush(stream);
+}
+
+/// What a program does that nobody should have started: leaves a file beside itself.
+void leaveTrace(const Arguments&)
+{
+    std::ofstream(cmSystemPath(cmProgramPath()).replace_filename("trace")) << "was here";
 }
 
 void floodBoth(std::size_t count)
@@ -76,27 +78,37 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
         {"leave-child",
          [](const Arguments&) {
              writeTo(stdout, "parent");
-             startHangingChild();
+             startBeside("hang");
          }},
         {"close-output",
          [](const Arguments& a) {
              std::fclose(stdout);
              sleepMs(std::stoi(a.at(0)));
          }},
-        {"directory", [](const Arguments&) { std::cout << std::filesystem::current_path().string(); }},
+        {"directory", [](const Arguments&) { std::cout << cmPathText(std::filesystem::current_path()).c_str(); }},
         {"environment",
          [](const Arguments&) {
              for (const cmStringT& variable : hostEnvironment())
                  std::cout << variable.c_str() << '\n';
          }},
         {"count-input", [](const Arguments&) { std::cout << std::string(std::istreambuf_iterator<char>(std::cin), {}).size(); }},
-        {"show", [](const Arguments& a) { std::cout << std::ifstream(a.at(0)).rdbuf(); }},
-        {"mark", [](const Arguments& a) { std::ofstream(a.at(0)) << "was here"; }},
+        {"echo-input",
+         [](const Arguments&) {
+             std::cout << std::string(std::istreambuf_iterator<char>(std::cin), {});
+             std::cerr << "problem\n";
+         }},
+        {"upper",
+         [](const Arguments&) {
+             std::transform(std::istreambuf_iterator<char>(std::cin), {}, std::ostreambuf_iterator<char>(std::cout),
+                            [](char c) { return static_cast<char>(std::toupper(static_cast<unsigned char>(c))); });
+         }},
+        {"show", [](const Arguments& a) { std::cout << std::ifstream(cmSystemPath(a.at(0))).rdbuf(); }},
+        {"mark", [](const Arguments& a) { std::ofstream(cmSystemPath(a.at(0))) << "was here"; }},
         // Stand-ins for a tool, by the name of the copy.
         {"tool-hangs", [](const Arguments&) { hang(); }},
         {"tool-hangs-with-child",
          [](const Arguments&) {
-             startHangingChild();
+             startBeside("hang");
              hang();
          }},
         {"tool-floods",
@@ -104,6 +116,9 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
              for (const std::string block = pattern(65536);;)
                  writeTo(stdout, block);
          }},
+        {"monitor", &leaveTrace},
+        {"git", &leaveTrace},
+        {"sh", &leaveTrace},
         {"tool-fails", [](const Arguments&) { writeTo(stderr, "fatal: this tool always fails\n"); }},
     };
     return table;
@@ -113,9 +128,8 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
 
 int main(int argc, char** argv)
 {
-    self = argv[0];
-    Arguments arguments(argv + 1, argv + argc);
-    std::string name = std::filesystem::path(self).stem().string();
+    Arguments arguments = prepareHelper(argc, argv);
+    std::string name = cmSystemPath(cmProgramPath()).stem().string();
     if (!arguments.empty() && behaviours().contains(arguments.front())) {
         name = arguments.front();
         arguments.erase(arguments.begin());

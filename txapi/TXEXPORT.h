@@ -1,7 +1,8 @@
 #pragma once
 
-// What crosses the borders of the libraries. TXAPI_BUILD is defined where the editor's library is built, TXMODULE_BUILD
-// where a library or program brings its own copy of the classes TMString and TMIterator.
+// What crosses the borders of the libraries. TXAPI_BUILD is defined where the editor's library is built (on Windows
+// txapi.def lists what it exports, with the ordinals), TXMODULE_BUILD where a library or program brings its own copy of the
+// classes TMString and TMIterator.
 #if defined(_WIN32)
 #define TX_EXPORTED __declspec(dllexport)
 #define TX_IMPORTED __declspec(dllimport)
@@ -10,10 +11,12 @@
 #define TX_IMPORTED
 #endif
 
-#if defined(TXAPI_BUILD)
-#define TXAPI TX_EXPORTED
-#else
+#if !defined(TXAPI_BUILD)
 #define TXAPI TX_IMPORTED
+#elif defined(_WIN32)
+#define TXAPI
+#else
+#define TXAPI TX_EXPORTED
 #endif
 
 #if defined(TXMODULE_BUILD)

@@ -2,9 +2,14 @@
 
 #include "common/cmString.h"
 
+#include <string>
+#include <vector>
+
 /// What txhost wants of the terminal and of Ctrl-C.
 namespace console {
 
+/// Prepares the standard streams for bytes and UTF-8; the words of the command line, in UTF-8. Called first.
+std::vector<std::string> start(int argc, char** argv);
 /// From now on Ctrl-C (and a request to end) is only remembered.
 void catchInterrupts();
 bool wasInterrupted();

@@ -15,6 +15,11 @@ void remember(int)
 
 }  // namespace
 
+std::vector<std::string> console::start(int argc, char** argv)
+{
+    return {argv + 1, argv + argc};
+}
+
 void console::catchInterrupts()
 {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {

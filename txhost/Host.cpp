@@ -2,6 +2,7 @@
 
 #include "common/ChildProcess.h"
 #include "common/cmStringCatHelper.h"
+#include "common/cmSystemPath.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -15,9 +16,9 @@ cmStringT toolPath(const std::string& named, const char* name)
 {
     if (named.empty())
         return findHostProgram(name);
-    const std::filesystem::path path(named);
+    const std::filesystem::path path = cmSystemPath(named);
     std::error_code error;
-    return findHostProgram(path.has_parent_path() ? std::filesystem::absolute(path, error).string() : named);
+    return findHostProgram(path.has_parent_path() ? cmPathText(std::filesystem::absolute(path, error)) : cmStringT(named));
 }
 
 }  // namespace

@@ -35,7 +35,7 @@ ScratchRepository::~ScratchRepository()
 
 void ScratchRepository::writeFile(const std::string& name, const std::string& text)
 {
-    std::ofstream file(m_folder / "repository" / fs::path(std::u8string(name.begin(), name.end())), std::ios::binary);
+    std::ofstream file(m_folder / "repository" / cmSystemPath(name), std::ios::binary);
     if (!(file << text))
         throw HostError("cannot write " + name);
 }

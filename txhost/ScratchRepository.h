@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/cmString.h"
+#include "common/cmSystemPath.h"
 
 #include <filesystem>
 #include <string>
@@ -15,8 +16,8 @@ public:
     ScratchRepository& operator=(const ScratchRepository&) = delete;
 
     /// The repository's folder, and one beside it that belongs to no repository.
-    cmStringT path() const { return cmROStringT((m_folder / "repository").string()); }
-    cmStringT outsidePath() const { return cmROStringT((m_folder / "outside").string()); }
+    cmStringT path() const { return cmPathText(m_folder / "repository"); }
+    cmStringT outsidePath() const { return cmPathText(m_folder / "outside"); }
     void writeFile(const std::string& name, const std::string& text);
 
 private:

@@ -1,7 +1,6 @@
 #include "txhost/SharedLibrary.h"
 
 #include "common/cmFile.h"
-#include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
 
 #include <dlfcn.h>
@@ -11,7 +10,7 @@
 cmStringT SharedLibrary::load(cmROStringT name)
 {
     unload();
-    const cmStringT program = cmRealPath("/proc/self/exe");
+    const cmStringT program = cmProgramPath();
     const cmStringT path = cmCat(program.view().substr(0, program.view().rfind('/'))) + "/lib" + name + ".so";
     m_handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     return m_handle ? cmStringT() : cmStringT(dlerror());

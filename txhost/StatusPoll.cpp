@@ -4,6 +4,7 @@
 #include "common/cmFile.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
+#include "common/cmSystemPath.h"
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
 
@@ -46,15 +47,16 @@ cmArray<cmStringT> watchedDirectories(const std::vector<std::string>& named)
     cmArray<cmStringT> directories;
     for (const std::string& name : named) {
         std::error_code error;
-        const std::filesystem::path absolute = std::filesystem::absolute(name, error).lexically_normal();
+        const std::filesystem::path absolute = std::filesystem::absolute(cmSystemPath(name), error).lexically_normal();
         const bool exists = !name.empty() && !error && std::filesystem::exists(absolute, error);
         if (error)
             throw HostError(name + ": " + error.message());
         if (!exists)
             throw HostError("no such directory: " + name);
-        if (!cmIsDirectory(absolute.string()))
+        const cmStringT text = cmPathText(absolute);
+        if (!cmIsDirectory(text))
             throw HostError("not a directory: " + name);
-        const cmStringT path(cmWithoutTrailingSeparator(absolute.string()));
+        const cmStringT path(cmWithoutTrailingSeparator(text));
         if (std::find(directories.begin(), directories.end(), path) == directories.end())
             directories.push_back(path);
     }

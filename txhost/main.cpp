@@ -26,9 +26,8 @@ void removeGuard(std::string& word)
 }
 
 /// The words of the command line in the order that the library wants, the last one first.
-std::vector<std::string> guardedWords(int argc, char** argv)
+std::vector<std::string> guardedWords(std::vector<std::string> words)
 {
-    std::vector<std::string> words(argv + 1, argv + argc);
     for (std::string& word : words) {
         if (word.starts_with('['))
             word.insert(word.begin(), bracketGuard);
@@ -55,10 +54,10 @@ public:
         addCommands();
     }
 
-    int run(int argc, char** argv)
+    int run(const std::vector<std::string>& words)
     {
         try {
-            m_app.parse(guardedWords(argc, argv));
+            m_app.parse(guardedWords(words));
             for (std::string& word : m_words)
                 removeGuard(word);
             for (std::string* word : {&m_name, &m_options.git, &m_options.svn, &m_options.p4})
@@ -115,5 +114,5 @@ private:
 
 int main(int argc, char** argv)
 {
-    return CommandLineInterface().run(argc, argv);
+    return CommandLineInterface().run(console::start(argc, argv));
 }

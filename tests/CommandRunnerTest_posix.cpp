@@ -1,0 +1,48 @@
+#include "tests/Captured.h"
+#include "tests/TestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdio>
+#include <string>
+
+namespace {
+
+TEST(CommandRunner, WorksForAHostThatHasItsChildrenCollectedForIt)
+{
+    const auto handler = std::signal(SIGCHLD, SIG_IGN);
+    for (int round = 0; round < 300; ++round)
+        ASSERT_EQ(run(helper("bytes 100")).output.size(), 100u) << round;
+    std::signal(SIGCHLD, handler);
+}
+
+unsigned long long signalSet(const std::string& status, const std::string& name)
+{
+    return std::stoull(status.substr(status.find(name) + name.size()), nullptr, 16);
+}
+
+TEST(CommandRunner, GivesTheChildItsThreeStreamsAndNothingElse)
+{
+    // A descriptor of a careless host, and a host that blocks and ignores signals.
+    std::FILE* leaked = std::fopen("/dev/null", "r");
+    sigset_t blocked;
+    sigset_t before;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &blocked, &before);
+    const auto handler = std::signal(SIGHUP, SIG_IGN);
+
+    EXPECT_EQ(run("\"/bin/sh\" -c \"ls /proc/self/fd | wc -l\"", {}, 0).output, "4\n");  // ls has the folder open itself
+    EXPECT_EQ(run(helper("count-input")).output, "0");
+    const std::string status = run(helper("show /proc/self/status")).output;
+    EXPECT_EQ(signalSet(status, "SigBlk:"), 0u);
+    constexpr unsigned long long ownSignalsOfTheCLibrary = 0x180000000;
+    EXPECT_EQ(signalSet(status, "SigIgn:") & ~ownSignalsOfTheCLibrary, 0u);
+
+    std::signal(SIGHUP, handler);
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    std::fclose(leaked);
+}
+
+}  // namespace

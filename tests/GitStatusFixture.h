@@ -1,0 +1,23 @@
+#pragma once
+
+#include "tests/ModuleFixture.h"
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+using Status = std::map<std::string, std::string>;
+
+/// A module and a fresh repository; files in it are named from its top level, with slashes.
+class GitStatusTest : public ModuleTest {
+protected:
+    GitStatusTest() { makeRepository(top); }
+
+    void commit(const std::vector<std::string>& names) { commitFiles(top, names); }
+    void modify(const std::string& name) { writeFile(top / cmSystemPath(name), "two, changed\n"); }
+    std::string in(const std::string& name) const { return text(top / cmSystemPath(name)); }
+
+    TempFolder folder;
+    const std::filesystem::path top = folder / "repo";
+};
