@@ -127,30 +127,33 @@ cmStringT inDoubleQuotes(cmROStringT data)
     return quoted;
 }
 
-/// What cmd.exe passes on as exactly this word. In double quotes everything but a per cent sign is literal to it, and stays
-/// so should it read the text twice. A word with a quote of its own would end the quotes too early: there every character
-/// that cmd.exe knows stands behind a caret instead, the quotes too, so that to it nothing is quoted.
+/// `data` in double quotes, each character that cmd.exe knows behind a caret, the quotes too: to it nothing is quoted then.
+cmStringT behindCarets(cmROStringT data)
+{
+    const cmStringT quoted = inDoubleQuotes(data);
+    cmStringT escaped("");
+    for (const char c : quoted.view()) {
+        if (cmROStringT("()!^\"<>&|").find(c) != cmROStringT::npos)
+            escaped += '^';
+        escaped += c;
+    }
+    return escaped;
+}
+
+/// What cmd.exe passes on as exactly this word. In plain double quotes nearly everything is literal to it; a quote in the
+/// word would end them too early, and a per cent sign name a variable even there. That sign stands between quoted
+/// parts, so that a quote belongs to what could be the name: no variable is called that.
 cmStringT quoteForWindowsShell(cmROStringT word)
 {
-    const bool hasQuote = word.find('"') != cmROStringT::npos;
     if (!word.empty() && std::all_of(word.begin(), word.end(), [](char c) { return isPlain(c) && c != '^'; }))
         return word;
-    if (!hasQuote && word.find('%') == cmROStringT::npos)
+    if (word.find_first_of("\"%") == cmROStringT::npos)
         return inDoubleQuotes(word);
     cmStringT text("");
-    if (hasQuote) {
-        const cmStringT quoted = inDoubleQuotes(word);
-        for (const char c : quoted.view()) {
-            if (cmROStringT("()%!^\"<>&|").find(c) != cmROStringT::npos)
-                text += '^';
-            text += c;
-        }
-        return text;
-    }
     while (!word.empty()) {
         const std::size_t percent = std::min(word.find('%'), word.size());
         if (percent > 0)
-            text += inDoubleQuotes(word.substr(0, percent));
+            text += behindCarets(word.substr(0, percent));
         if (percent < word.size())
             text += "^%";
         word.remove_prefix(std::min(percent + 1, word.size()));

@@ -11,3 +11,19 @@ try {
 } catch (const std::exception&) {
     return false;  // no name that the system could have
 }
+
+bool cmRemoveFolder(cmROStringT path)
+try {
+    namespace fs = std::filesystem;
+    const fs::path folder = cmSystemPath(path);
+    if (!fs::exists(folder))
+        return true;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
+        if (!entry.is_symlink())  // the rights of what it leads to are not ours to change
+            fs::permissions(entry, fs::perms::owner_write, fs::perm_options::add);
+    }
+    fs::remove_all(folder);
+    return true;
+} catch (const std::exception&) {
+    return false;
+}

@@ -6,5 +6,7 @@
 cmStringT cmRealPath(cmROStringT path);
 /// Reads the disk; any thread.
 bool cmIsDirectory(cmROStringT path);
+/// Removes a folder with all that is in it, read-only files too; false when something is left. Any thread.
+bool cmRemoveFolder(cmROStringT path);
 /// The file of the running program, absolute. Any thread.
 cmStringT cmProgramPath();

@@ -13,17 +13,14 @@ namespace {
 constexpr std::int32_t stateOutsideRepository = 2;
 constexpr char workTreeModified = 'M';
 
-/// The watched path as an argument of a command that runs in the top level. A path through a symbolic link is only found
-/// below the top level, which git reports without links, once its own links are followed.
+/// The watched path as an argument of a command that runs in the top level. git reports that without links and, like the
+/// names in it, in the spelling on the disk: so that is what it is asked for.
 cmStringT pathArgument(const cmStringT& path, const cmStringT& top)
 {
-    cmStringT real;
+    const cmStringT real = cmRealPath(path);
     cmROStringT relative;
-    if (!cmRelativePath(path, top, relative)) {
-        real = cmRealPath(path);
-        if (!cmRelativePath(real, top, relative))
-            return quoteArgument(path);
-    }
+    if (!cmRelativePath(real, top, relative) && !cmRelativePath(path, top, relative))
+        return quoteArgument(path);
     if (relative.empty())
         return "";
     if (relative.starts_with('-'))  // it shall not be read as an option

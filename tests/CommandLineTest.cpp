@@ -83,9 +83,9 @@ TEST(CommandLine, TellsTheWindowsInterpreterWhatIsData)
 {
     const auto text = [](cmROStringT arguments) { return windowsInterpreterText(R"(C:\my git.exe)", arguments); };
     EXPECT_EQ(text(R"("a&b ^" plain > out)"), R"("C:\my git.exe" "a&b ^" plain > out)");
-    EXPECT_EQ(text(R"("50%PATH%\\" "a^^b")"), R"("C:\my git.exe" "50"^%"PATH"^%"\\" "a^^b")");
-    EXPECT_EQ(text(R"("50%" "dir %\\" "")"), R"("C:\my git.exe" "50"^% "dir "^%"\\" "")");
-    EXPECT_EQ(text(R"("say \"hi & bye\" 5%" "dir\\")"), R"("C:\my git.exe" ^"say \^"hi ^& bye\^" 5^%^" dir\)");
+    EXPECT_EQ(text(R"("50%PATH%\\" "a^^b")"), R"("C:\my git.exe" ^"50^"^%^"PATH^"^%^"\\^" "a^^b")");
+    EXPECT_EQ(text(R"("50%" "dir\\" "")"), R"("C:\my git.exe" ^"50^"^% dir\ "")");
+    EXPECT_EQ(text(R"("say \"hi & bye\" 5%" "a \\")"), R"("C:\my git.exe" ^"say \^"hi ^& bye\^" 5^"^% "a \\")");
     EXPECT_TRUE(text("\"two\nlines\"").isNull());
     EXPECT_TRUE(text(R"("a \"quote\"" | sort)").isNull());
     EXPECT_FALSE(text(R"("a \"quote\" |" > sort)").isNull());

@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-// What the helper program wants of the system.
+/// The helper program; its back end has the system's way to begin one. `arguments` are UTF-8, without the program, and the
+/// standard streams carry bytes. Returns the exit code.
+int runHelper(std::vector<std::string> arguments);
 
-/// Makes the standard streams carry bytes; the arguments in UTF-8, without the program.
-std::vector<std::string> prepareHelper(int argc, char** argv);
 /// Starts this program once more, with one argument and the same streams, and does not wait for it.
 void startBeside(const char* argument);

@@ -5,9 +5,9 @@
 
 #include <cstdlib>
 
-std::vector<std::string> prepareHelper(int argc, char** argv)
+int main(int argc, char** argv)
 {
-    return {argv + 1, argv + argc};
+    return runHelper({argv + 1, argv + argc});
 }
 
 void startBeside(const char* argument)

@@ -7,22 +7,23 @@
 #include <io.h>
 #include <windows.h>
 
-#include <shellapi.h>
-
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
-std::vector<std::string> prepareHelper(int, char**)
+// The run-time library takes the command line apart, as in any tool; it shall not look for files that match a word.
+extern "C" {
+int _dowildcard = 0;
+}
+
+int wmain(int argc, wchar_t** argv)
 {
     for (std::FILE* stream : {stdin, stdout, stderr})
         _setmode(_fileno(stream), _O_BINARY);
     std::vector<std::string> arguments;
-    int count = 0;
-    wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
-    for (int i = 1; i < count; ++i)
-        arguments.emplace_back(narrowText(words[i]).view());
-    LocalFree(words);
-    return arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.emplace_back(narrowText(argv[i]).view());
+    return runHelper(std::move(arguments));
 }
 
 void startBeside(const char* argument)

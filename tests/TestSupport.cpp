@@ -28,8 +28,8 @@ TempFolder::TempFolder()
 
 TempFolder::~TempFolder()
 {
-    std::error_code ignored;
-    fs::remove_all(m_path, ignored);
+    // A program that was just ended may still keep its file for a moment.
+    eventually([this] { return cmRemoveFolder(cmPathText(m_path)); }, std::chrono::seconds(2));
 }
 
 void writeFile(const fs::path& path, const std::string& content)

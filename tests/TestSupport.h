@@ -68,7 +68,7 @@ void killProcessesOf(const std::string& path);
 /// it was ended otherwise.
 int runInto(const std::string& program, const std::string& arguments, const std::filesystem::path& output,
             const std::filesystem::path& error);
-/// What Ctrl-C in a terminal does to a process; on Windows it must have been started with spawnNewGroup.
-void interruptProcess(std::uint32_t id);
+/// How often a test may start a program that would like to do so `wanted` times; on Windows a start takes long.
+int affordableStarts(int wanted);
 /// How many children of this process have ended and were not reaped; none where there is nothing to reap.
 std::size_t zombieChildren();

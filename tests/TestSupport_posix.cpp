@@ -96,9 +96,9 @@ std::vector<std::string> oddFileNames()
             "back\\slash", "it's",    "$(touch ran)", "a&b|c",  "50% ^off", "sub/deep"};
 }
 
-void interruptProcess(std::uint32_t id)
+int affordableStarts(int wanted)
 {
-    kill(static_cast<pid_t>(id), SIGINT);
+    return wanted;
 }
 
 std::size_t zombieChildren()

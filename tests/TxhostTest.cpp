@@ -1,5 +1,5 @@
-#include "common/CommandRunner.h"
 #include "tests/TestSupport.h"
+#include "tests/WatchProcess.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -115,37 +115,18 @@ TEST(Txhost, CallsAFunctionWithVariables)
     EXPECT_EQ(failed.output, "-104399\n");
 }
 
-TEST(Txhost, WatchesUntilItIsInterrupted)
+TEST(Txhost, WatchesForChanges)
 {
     const TempFolder folder;
     const fs::path top = folder / "repo";
     makeRepository(top, {"a"});
-
-    ChildProcess watch;
-    ChildPipe output;
-    SpawnStreams streams;
-    streams.output = &output;
-    const std::string command = "\"" + builtProgram("txhost") + "\" watch --json --interval 1 " + text(top);
-    spawnProcess(watch, command, spawnNewGroup, {}, "", streams, nullptr, false);
-    std::string shown;
-    const auto shows = [&](const std::string& wanted) {
-        const bool found = eventually([&] {
-            char buffer[1000];
-            if (output.dataAvailable())
-                shown.append(buffer, static_cast<std::size_t>(output.read(buffer, sizeof buffer)));
-            return shown.find(wanted) != std::string::npos || output.isEnded();
-        });
-        return found && !output.isEnded();
-    };
     writeFile(top / "a", "22");
-    EXPECT_TRUE(shows("\"change\":\"modified\"")) << shown;
+    WatchProcess watch(text(top));
+    EXPECT_TRUE(watch.shows("\"change\":\"modified\"")) << watch.shown();
     git(top, {"checkout", "--quiet", "a"});
-    EXPECT_TRUE(shows("\"change\":\"clean\"")) << shown;
-    interruptProcess(watch.getProcessId());
-    EXPECT_TRUE(eventually([&] { return !watch.isRunning(); }));
+    EXPECT_TRUE(watch.shows("\"change\":\"clean\"")) << watch.shown();
     watch.terminate();
-    shows("nothing more comes");
-    EXPECT_EQ(jsonLines(shown).size(), 2u) << shown;
+    EXPECT_EQ(jsonLines(watch.shown()).size(), 2u) << watch.shown();
 }
 
 TEST(Txhost, GoesOnItsTour)

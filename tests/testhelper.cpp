@@ -126,9 +126,8 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
 
 }  // namespace
 
-int main(int argc, char** argv)
+int runHelper(std::vector<std::string> arguments)
 {
-    Arguments arguments = prepareHelper(argc, argv);
     std::string name = cmSystemPath(cmProgramPath()).stem().string();
     if (!arguments.empty() && behaviours().contains(arguments.front())) {
         name = arguments.front();
@@ -138,4 +137,5 @@ int main(int argc, char** argv)
     if (behaviour == behaviours().end())
         return 2;
     behaviour->second(arguments);
+    return 0;
 }

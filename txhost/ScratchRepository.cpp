@@ -1,6 +1,7 @@
 #include "txhost/ScratchRepository.h"
 
 #include "common/CommandRunner.h"
+#include "common/cmFile.h"
 #include "common/cmStringCatHelper.h"
 #include "txhost/Host.h"
 
@@ -29,8 +30,7 @@ ScratchRepository::ScratchRepository(const cmStringT& git) : m_git(git)
 
 ScratchRepository::~ScratchRepository()
 {
-    std::error_code ignored;
-    fs::remove_all(m_folder, ignored);
+    cmRemoveFolder(cmPathText(m_folder));
 }
 
 void ScratchRepository::writeFile(const std::string& name, const std::string& text)

@@ -41,6 +41,7 @@ class CommandLineInterface {
 public:
     CommandLineInterface()
     {
+        m_app.allow_windows_style_options(false);  // a word like /x is one, on every system
         m_app.require_subcommand(1);
         m_app.fallthrough();
         m_app.add_flag("--json", m_options.json, "One JSON object a line");
