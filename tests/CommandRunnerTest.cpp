@@ -97,6 +97,18 @@ TEST(CommandRunner, StopsAtOnceAndTakesGrandchildrenAlong)
     EXPECT_EQ(zombieChildren(), 0u);
 }
 
+TEST(CommandRunner, StopsInTheMiddleOfOutput)
+{
+    const TempFolder folder;
+    const std::string floods = helperAs(folder, "tool-floods");
+    std::size_t taken = 0;
+    CaptureControl control;
+    control.stopRequested = [&taken] { return taken > 1000000; };
+    const auto count = [&taken](cmROStringT bytes) { taken += bytes.size(); };
+    EXPECT_TRUE(captureCommand(quoteArgument(floods), spawnPlainCommand, "", control, count).stopped);
+    EXPECT_TRUE(eventually([&floods] { return processesOf(floods) == 0; }));
+}
+
 TEST(CommandRunner, DoesNotWaitForAGrandchildThatKeepsThePipes)
 {
     const TempFolder folder;
@@ -139,7 +151,8 @@ TEST(CommandRunner, CapturesTwoChildrenAtOnce)
 TEST(CommandRunner, LeavesNoDescriptorAndNoZombieBehind)
 {
     run(helper("bytes 1"));
-    const std::size_t before = openDescriptors();
+    run("\"/no/such/program\"");
+    const std::size_t before = openDescriptors();  // from here on nothing is done for the first time
     for (int round = 0; round < 2000; ++round)
         ASSERT_EQ(run(helper("bytes 1")).output.size(), 1u);
     run("\"/no/such/program\"");

@@ -33,7 +33,7 @@ TEST(CommandRunner, GivesTheChildItsThreeStreamsAndNothingElse)
     pthread_sigmask(SIG_BLOCK, &blocked, &before);
     const auto handler = std::signal(SIGHUP, SIG_IGN);
 
-    EXPECT_EQ(run("\"/bin/sh\" -c \"ls /proc/self/fd | wc -l\"", {}, 0).output, "4\n");  // ls has the folder open itself
+    EXPECT_EQ(run(helper("count-handles")).output, "3");
     EXPECT_EQ(run(helper("count-input")).output, "0");
     const std::string status = run(helper("show /proc/self/status")).output;
     EXPECT_EQ(signalSet(status, "SigBlk:"), 0u);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -9,3 +10,5 @@ int runHelper(std::vector<std::string> arguments);
 
 /// Starts this program once more, with one argument and the same streams, and does not wait for it.
 void startBeside(const char* argument);
+/// How many handles, or descriptors, this process has open.
+std::size_t countHandles();

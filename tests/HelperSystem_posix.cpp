@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
+#include <iterator>
 
 int main(int argc, char** argv)
 {
@@ -19,4 +21,10 @@ void startBeside(const char* argument)
     if (child == 0)
         execl(program.c_str(), program.c_str(), argument, nullptr);
     std::_Exit(3);
+}
+
+std::size_t countHandles()
+{
+    const std::filesystem::directory_iterator open("/proc/self/fd");  // is one of them itself
+    return static_cast<std::size_t>(std::distance(open, {})) - 1;
 }

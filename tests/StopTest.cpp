@@ -2,6 +2,7 @@
 #include "tests/ModuleFixture.h"
 
 #include <chrono>
+#include <functional>
 
 namespace {
 
@@ -15,18 +16,27 @@ protected:
         const TempFolder folder;
         const std::string tool = helperAs(folder, "tool-hangs-with-child");
         setTool(tool);
+        std::size_t descriptors = 0;
+        for (int round = 0; round < 2; ++round) {  // what the first keeps for good belongs to the libraries
+            descriptors = openDescriptors();
+            stopOnce(text(folder.path()), tool, [&] { call(stop, arguments); });
+        }
+        EXPECT_EQ(openDescriptors(), descriptors);
+    }
+
+private:
+    void stopOnce(const std::string& path, const std::string& tool, const std::function<void()>& stop)
+    {
         const std::size_t threads = threadCount();
-        const std::size_t descriptors = openDescriptors();
-        addPath(text(folder.path()));
+        addPath(path);
         ASSERT_TRUE(eventually([&] { return processesOf(tool) == 2; }));
         const auto start = Clock::now();
-        call(stop, arguments);
+        stop();
         // Far below the second that an idle thread sleeps: nothing waited for a time-out.
         EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(500));
         EXPECT_TRUE(eventually([&] { return processesOf(tool) == 0 && threadCount() == threads; }));
         EXPECT_TRUE(eventually([] { return (reapEndedChildren(), zombieChildren() == 0); }));
-        EXPECT_EQ(openDescriptors(), descriptors);
-        EXPECT_EQ(waitForPass(text(folder.path())), -102621);
+        EXPECT_EQ(waitForPass(path), -102621);
         EXPECT_TRUE(editor.records().empty());
     }
 };

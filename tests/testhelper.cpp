@@ -91,6 +91,7 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
              for (const cmStringT& variable : hostEnvironment())
                  std::cout << variable.c_str() << '\n';
          }},
+        {"count-handles", [](const Arguments&) { std::cout << countHandles(); }},
         {"count-input", [](const Arguments&) { std::cout << std::string(std::istreambuf_iterator<char>(std::cin), {}).size(); }},
         {"echo-input",
          [](const Arguments&) {

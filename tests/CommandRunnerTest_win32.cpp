@@ -1,0 +1,60 @@
+#include "common/ChildProcess.h"
+#include "common/cmStatusException.h"
+#include "tests/Captured.h"
+#include "tests/TestSupport.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+TEST(CommandRunner, GivesTheChildItsThreeHandlesAndNothingElse)
+{
+    // What a careless host has open, each ready to be inherited.
+    constexpr int count = 500;
+    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    std::vector<HANDLE> leaked;
+    for (int i = 0; i < count; ++i)
+        leaked.push_back(CreateEventW(&inheritable, TRUE, FALSE, nullptr));
+    EXPECT_LT(std::stoi(run(helper("count-handles")).output), count / 2);
+    for (HANDLE handle : leaked)
+        CloseHandle(handle);
+    EXPECT_EQ(run(helper("count-input")).output, "0");
+}
+
+TEST(CommandRunner, RefusesBatchFiles)
+{
+    const TempFolder folder;
+    writeFile(folder / "tool.bat", "@echo ran\r\n");
+    for (const char* name : {"tool.bat", "tool.BAT", "tool.bat.", "tool.bat "}) {
+        const Captured refused = run("\"" + text(folder.path()) + "\\" + name + "\" x");
+        EXPECT_EQ(refused.result.status, cmStatusProcessFailed) << name;
+        EXPECT_EQ(refused.output, "") << name;
+    }
+}
+
+TEST(CommandRunner, RefusesWhatTheInterpreterCannotBeGiven)
+{
+    const Captured lineBreak = run(helper("args \"one\ntwo\" \"|\""));
+    EXPECT_EQ(lineBreak.result.status, cmStatusProcessFailed);
+    EXPECT_FALSE(lineBreak.result.failure.isEmpty());
+    const Captured tooLong = run(helper("args \"|\" " + std::string(9000, 'x')));
+    EXPECT_EQ(tooLong.result.status, cmStatusProcessFailed);
+    EXPECT_EQ(run(helper("args " + std::string(20000, 'x'))).output.size(), 20007u);
+}
+
+TEST(ChildProcess, IsOpenedByTheShellWhenAsked)
+{
+    const TempFolder folder;
+    const std::string marker = text(folder / "done");
+    ChildProcess child;
+    spawnProcess(child, helper("mark " + std::string(quoteArgument(marker))), spawnShellExecute | spawnHiddenWindow, {}, "", {},
+                 nullptr, true);
+    EXPECT_TRUE(eventually([&] { return !child.isRunning(); }));
+    EXPECT_EQ(readFile(folder / "done"), "was here");
+}
+
+}  // namespace
