@@ -13,8 +13,9 @@ public:
     ChildPipe& operator=(const ChildPipe&) = delete;
     ~ChildPipe() { close(); }
 
-    /// Makes the pipe; the parent keeps the write end when `toChild`, else the read end. Neither end is
-    /// inherited by a process that is started without naming it. Throws cmStatusException(cmStatusPipeFailed).
+    /// Makes the pipe; the parent keeps the write end when `toChild`, else the read end. The parent's
+    /// end is never inherited, the child's only by a process that names it or, on Windows, by one that a host starts
+    /// before closeChildEnd and lets inherit everything. Throws cmStatusException(cmStatusPipeFailed).
     void create(bool toChild, std::uint32_t bufferSize);
 
     /// Whether at least one byte waits. Never blocks.

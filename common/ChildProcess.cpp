@@ -45,7 +45,9 @@ void spawnProcess(ChildProcess& process, cmROStringT commandLine, SpawnOptions o
 
     cmStringT detail;
     std::int32_t failure = cmStatusProcessFailed;
-    if (starter.program.isNull()) {
+    if (commandLine.find('\0') != cmROStringT::npos || workingDirectory.find('\0') != cmROStringT::npos) {
+        detail = "a command cannot hold a NUL";  // the system would end it there
+    } else if (starter.program.isNull()) {
         detail = cmCat("no program that can be started: ") + command.program;
     } else {
         try {

@@ -11,9 +11,10 @@
 using SpawnOptions = std::uint32_t;
 inline constexpr SpawnOptions spawnScanOperators = 0x001;  ///< a shell operator sends the command to the interpreter, hidden
 inline constexpr SpawnOptions spawnErrorToOutput = 0x008;  ///< standard error shares the standard-output pipe
-inline constexpr SpawnOptions spawnShellExecute = 0x010;   ///< through the shell's "open"; an ordinary start where there is none
-inline constexpr SpawnOptions spawnNewGroup = 0x020;       ///< a process group of its own; always so on POSIX
-inline constexpr SpawnOptions spawnNewConsole = 0x040;     ///< no effect on POSIX, like the other two of windows
+inline constexpr SpawnOptions spawnShellExecute =
+    0x010;  ///< through the shell's "open", without pipes and environment; ordinary on POSIX
+inline constexpr SpawnOptions spawnNewGroup = 0x020;    ///< a process group of its own; always so on POSIX
+inline constexpr SpawnOptions spawnNewConsole = 0x040;  ///< no effect on POSIX, like the other two of windows
 inline constexpr SpawnOptions spawnNoWindow = 0x080;
 inline constexpr SpawnOptions spawnStandardHandles = 0x100;  ///< without pipes: the output of a host with a console
 inline constexpr SpawnOptions spawnHiddenWindow = 0x200;

@@ -12,6 +12,23 @@ HANDLE native(std::intptr_t handle)
     return reinterpret_cast<HANDLE>(handle);
 }
 
+/// Waits for the handle, not much longer than `ms`: an ordinary wait is rounded up to the system's tick of 15.6 ms.
+void waitExactly(HANDLE handle, std::uint32_t ms)
+{
+    constexpr DWORD highResolution = 2;  // CREATE_WAITABLE_TIMER_HIGH_RESOLUTION
+    HANDLE timer = CreateWaitableTimerExW(nullptr, nullptr, highResolution, TIMER_MODIFY_STATE | SYNCHRONIZE);
+    LARGE_INTEGER due;
+    due.QuadPart = -static_cast<LONGLONG>(ms) * 10000;  // from now on, in units of 100 ns
+    if (timer && SetWaitableTimer(timer, &due, 0, nullptr, nullptr, FALSE)) {
+        const HANDLE handles[] = {handle, timer};
+        WaitForMultipleObjects(2, handles, FALSE, ms + 20);
+    } else {
+        WaitForSingleObject(handle, ms);
+    }
+    if (timer)
+        CloseHandle(timer);
+}
+
 }  // namespace
 
 void reapEndedChildren() {}
@@ -40,6 +57,9 @@ void ChildProcess::terminate()
 
 void ChildProcess::close()
 {
+    constexpr DWORD terminateGraceMs = 50;
+    if (terminated)
+        WaitForSingleObject(native(handle), terminateGraceMs);
     if (handle != none)
         CloseHandle(native(std::exchange(handle, none)));
     if (group != none)
@@ -63,7 +83,10 @@ ChildActivity ChildProcess::look(ChildPipe& output, ChildPipe& error)
 void ChildProcess::waitForActivity(const ChildPipe&, const ChildPipe&, std::uint32_t timeoutMs)
 {
     // Anonymous pipes cannot be waited for. A child that has just written is looked at again at once, a quiet one less often.
-    constexpr DWORD longest = 10;
-    const DWORD pause = std::min<DWORD>(++idleLooks, longest);
-    WaitForSingleObject(native(handle), std::min<DWORD>(pause, timeoutMs));
+    constexpr std::uint32_t looksAtOnce = 3;
+    constexpr std::uint32_t longest = 10;
+    if (++idleLooks <= looksAtOnce)
+        SwitchToThread();
+    else
+        waitExactly(native(handle), std::min({idleLooks - looksAtOnce, longest, timeoutMs}));
 }

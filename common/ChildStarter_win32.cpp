@@ -57,7 +57,7 @@ public:
             return;
         input = streams.input ? pipeEnd(*streams.input) : device(GENERIC_READ);
         output = stream(streams.output, STD_OUTPUT_HANDLE);
-        error = (options & spawnErrorToOutput) ? output : stream(streams.error, STD_ERROR_HANDLE);
+        error = (options & spawnErrorToOutput) ? inheritableCopy(output) : stream(streams.error, STD_ERROR_HANDLE);
         for (const HANDLE handle : {input, output, error}) {
             if (handle != INVALID_HANDLE_VALUE && std::find(inherited.begin(), inherited.end(), handle) == inherited.end())
                 inherited.push_back(handle);
@@ -77,7 +77,9 @@ private:
     {
         if (pipe)
             return pipeEnd(*pipe);
-        return m_hostStreams ? inheritableCopy(GetStdHandle(hostStream)) : device(GENERIC_WRITE);
+        HANDLE own = m_hostStreams ? GetStdHandle(hostStream) : nullptr;
+        // An invalid handle has the value that stands for this process: its copy would be the right to do anything with it.
+        return own && own != INVALID_HANDLE_VALUE ? inheritableCopy(own) : device(GENERIC_WRITE);
     }
 
     HANDLE device(DWORD access)
@@ -107,34 +109,42 @@ private:
     cmArray<OwnedHandle> m_owned;
 };
 
-/// The list of handles that a child inherits, in the form that CreateProcess takes; `handles` must outlive it.
-class HandleList {
+/// What a child is given beside its start-up information; the arrays must outlive it.
+class StartAttributes {
 public:
-    explicit HandleList(cmArray<HANDLE>& handles)
+    /// The handles that the child inherits, none but these, and the job that it belongs to from its first instruction on.
+    StartAttributes(cmArray<HANDLE>& inherited, cmArray<HANDLE>& jobs)
     {
         SIZE_T size = 0;
-        InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+        InitializeProcThreadAttributeList(nullptr, attributeCount, 0, &size);
         m_storage.resize(size);
         auto* list = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(m_storage.data());
-        if (!InitializeProcThreadAttributeList(list, 1, 0, &size))
+        if (!InitializeProcThreadAttributeList(list, attributeCount, 0, &size))
             return;
         m_list = list;
-        m_valid = UpdateProcThreadAttribute(m_list, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles.data(),
-                                            handles.size() * sizeof(HANDLE), nullptr, nullptr)
-                  != 0;
+        m_valid = add(PROC_THREAD_ATTRIBUTE_HANDLE_LIST, inherited) && add(PROC_THREAD_ATTRIBUTE_JOB_LIST, jobs);
     }
-    ~HandleList()
+    ~StartAttributes()
     {
         if (m_list)
             DeleteProcThreadAttributeList(m_list);
     }
-    HandleList(const HandleList&) = delete;
-    HandleList& operator=(const HandleList&) = delete;
+    StartAttributes(const StartAttributes&) = delete;
+    StartAttributes& operator=(const StartAttributes&) = delete;
 
-    /// Null when the system refused it.
+    /// Null when the system refused them.
     LPPROC_THREAD_ATTRIBUTE_LIST get() const { return m_valid ? m_list : nullptr; }
 
 private:
+    static constexpr DWORD attributeCount = 2;
+
+    bool add(DWORD_PTR attribute, cmArray<HANDLE>& handles)
+    {
+        return handles.empty()
+               || UpdateProcThreadAttribute(m_list, 0, attribute, handles.data(), handles.size() * sizeof(HANDLE), nullptr,
+                                            nullptr);
+    }
+
     cmArray<std::byte> m_storage;
     LPPROC_THREAD_ATTRIBUTE_LIST m_list = nullptr;
     bool m_valid = false;
@@ -142,7 +152,7 @@ private:
 
 DWORD creationFlags(SpawnOptions options)
 {
-    DWORD flags = CREATE_UNICODE_ENVIRONMENT | EXTENDED_STARTUPINFO_PRESENT | CREATE_SUSPENDED;
+    DWORD flags = CREATE_UNICODE_ENVIRONMENT | EXTENDED_STARTUPINFO_PRESENT;
     if (options & spawnNewGroup)
         flags |= CREATE_NEW_PROCESS_GROUP;
     if (options & spawnNewConsole)
@@ -169,8 +179,7 @@ STARTUPINFOEXW startupInformation(const ChildStreams& child, SpawnOptions option
     return startup;
 }
 
-/// Program and arguments in the form that CreateProcess takes. Empty when the interpreter cannot be given these
-/// arguments.
+/// Program and arguments in the form that CreateProcess takes. Empty when the interpreter is needed and cannot be given this.
 struct WideCommand {
     std::wstring application;
     std::wstring text;
@@ -178,7 +187,9 @@ struct WideCommand {
 
 WideCommand wideCommand(const ChildStarter& starter)
 {
-    if (!starter.interpreter) {
+    // cmd.exe cannot stand in a network folder and would work in another one. Most commands need it for quoted text only.
+    const bool networkFolder = starter.workingDirectory.view().starts_with("\\\\");
+    if (!starter.interpreter || (networkFolder && !needsInterpreter(starter.arguments))) {
         const std::wstring program = wideText(starter.program);
         return {program, L"\"" + program + L"\" " + wideText(starter.arguments)};
     }
@@ -187,33 +198,32 @@ WideCommand wideCommand(const ChildStarter& starter)
     // No AutoRun command, no delayed expansion, and only the outer quotes taken away.
     std::wstring text = L"\"" + program + L"\" /d /v:off /s /c \"" + wideText(inner) + L"\"";
     constexpr std::size_t longestCommand = 8191;  // what is longer the interpreter does not run
-    if (inner.isNull() || text.size() > longestCommand)
+    if (inner.isNull() || text.size() > longestCommand || networkFolder)
         return {};
     return {program, std::move(text)};
 }
 
-/// Fills `started`, suspended; false on failure, with the reason in GetLastError.
-bool createSuspended(const ChildStarter& starter, WideCommand& command, PROCESS_INFORMATION& started)
+/// Fills `started`. 0, or the system's error.
+DWORD createProcess(const ChildStarter& starter, WideCommand& command, HANDLE job, PROCESS_INFORMATION& started)
 {
     std::wstring block = environmentBlock(starter.environment);
     const std::wstring directory = wideText(starter.workingDirectory);
-    const wchar_t* directoryOrNull = directory.empty() ? nullptr : directory.c_str();
     ChildStreams child(starter.streams, starter.options);
+    cmArray<HANDLE> jobs;
+    if (job)
+        jobs.push_back(job);
+    const StartAttributes attributes(child.inherited, jobs);
     STARTUPINFOEXW startup = startupInformation(child, starter.options);
-    const auto create = [&] {
-        return CreateProcessW(command.application.c_str(), command.text.data(), nullptr, nullptr, child.redirected,
-                              creationFlags(starter.options), block.data(), directoryOrNull, &startup.StartupInfo, &started)
-               != 0;
-    };
-    if (!child.redirected)
-        return create();
-    HandleList inherited(child.inherited);
-    startup.lpAttributeList = inherited.get();
-    return startup.lpAttributeList && create();
+    startup.lpAttributeList = attributes.get();
+    const bool created = startup.lpAttributeList
+                         && CreateProcessW(command.application.c_str(), command.text.data(), nullptr, nullptr, child.redirected,
+                                           creationFlags(starter.options), block.data(),
+                                           directory.empty() ? nullptr : directory.c_str(), &startup.StartupInfo, &started);
+    return created ? 0 : GetLastError();
 }
 
-/// The shell's "open". The process is not ours to group: ending it ends it alone.
-HANDLE openByShell(const ChildStarter& starter)
+/// The shell's "open". 0, or the system's error. `opened` stays null when the shell handed the work to a running process.
+DWORD openByShell(const ChildStarter& starter, HANDLE& opened)
 {
     const std::wstring program = wideText(starter.program);
     const std::wstring arguments = wideText(starter.arguments);
@@ -228,7 +238,10 @@ HANDLE openByShell(const ChildStarter& starter)
     call.lpParameters = arguments.c_str();
     call.lpDirectory = directory.empty() ? nullptr : directory.c_str();
     call.nShow = (starter.options & spawnHiddenWindow) ? SW_HIDE : SW_SHOWNORMAL;
-    return ShellExecuteExW(&call) ? call.hProcess : nullptr;
+    if (!ShellExecuteExW(&call))
+        return GetLastError();
+    opened = call.hProcess;
+    return 0;
 }
 
 }  // namespace
@@ -245,28 +258,29 @@ bool ChildStarter::start(ChildProcess& process, cmStringT& detail) const
         detail = cmCat(program) + ": " + reason;
         return false;
     };
-    if (options & spawnShellExecute) {
-        HANDLE opened = openByShell(*this);
-        if (!opened)
-            return fail(systemErrorText(GetLastError()));
-        process.handle = reinterpret_cast<std::intptr_t>(opened);
-        process.processId = GetProcessId(opened);
-        process.valid = 1;
-        return true;
-    }
-    WideCommand command = wideCommand(*this);
-    if (command.application.empty())
-        return fail("the command interpreter cannot be given these arguments");
-    OwnedHandle job(CreateJobObjectW(nullptr, nullptr));
     PROCESS_INFORMATION started{};
-    if (!job || !createSuspended(*this, command, started))
-        return fail(systemErrorText(GetLastError()));
-    // Suspended until it is in the job, so that nothing it starts can be outside.
-    AssignProcessToJobObject(job.get(), started.hProcess);
-    ResumeThread(started.hThread);
-    CloseHandle(started.hThread);
+    OwnedHandle job;
+    if (options & spawnShellExecute) {
+        if (const DWORD error = openByShell(*this, started.hProcess))
+            return fail(systemErrorText(error));
+        if (!started.hProcess)
+            return true;
+        started.dwProcessId = GetProcessId(started.hProcess);
+    } else {
+        WideCommand command = wideCommand(*this);
+        if (command.application.empty())
+            return fail("the command interpreter cannot be given this");
+        if (!(options & spawnForget)) {  // nobody could end that one
+            job.reset(CreateJobObjectW(nullptr, nullptr));
+            if (!job)
+                return fail(systemErrorText(GetLastError()));
+        }
+        if (const DWORD error = createProcess(*this, command, job.get(), started))
+            return fail(systemErrorText(error));
+        CloseHandle(started.hThread);
+    }
     process.handle = reinterpret_cast<std::intptr_t>(started.hProcess);
-    process.group = reinterpret_cast<std::intptr_t>(job.release());
+    process.group = job ? reinterpret_cast<std::intptr_t>(job.release()) : ChildProcess::none;
     process.processId = started.dwProcessId;
     process.valid = 1;
     return true;

@@ -53,11 +53,16 @@ public:
     char shellOperator() const { return m_operator; }
     /// The last text, without its quotes; `""` gives an empty one.
     const cmStringT& word() const { return m_word; }
+    /// Whether it had quotes: then it is data, and no digit before a redirection.
+    bool wordWasQuoted() const { return m_wordWasQuoted; }
+    /// Whether a pair of carets became one in any text so far.
+    bool hasJoinedCarets() const { return m_joinedCarets; }
 
 private:
     void readWord()
     {
         m_word.clear();
+        m_wordWasQuoted = false;
         bool inside = false;
         while (m_position < m_text.size()) {
             const char c = m_text[m_position];
@@ -67,9 +72,11 @@ private:
                 readBackslashes();
             } else if (c == '"') {
                 inside = !inside;
+                m_wordWasQuoted = true;
                 ++m_position;
             } else if (!inside && m_interpreter && m_text.substr(m_position, 2) == "^^") {
                 m_word += '^';
+                m_joinedCarets = true;
                 m_position += 2;
             } else {
                 m_word += c;
@@ -96,12 +103,19 @@ private:
     std::size_t m_position = 0;
     char m_operator = 0;
     cmStringT m_word = "";
+    bool m_wordWasQuoted = false;
+    bool m_joinedCarets = false;
 };
+
+/// A word of a command that stands there without quotes, and means the same to both shells.
+bool isShellWord(cmROStringT word)
+{
+    return !word.empty()
+           && std::all_of(word.begin(), word.end(), [](char c) { return isPlain(c) && c != '\\' && c != '~' && c != '^'; });
+}
 
 cmStringT quoteForPosixShell(cmROStringT word)
 {
-    if (!word.empty() && std::all_of(word.begin(), word.end(), [](char c) { return isPlain(c) && c != '\\' && c != '~'; }))
-        return word;
     cmStringT quoted("'");
     for (const char c : word)
         quoted += c == '\'' ? cmROStringT("'\\''") : cmROStringT(&c, 1);
@@ -145,8 +159,6 @@ cmStringT behindCarets(cmROStringT data)
 /// parts, so that a quote belongs to what could be the name: no variable is called that.
 cmStringT quoteForWindowsShell(cmROStringT word)
 {
-    if (!word.empty() && std::all_of(word.begin(), word.end(), [](char c) { return isPlain(c) && c != '^'; }))
-        return word;
     if (word.find_first_of("\"%") == cmROStringT::npos)
         return inDoubleQuotes(word);
     cmStringT text("");
@@ -170,7 +182,9 @@ cmStringT interpreterText(cmROStringT arguments, cmStringT (*quote)(cmROStringT)
         case Piece::end: return text;
         case Piece::blank: text += ' '; break;
         case Piece::shellOperator: text += reader.shellOperator(); break;
-        case Piece::text: text += quote(reader.word()); break;
+        case Piece::text:
+            text += reader.wordWasQuoted() || !isShellWord(reader.word()) ? quote(reader.word()) : reader.word();
+            break;
         }
     }
 }
@@ -182,22 +196,28 @@ bool isBeyondWindowsShell(cmROStringT program, cmROStringT arguments)
         return true;
     bool lineBreak = program.find_first_of("\r\n") != cmROStringT::npos;
     bool pipeline = false;
-    bool quote = false;
+    bool twiceRead = false;  // what a second reading could take for the end of quotes, or for a variable
     CommandLineReader reader(arguments, true);
     for (Piece piece = reader.next(); piece != Piece::end; piece = reader.next()) {
         pipeline |= piece == Piece::shellOperator && reader.shellOperator() == '|';
         lineBreak |= piece == Piece::text && reader.word().view().find_first_of("\r\n") != cmROStringT::npos;
-        quote |= piece == Piece::text && reader.word().view().find('"') != cmROStringT::npos;
+        twiceRead |= piece == Piece::text && reader.word().view().find_first_of("\"!") != cmROStringT::npos;
     }
-    return lineBreak || (pipeline && quote);
+    return lineBreak || (pipeline && twiceRead);
 }
 
-/// Also "a.BAT. ", which the system takes for the same file.
-bool isBatchFile(cmROStringT name)
+/// What Windows starts as it is. Everything else, batch files first of all, would be run by another program, which reads the
+/// arguments by rules of its own; and "a.bat. " or "a.bat\\." is a batch file to the system.
+bool isWindowsProgram(cmROStringT name)
 {
-    const cmROStringT bare = name.substr(0, name.find_last_not_of(". ") + 1);
-    const cmROStringT extension = bare.substr(std::min(bare.rfind('.'), bare.size()));
-    return cmEqualIgnoringCase(extension, ".bat") || cmEqualIgnoringCase(extension, ".cmd");
+    const cmROStringT extension = name.substr(std::min(name.rfind('.'), name.size()));
+    return cmEqualIgnoringCase(extension, ".exe") || cmEqualIgnoringCase(extension, ".com");
+}
+
+cmROStringT withoutEnclosingQuotes(cmROStringT text)
+{
+    const bool enclosed = text.size() >= 2 && text.front() == '"' && text.back() == '"';
+    return enclosed ? text.substr(1, text.size() - 2) : text;
 }
 
 }  // namespace
@@ -243,9 +263,20 @@ bool hasShellOperator(cmROStringT text)
     return std::any_of(text.begin(), text.end(), isOperator) || text.find("^^") != cmROStringT::npos;
 }
 
+bool needsInterpreter(cmROStringT arguments)
+{
+    CommandLineReader reader(arguments, true);
+    for (Piece piece = reader.next(); piece != Piece::end; piece = reader.next()) {
+        if (piece == Piece::shellOperator)
+            return true;
+    }
+    return reader.hasJoinedCarets();
+}
+
 cmStringT posixInterpreterText(cmROStringT program, cmROStringT arguments)
 {
-    return cmCat(quoteForPosixShell(program)) + " " + interpreterText(arguments, &quoteForPosixShell);
+    const cmStringT first = isShellWord(program) ? cmStringT(program) : quoteForPosixShell(program);
+    return cmCat(first) + " " + interpreterText(arguments, &quoteForPosixShell);
 }
 
 cmStringT windowsInterpreterText(cmROStringT program, cmROStringT arguments)
@@ -264,12 +295,12 @@ cmStringT findProgram(cmROStringT program, cmROStringT pathVariable, cmPathStyle
     const std::size_t nameStart =
         static_cast<std::size_t>(std::find_if(program.rbegin(), program.rend(), isSeparator).base() - program.begin());
     const cmROStringT name = program.substr(nameStart);
-    // A colon in the name itself would open another stream of the file.
-    if (windows && (isBatchFile(name) || name.find(':') != cmROStringT::npos))
-        return {};
     cmStringT complete(program);
     if (windows && name.find('.') == cmROStringT::npos)
         complete += ".exe";
+    // A colon in the name itself would open another stream of the file.
+    if (windows && (!isWindowsProgram(complete) || name.find(':') != cmROStringT::npos))
+        return {};
 
     if (cmIsAbsolutePath(program, style))
         return isProgram(complete) ? complete : cmStringT();
@@ -277,7 +308,9 @@ cmStringT findProgram(cmROStringT program, cmROStringT pathVariable, cmPathStyle
         return {};
     for (std::size_t start = 0; start <= pathVariable.size();) {
         const std::size_t end = std::min(pathVariable.find(windows ? ';' : ':', start), pathVariable.size());
-        const cmROStringT directory = pathVariable.substr(start, end - start);
+        cmROStringT directory = pathVariable.substr(start, end - start);
+        if (windows)
+            directory = withoutEnclosingQuotes(directory);
         if (cmIsAbsolutePath(directory, style)) {
             cmStringT candidate = cmJoinPath(directory, complete, style);
             if (isProgram(candidate))

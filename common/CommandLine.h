@@ -30,17 +30,21 @@ cmStringT quoteArgument(cmROStringT data);
 /// Whether a command line holds one of the shell operators | < > & or a pair of carets, anywhere.
 bool hasShellOperator(cmROStringT text);
 
+/// Whether an operator stands outside quotes, so that only an interpreter can do what is asked.
+bool needsInterpreter(cmROStringT arguments);
+
 /// `arguments` of `program` for `/bin/sh -c`: | < > & outside quotes keep their meaning, a pair of carets is one
 /// caret, everything else is literal, whatever it means to the shell.
 cmStringT posixInterpreterText(cmROStringT program, cmROStringT arguments);
 
-/// The same for cmd.exe behind /c. Null when it cannot be said there: a line break, a double quote inside an argument of a
-/// pipeline (whose sides cmd.exe reads twice), or a program with two per cent signs (which would name a variable).
+/// The same for cmd.exe behind /c. Null when it cannot be said there: a line break, a double quote or an exclamation mark inside
+/// an argument of a pipeline (whose sides cmd.exe reads twice), or a program with two per cent signs (which would name a
+/// variable).
 cmStringT windowsInterpreterText(cmROStringT program, cmROStringT arguments);
 
 /// The absolute path of `program`: itself when absolute, else the first match in the absolute directories of
 /// `pathVariable`. Never the current directory, an empty or a relative entry. On Windows a name without an
-/// extension is looked for with ".exe", and a batch file is no program: cmd.exe would run it and read its arguments by
-/// rules that no quoting meets. Null when there is none.
+/// extension is looked for with ".exe", and only .exe and .com files are programs: a batch file would be run by cmd.exe, which
+/// reads its arguments by rules that no quoting meets. Null when there is none.
 cmStringT findProgram(cmROStringT program, cmROStringT pathVariable, cmPathStyle style,
                       const std::function<bool(const cmStringT& path)>& isProgram);

@@ -71,12 +71,20 @@ TEST(CommandLine, KnowsTheShellOperators)
         EXPECT_FALSE(hasShellOperator(text)) << text;
 }
 
+TEST(CommandLine, NeedsAnInterpreterForWhatStandsOutsideQuotesOnly)
+{
+    for (const char* text : {"a | b", "\"a\">b", "HEAD^^"})
+        EXPECT_TRUE(needsInterpreter(text)) << text;
+    for (const char* text : {"\"a | b\" c", "\"HEAD^^\"", "HEAD^", ""})
+        EXPECT_FALSE(needsInterpreter(text)) << text;
+}
+
 TEST(CommandLine, KeepsOnlyOperatorsOutsideQuotesForTheInterpreter)
 {
     EXPECT_EQ(posixInterpreterText("/usr/bin/git", "show \"a&b|c $(x).txt\" 2>&1 | sort"),
               "/usr/bin/git show 'a&b|c $(x).txt' 2>&1 | sort");
     EXPECT_EQ(posixInterpreterText("/my git", R"(a^^b c^ $HOME `d` it's "" *)"),
-              R"('/my git' a^b c^ '$HOME' '`d`' 'it'\''s' '' '*')");
+              R"('/my git' 'a^b' 'c^' '$HOME' '`d`' 'it'\''s' '' '*')");
 }
 
 TEST(CommandLine, TellsTheWindowsInterpreterWhatIsData)
@@ -84,11 +92,13 @@ TEST(CommandLine, TellsTheWindowsInterpreterWhatIsData)
     const auto text = [](cmROStringT arguments) { return windowsInterpreterText(R"(C:\my git.exe)", arguments); };
     EXPECT_EQ(text(R"("a&b ^" plain > out)"), R"("C:\my git.exe" "a&b ^" plain > out)");
     EXPECT_EQ(text(R"("50%PATH%\\" "a^^b")"), R"("C:\my git.exe" ^"50^"^%^"PATH^"^%^"\\^" "a^^b")");
-    EXPECT_EQ(text(R"("50%" "dir\\" "")"), R"("C:\my git.exe" ^"50^"^% dir\ "")");
+    EXPECT_EQ(text(R"("50%" "dir\\" "")"), R"("C:\my git.exe" ^"50^"^% "dir\\" "")");
     EXPECT_EQ(text(R"("say \"hi & bye\" 5%" "a \\")"), R"("C:\my git.exe" ^"say \^"hi ^& bye\^" 5^"^% "a \\")");
     EXPECT_TRUE(text("\"two\nlines\"").isNull());
     EXPECT_TRUE(text(R"("a \"quote\"" | sort)").isNull());
-    EXPECT_FALSE(text(R"("a \"quote\" |" > sort)").isNull());
+    EXPECT_TRUE(text("\"!x!\" | sort").isNull());
+    EXPECT_FALSE(text(R"("a \"quote\" !x! |" > sort)").isNull());
+    EXPECT_EQ(text(R"("2">out)"), R"("C:\my git.exe" "2">out)");
     EXPECT_TRUE(windowsInterpreterText(R"(C:\%PATH%\git.exe)", "a > b").isNull());
 }
 
@@ -106,9 +116,10 @@ TEST(CommandLine, FindsProgramsInAbsoluteDirectoriesOfThePathOnly)
         EXPECT_TRUE(findProgram(name, "/usr/bin", posix, only("/usr/bin/git")).isNull()) << name;
 
     EXPECT_EQ(findProgram("git", R"(;.;C:tools;\tools;C:\Git\cmd)", windows, everything), R"(C:\Git\cmd\git.exe)");
+    EXPECT_EQ(findProgram("git", R"(C:\a;"C:\my git")", windows, only(R"(C:\my git\git.exe)")), R"(C:\my git\git.exe)");
     EXPECT_EQ(findProgram(R"(C:\Git\git)", "", windows, everything), R"(C:\Git\git.exe)");
-    for (const char* name :
-         {R"(.\git)", R"(\git)", "C:git", R"(C:\git.bat)", "git.CMD", R"(C:\git.bat. .)", R"(C:\x.bat::$DATA)"})
+    for (const char* name : {R"(.\git)", R"(\git)", "C:git", R"(C:\git.bat)", "git.CMD", R"(C:\git.bat. .)", R"(C:\git.bat\.)",
+                             R"(C:\git.)", R"(C:\git.bat::$DATA.exe)"})
         EXPECT_TRUE(findProgram(name, R"(C:\bin)", windows, everything).isNull()) << name;
 }
 

@@ -56,6 +56,7 @@ TEST(CommandRunner, FailsWithAReasonWhenItCannotStart)
     const Captured noDirectory = run(helper("directory"), {}, spawnScannedCommand, "/no/such/directory");
     EXPECT_EQ(noDirectory.result.status, cmStatusProcessFailed);
     EXPECT_EQ(noDirectory.result.failure, "/no/such/directory: no such directory");
+    EXPECT_EQ(run(helper(cmROStringT("args \"x&y \0\"", 12))).result.status, cmStatusProcessFailed);
     cmStringT output;
     EXPECT_EQ(runCommandCapture("\"no-such-program-in-path\"", output, ""), cmStatusProcessFailed);
     EXPECT_EQ(zombieChildren(), 0u);

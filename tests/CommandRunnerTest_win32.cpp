@@ -15,11 +15,12 @@ TEST(CommandRunner, GivesTheChildItsThreeHandlesAndNothingElse)
 {
     // What a careless host has open, each ready to be inherited.
     constexpr int count = 500;
+    const std::string before = run(helper("count-handles")).output;
     SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     std::vector<HANDLE> leaked;
     for (int i = 0; i < count; ++i)
         leaked.push_back(CreateEventW(&inheritable, TRUE, FALSE, nullptr));
-    EXPECT_LT(std::stoi(run(helper("count-handles")).output), count / 2);
+    EXPECT_EQ(run(helper("count-handles")).output, before);
     for (HANDLE handle : leaked)
         CloseHandle(handle);
     EXPECT_EQ(run(helper("count-input")).output, "0");
@@ -29,7 +30,7 @@ TEST(CommandRunner, RefusesBatchFiles)
 {
     const TempFolder folder;
     writeFile(folder / "tool.bat", "@echo ran\r\n");
-    for (const char* name : {"tool.bat", "tool.BAT", "tool.bat.", "tool.bat "}) {
+    for (const char* name : {"tool.bat", "tool.BAT", "tool.bat.", "tool.bat ", "tool.bat\\.", "tool."}) {
         const Captured refused = run("\"" + text(folder.path()) + "\\" + name + "\" x");
         EXPECT_EQ(refused.result.status, cmStatusProcessFailed) << name;
         EXPECT_EQ(refused.output, "") << name;

@@ -106,8 +106,8 @@ TEST_F(QuotingTest, OperatorsOutsideQuotesKeepTheirMeaning)
     EXPECT_EQ(run(helper("args plain \"a|b c\" | " + upper)).output, "5:PLAIN\n5:A|B C\n");
     EXPECT_EQ(run(helper("args HEAD^ a|b ^^"), {}, spawnPlainCommand).output, "5:HEAD^\n3:a|b\n2:^^\n");
     EXPECT_EQ(run(helper("args a^^b")).output, "3:a^b\n");
-    EXPECT_EQ(run(helper("args x > \"" + marker + "\"")).output, "");
-    EXPECT_EQ(readFile(folder / "marker"), "1:x\n");
+    EXPECT_EQ(run(helper("args x \"2\">\"" + marker + "\"")).output, "");
+    EXPECT_EQ(readFile(folder / "marker"), "1:x\n1:2\n");
 }
 
 }  // namespace

@@ -22,7 +22,8 @@ TempFolder::TempFolder()
 {
     static std::atomic<int> counter{0};
     std::random_device random;
-    m_path = fs::canonical(fs::temp_directory_path()) / ("fwtest-" + std::to_string(random()) + "-" + std::to_string(counter++));
+    m_path = cmSystemPath(cmRealPath(cmPathText(fs::temp_directory_path())))
+             / ("fwtest-" + std::to_string(random()) + "-" + std::to_string(counter++));
     fs::create_directories(m_path);
 }
 

@@ -15,11 +15,39 @@ namespace {
 
 std::atomic<bool> interrupted{false};
 
-BOOL WINAPI remember(DWORD)
+BOOL WINAPI remember(DWORD event)
 {
     interrupted = true;
+    if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
+        Sleep(INFINITE);  // the system ends the program when this returns; the main thread is to end it first
     return TRUE;
 }
+
+/// Makes the console take UTF-8 and colours, and leaves it as it was.
+class ConsoleModes {
+public:
+    ConsoleModes() : m_output(GetStdHandle(STD_OUTPUT_HANDLE)), m_codePage(GetConsoleOutputCP())
+    {
+        SetConsoleOutputCP(CP_UTF8);
+        m_console = GetConsoleMode(m_output, &m_mode) != 0;
+        if (m_console)
+            SetConsoleMode(m_output, m_mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+    }
+    ~ConsoleModes()
+    {
+        SetConsoleOutputCP(m_codePage);
+        if (m_console)
+            SetConsoleMode(m_output, m_mode);
+    }
+    ConsoleModes(const ConsoleModes&) = delete;
+    ConsoleModes& operator=(const ConsoleModes&) = delete;
+
+private:
+    HANDLE m_output;
+    UINT m_codePage;
+    DWORD m_mode = 0;
+    bool m_console = false;
+};
 
 }  // namespace
 
@@ -27,11 +55,7 @@ std::vector<std::string> console::start(int, char**)
 {
     for (std::FILE* stream : {stdout, stderr})
         _setmode(_fileno(stream), _O_BINARY);
-    SetConsoleOutputCP(CP_UTF8);
-    HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
-    DWORD mode = 0;
-    if (GetConsoleMode(output, &mode))
-        SetConsoleMode(output, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+    static const ConsoleModes modes;  // until the program ends
 
     // The words that main is given are in the code page of the system.
     std::vector<std::string> words;

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 ScratchRepository::ScratchRepository(const cmStringT& git) : m_git(git)
 {
     std::random_device random;
-    m_folder = fs::canonical(fs::temp_directory_path()) / ("filewatcher-tour-" + std::to_string(random()));
+    m_folder = cmSystemPath(cmRealPath(cmPathText(fs::temp_directory_path()))) / ("filewatcher-tour-" + std::to_string(random()));
     fs::create_directories(m_folder / "repository" / "docs & notes");
     fs::create_directories(m_folder / "outside");
     runGit("init --quiet");

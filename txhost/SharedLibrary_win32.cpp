@@ -14,8 +14,10 @@ cmStringT SharedLibrary::load(cmROStringT name)
     unload();
     const cmStringT program = cmProgramPath();
     const cmStringT path = cmCat(program.view().substr(0, program.view().rfind('\\'))) + "\\" + name + ".dll";
-    m_handle = LoadLibraryW(wideText(path).c_str());
-    return m_handle ? cmStringT() : cmStringT(cmCat(path) + ": error " + std::to_string(GetLastError()));
+    const std::wstring widePath = wideText(path);
+    m_handle = LoadLibraryW(widePath.c_str());
+    const DWORD error = GetLastError();
+    return m_handle ? cmStringT() : cmStringT(cmCat(path) + ": error " + std::to_string(error));
 }
 
 SharedLibrary::AnyFunction SharedLibrary::address(const char* name) const

@@ -103,7 +103,9 @@ StatusRound pollStatus(Host& host, const cmArray<cmStringT>& directories)
             round.failed[directory] = result;
         }
     }
-    round.finished = editor.runUntil([&] { return waiting.empty() || console::wasInterrupted(); }, -1) && waiting.empty();
+    editor.runUntil([&] { return waiting.empty() || console::wasInterrupted(); }, -1);
+    // An interrupt may reach the tool as well, whose answer is then worth nothing.
+    round.finished = waiting.empty() && !console::wasInterrupted();
     editor.setObserver({});
     collectRecords(editor, round);
     return round;
