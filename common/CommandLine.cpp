@@ -123,24 +123,6 @@ cmStringT quoteForPosixShell(cmROStringT word)
     return quoted;
 }
 
-/// One argument in double quotes, whatever it holds.
-cmStringT inDoubleQuotes(cmROStringT data)
-{
-    cmStringT quoted("\"");
-    std::size_t backslashes = 0;
-    for (const char c : data) {
-        // A quote needs the backslashes before it doubled, and one for itself.
-        for (std::size_t i = 0; c == '"' && i <= backslashes; ++i)
-            quoted += '\\';
-        backslashes = c == '\\' ? backslashes + 1 : 0;
-        quoted += c;
-    }
-    for (std::size_t i = 0; i < backslashes; ++i)
-        quoted += '\\';
-    quoted += '"';
-    return quoted;
-}
-
 /// `data` in double quotes, each character that cmd.exe knows behind a caret, the quotes too: to it nothing is quoted then.
 cmStringT behindCarets(cmROStringT data)
 {
@@ -256,6 +238,23 @@ cmStringT quoteArgument(cmROStringT data)
     if (!data.empty() && std::all_of(data.begin(), data.end(), isPlain) && data.find("^^") == cmROStringT::npos)
         return data;
     return inDoubleQuotes(data);
+}
+
+cmStringT inDoubleQuotes(cmROStringT data)
+{
+    cmStringT quoted("\"");
+    std::size_t backslashes = 0;
+    for (const char c : data) {
+        // A quote needs the backslashes before it doubled, and one for itself.
+        for (std::size_t i = 0; c == '"' && i <= backslashes; ++i)
+            quoted += '\\';
+        backslashes = c == '\\' ? backslashes + 1 : 0;
+        quoted += c;
+    }
+    for (std::size_t i = 0; i < backslashes; ++i)
+        quoted += '\\';
+    quoted += '"';
+    return quoted;
 }
 
 bool hasShellOperator(cmROStringT text)

@@ -27,6 +27,9 @@ cmArray<cmStringT> splitArguments(cmROStringT text);
 /// ._-+/\:@=,~^ and no pair of carets, otherwise in double quotes. splitArguments gives it back unchanged.
 cmStringT quoteArgument(cmROStringT data);
 
+/// Data in double quotes, whatever it holds; splitArguments gives it back unchanged.
+cmStringT inDoubleQuotes(cmROStringT data);
+
 /// Whether a command line holds one of the shell operators | < > & or a pair of carets, anywhere.
 bool hasShellOperator(cmROStringT text);
 

@@ -6,8 +6,6 @@
 #include "filewatcher/GitPorcelain.h"
 #include "filewatcher/VCRecord.h"
 
-#include <string>
-
 namespace {
 
 constexpr std::int32_t stateOutsideRepository = 2;
@@ -30,35 +28,21 @@ cmStringT pathArgument(const cmStringT& path, const cmStringT& top)
 
 }  // namespace
 
-std::int32_t GitStatusThread::processEntry(const WatchEntry& entry)
+std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path)
 {
-    return gitStatusForPath(entry.path, changed);
-}
-
-void GitStatusThread::listEmptied()
-{
-    if (changed)
-        txVCStatusChanged();
-    changed = false;
-}
-
-std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path, bool& written)
-{
-    cmStringT exePath;
-    std::int32_t outputLimit = 0;
-    if (!takeConfig(exePath, outputLimit))
+    const cmStringT program = quotedProgram();
+    if (program.isEmpty())
         return 0;
-    const cmStringT program = cmCat("\"") + exePath + "\"";
-
     cmStringT output;
     bool failed = false;
-    std::int32_t status = runGit(cmStringT(cmCat(program) + " rev-parse --show-toplevel"), path, outputLimit, output, failed);
+    std::int32_t status = runGit(cmStringT(cmCat(program) + " rev-parse --show-toplevel"), path, output, failed);
     if (status != 0)
         return status;
     const cmStringT top = cmNativeSeparators(cmWithoutLineEnd(output));
     TXVCRECORD directory = readVCRecord(path);
     if (top.isEmpty()) {
-        written |= directory.state != stateOutsideRepository;
+        if (directory.state != stateOutsideRepository)
+            noteChange();
         directory.state = stateOutsideRepository;
         txVCSetRecord(tamarin::TMString(path), directory);
         return 0;
@@ -66,8 +50,7 @@ std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path, bool& writ
     if (isStopping())
         return statusStopRequested;
 
-    status =
-        runGit(cmStringT(cmCat(program) + " status --porcelain " + pathArgument(path, top)), top, outputLimit, output, failed);
+    status = runGit(cmStringT(cmCat(program) + " status --porcelain " + pathArgument(path, top)), top, output, failed);
     if (status != 0)
         return status;
     if (failed)
@@ -78,17 +61,15 @@ std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path, bool& writ
         if (entry.workTreeState != workTreeModified)
             continue;
         markFile(cmJoinPath(top, cmNativeSeparators(entry.path)), tool.number, "mod");
-        written = true;
+        noteChange();
     }
     return 0;
 }
 
-std::int32_t GitStatusThread::runGit(cmROStringT commandLine, cmROStringT workingDirectory, std::int32_t outputLimit,
-                                     cmStringT& output, bool& failed)
+std::int32_t GitStatusThread::runGit(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output, bool& failed)
 {
     cmStringT errorOutput;
-    const std::int32_t result = runTool(commandLine, spawnScannedCommand, workingDirectory, outputLimit, output, errorOutput);
+    const std::int32_t result = runTool(commandLine, spawnScannedCommand, workingDirectory, output, errorOutput);
     failed = errorOutput.view().starts_with("fatal:");
-    debugLog("GitStatusThread::runGit", __LINE__, cmStringT(cmCat("status=") + std::to_string(result) + " " + commandLine));
     return result;
 }

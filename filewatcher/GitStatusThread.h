@@ -13,14 +13,9 @@ private:
     GitStatusThread() = default;
     ~GitStatusThread() override = default;
 
-    std::int32_t processEntry(const WatchEntry& entry);
-    void listEmptied();
-    /// One pass over a directory. 0, or why it was cut short; sets `written` when it wrote a record that tells
-    /// something new.
-    std::int32_t gitStatusForPath(const cmStringT& path, bool& written);
+    std::int32_t processEntry(const WatchEntry& entry) { return gitStatusForPath(entry.path); }
+    /// One pass over a directory. 0, or why it was cut short.
+    std::int32_t gitStatusForPath(const cmStringT& path);
     /// One git command; `failed` tells whether git called it a fatal error.
-    std::int32_t runGit(cmROStringT commandLine, cmROStringT workingDirectory, std::int32_t outputLimit, cmStringT& output,
-                        bool& failed);
-
-    bool changed = false;  ///< records were written that the editor was not told of; for this thread only
+    std::int32_t runGit(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output, bool& failed);
 };

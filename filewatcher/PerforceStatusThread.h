@@ -1,9 +1,10 @@
 #pragma once
 
+#include "filewatcher/PerforceOutput.h"
 #include "filewatcher/VCStatusThread.h"
 
-/// Keeps the editor's per-file Perforce status. So far it has the settings and the life cycle of a status thread: a path
-/// is taken from the queue and nothing is run for it.
+/// Keeps the editor's per-file Perforce status: which files of the workspace are opened ("edit"), which of them differ from
+/// the depot ("mod"), and which have a newer revision there ("mod" as repository status).
 class PerforceStatusThread : public VCStatusThread<PerforceStatusThread> {
 public:
     static constexpr StatusTool tool{4, "_PerforceGetExePath", "def_perforce_update_interval", "def_perforce_show_file_status"};
@@ -13,6 +14,10 @@ private:
     PerforceStatusThread() = default;
     ~PerforceStatusThread() override = default;
 
-    std::int32_t processEntry(const WatchEntry&) { return 0; }
-    void listEmptied() {}
+    std::int32_t processEntry(const WatchEntry& entry) { return perforceStatusForPath(entry.path); }
+    /// One pass over the workspace that a directory belongs to. 0, or why it was cut short; nothing is written unless all four
+    /// commands could answer.
+    std::int32_t perforceStatusForPath(const cmStringT& path);
+    /// One command in that directory. 0; statusPassFailed when the client could not answer.
+    std::int32_t runClient(cmROStringT arguments, const cmStringT& path, cmStringT& output);
 };

@@ -2,8 +2,10 @@
 
 #include "filewatcher/VCStatusThread.h"
 
-/// Keeps the editor's per-file Subversion status. So far it has the settings and the life cycle of a status thread: a path
-/// is taken from the queue and nothing is run for it.
+#include <cstdint>
+
+/// Keeps the editor's per-file Subversion status: runs the client for each watched path, reads its XML output through the
+/// editor, and writes what is modified here and in the repository. The repository is asked at most once a minute.
 class SVNStatusThread : public VCStatusThread<SVNStatusThread> {
 public:
     static constexpr StatusTool tool{1, "_SVNGetExePath", "def_svn_update_interval", "def_svn_show_file_status"};
@@ -13,6 +15,13 @@ private:
     SVNStatusThread() = default;
     ~SVNStatusThread() override = default;
 
-    std::int32_t processEntry(const WatchEntry&) { return 0; }
-    void listEmptied() {}
+    std::int32_t processEntry(const WatchEntry& entry);
+    /// Runs the command for one entry. 0, also when there is no executable, or why it failed.
+    std::int32_t svnStatusForItem(const WatchEntry& item, cmStringT& output);
+    /// Writes what the output tells into the editor's records. 0; statusPassFailed for what is no whole document.
+    std::int32_t parseSvnStatus(const cmStringT& output);
+    cmROStringT subcommand(const WatchEntry& item);
+
+    bool showUpdates = true;                ///< the next status command asks the repository; for this thread only
+    std::uint32_t lastShowUpdatesTick = 0;  ///< when one did, in milliseconds of some clock
 };

@@ -15,13 +15,14 @@ bool hasStatusToken(cmROStringT list, cmROStringT token)
     return wrappedList.view().find(wrappedToken) != cmROStringT::npos;
 }
 
-void addStatusToken(cmStringT& list, cmROStringT token)
+bool addStatusToken(cmStringT& list, cmROStringT token)
 {
     if (hasStatusToken(list, token))
-        return;
+        return false;
     if (!list.isEmpty())
         list += '|';
     list += token;
+    return true;
 }
 
 TXVCRECORD readVCRecord(const cmStringT& path)
@@ -32,10 +33,11 @@ TXVCRECORD readVCRecord(const cmStringT& path)
     return record;
 }
 
-void markFile(const cmStringT& path, std::int32_t tool, cmROStringT token)
+bool markFile(const cmStringT& path, std::int32_t tool, cmROStringT token, cmStringT TXVCRECORD::*list)
 {
     TXVCRECORD record = readVCRecord(path);
     record.tool = tool;
-    addStatusToken(record.localStatus, token);
+    const bool isNew = addStatusToken(record.*list, token);
     txVCSetRecord(tamarin::TMString(path), record);
+    return isNew;
 }

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <string>
 #include <utility>
 
 /// How one version-control tool is known to the editor.
@@ -23,7 +24,7 @@ struct StatusTool {
 /// this lock guards, the polling loop, and the way to run a tool. `Derived` supplies
 ///     static constexpr StatusTool tool;
 ///     std::int32_t processEntry(const WatchEntry&);  // one pass, on the thread; 0 or the status that ended it
-///     void listEmptied();                            // on the thread, whenever it has no path left
+/// Only the thread itself calls the protected operations.
 template <class Derived>
 class VCStatusThread : public FileWatcherThreadBase {
 public:
@@ -100,7 +101,7 @@ public:
                 process(entry);
             } else {
                 if (!resting)
-                    derived().listEmptied();
+                    tellChanges();
                 reapEndedChildren();
                 sleepIdle();
             }
@@ -112,13 +113,11 @@ public:
 protected:
     ~VCStatusThread() override = default;
 
-    /// Copies what one pass needs. Returns false when there is no executable: the pass then does nothing.
-    bool takeConfig(cmStringT& exe, std::int32_t& outputLimit)
+    /// What a command line begins with, the executable in double quotes; empty when there is none: a pass then does nothing.
+    cmStringT quotedProgram()
     {
         cmMutexLock hold(singletonLock);
-        exe = exePath;
-        outputLimit = maxOutputSize;
-        return !exe.isEmpty();
+        return exePath.isEmpty() ? cmStringT("") : cmStringT(cmCat("\"") + exePath + "\"");
     }
 
     bool isStopping() { return stopRequested(singletonLock); }
@@ -126,12 +125,12 @@ protected:
     /// Runs one command of the tool and replaces `output` by what it wrote, `errorOutput` by the beginning of its standard
     /// error, which goes to the debug log as well. 0; statusOutputLimit, after which this thread stops for good;
     /// statusStopRequested; or why the command could not be started.
-    std::int32_t runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory, std::int32_t outputLimit,
-                         cmStringT& output, cmStringT& errorOutput)
+    std::int32_t runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory, cmStringT& output,
+                         cmStringT& errorOutput)
     {
         CaptureControl control;
         control.stopRequested = [this] { return isStopping(); };
-        control.maxOutput = static_cast<std::uint32_t>(outputLimit);  // -1: no practical limit
+        control.maxOutput = static_cast<std::uint32_t>(getMaxOutputSize());  // -1: no practical limit
         control.outputTooLarge = [this] {
             cmMutexLock hold(singletonLock);
             statusOutputTooLarge = true;
@@ -145,11 +144,22 @@ protected:
                 debugLog("VCStatusThread::runTool", __LINE__, problem);
         }
         errorOutput = std::move(result.errorOutput);
-        return result.status == 0 && result.stopped ? statusStopRequested : result.status;
+        const std::int32_t status = result.status == 0 && result.stopped ? statusStopRequested : result.status;
+        debugLog("VCStatusThread::runTool", __LINE__, cmStringT(cmCat("status=") + std::to_string(status) + " " + commandLine));
+        return status;
     }
+
+    /// A record tells something new: the editor is told when the list has run empty.
+    void noteChange() { changed = true; }
 
 private:
     Derived& derived() { return static_cast<Derived&>(*this); }
+
+    void tellChanges()
+    {
+        if (std::exchange(changed, false))
+            txVCStatusChanged();
+    }
 
     void process(WatchEntry& entry)
     {
@@ -177,4 +187,5 @@ private:
     std::uint32_t intervalMs CM_GUARDED_BY(singletonLock) = 0;
     std::int32_t maxOutputSize CM_GUARDED_BY(singletonLock) = -1;
     bool statusOutputTooLarge CM_GUARDED_BY(singletonLock) = false;
+    bool changed = false;  ///< records were written that the editor was not told of; for this thread only
 };

@@ -1,0 +1,102 @@
+#include "filewatcher/SVNStatusThread.h"
+
+#include "common/CommandLine.h"
+#include "common/cmPath.h"
+#include "filewatcher/SVNEntry.h"
+#include "filewatcher/VCRecord.h"
+
+#include <chrono>
+#include <utility>
+
+namespace {
+
+constexpr std::uint32_t showUpdatesPaceMs = 60000;
+
+std::uint32_t tickNow()
+{
+    using namespace std::chrono;
+    return static_cast<std::uint32_t>(duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
+}
+
+/// A path as the client takes it. Of a path with an "@" it takes the text behind the last one for a revision.
+cmStringT pathArgument(const cmStringT& path)
+{
+    cmStringT argument(cmWithoutTrailingSeparator(path));
+    if (argument.view().find('@') != cmROStringT::npos)
+        argument += '@';
+    return inDoubleQuotes(argument);
+}
+
+bool tellsTheSame(const TXVCRECORD& a, const TXVCRECORD& b)
+{
+    return a.localStatus == b.localStatus && a.repositoryStatus == b.repositoryStatus && a.tool == b.tool;
+}
+
+}  // namespace
+
+std::int32_t SVNStatusThread::processEntry(const WatchEntry& entry)
+{
+    cmStringT output;
+    const std::int32_t status = svnStatusForItem(entry, output);
+    if (status != 0 || output.isNull())
+        return status;
+    return isStopping() ? statusStopRequested : parseSvnStatus(output);
+}
+
+cmROStringT SVNStatusThread::subcommand(const WatchEntry& item)
+{
+    const std::uint32_t now = tickNow();
+    if (!showUpdates && (now < lastShowUpdatesTick || now - lastShowUpdatesTick >= showUpdatesPaceMs)) {
+        lastShowUpdatesTick = 0;
+        showUpdates = true;
+    }
+    if (item.contextFlag)
+        return " info --non-interactive --xml ";
+    if (!std::exchange(showUpdates, false))
+        return " status --non-interactive --xml --verbose ";
+    lastShowUpdatesTick = now;  // however it goes: a server that fails is not asked more often
+    return " status --non-interactive --xml --show-updates --verbose ";
+}
+
+std::int32_t SVNStatusThread::svnStatusForItem(const WatchEntry& item, cmStringT& output)
+{
+    cmStringT command = quotedProgram();
+    if (command.isEmpty())
+        return 0;
+    command += subcommand(item);
+    if (!item.pathFlag && !item.contextFlag)
+        command += "--non-recursive ";
+    command += pathArgument(item.path);
+    cmStringT errorOutput;
+    return runTool(command, spawnPlainCommand, "", output, errorOutput);
+}
+
+std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output)
+{
+    XMLDocument document(output);
+    if (!document.isLoaded()) {
+        document.close();
+        return statusPassFailed;
+    }
+    const bool serverAnswered = !document.select("/status/target/against").empty();
+    bool changed = false;
+    std::int32_t status = 0;
+    for (const std::int32_t node : document.select("/status/target/entry")) {
+        if (isStopping()) {
+            status = statusStopRequested;
+            break;
+        }
+        const SVNEntry entry = readSvnEntry(document, node);
+        const TXVCRECORD before = readVCRecord(entry.path);
+        TXVCRECORD record = before;
+        if (!applySvnEntry(entry, serverAnswered, record))
+            continue;
+        record.tool = tool.number;
+        txVCSetRecord(tamarin::TMString(entry.path), record);
+        changed |= !tellsTheSame(before, record);
+    }
+    document.close();
+    if (changed)
+        txVCStatusChanged();
+    return status;
+}
