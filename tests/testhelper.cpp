@@ -56,6 +56,17 @@ void leaveTrace(const Arguments&)
     std::ofstream(cmSystemPath(cmProgramPath()).replace_filename("trace")) << "was here";
 }
 
+/// A Subversion client that answers what is in the file beside it, and keeps a list of what it was asked.
+void replaySvn(const Arguments& arguments)
+{
+    const std::filesystem::path folder = cmSystemPath(cmProgramPath()).parent_path();
+    std::ofstream log(folder / "svn.log", std::ios::app | std::ios::binary);
+    for (const std::string& argument : arguments)
+        log << argument << ' ';
+    log << '\n';
+    std::cout << std::ifstream(folder / "svn.xml", std::ios::binary).rdbuf();
+}
+
 void floodBoth(std::size_t count)
 {
     const std::string block = pattern(count);
@@ -117,6 +128,7 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
              for (const std::string block = pattern(65536);;)
                  writeTo(stdout, block);
          }},
+        {"tool-svn", &replaySvn},
         {"monitor", &leaveTrace},
         {"git", &leaveTrace},
         {"sh", &leaveTrace},

@@ -10,12 +10,21 @@
 
 namespace {
 
+/// The program as the user named it, or empty.
+const std::string& namedProgram(const HostOptions& options, const Tool& tool)
+{
+    if (tool.number == svnTool.number)
+        return options.svn;
+    return tool.number == p4Tool.number ? options.p4 : options.git;
+}
+
 /// The tool as an absolute path: a name is looked for in PATH, a path may be relative to the current directory. Null when
 /// there is no such program.
-cmStringT toolPath(const std::string& named, const char* name)
+cmStringT toolPath(const HostOptions& options, const Tool& tool)
 {
+    const std::string& named = namedProgram(options, tool);
     if (named.empty())
-        return findHostProgram(name);
+        return findHostProgram(tool.name);
     const std::filesystem::path path = cmSystemPath(named);
     std::error_code error;
     return findHostProgram(path.has_parent_path() ? cmPathText(std::filesystem::absolute(path, error)) : cmStringT(named));
@@ -23,8 +32,10 @@ cmStringT toolPath(const std::string& named, const char* name)
 
 }  // namespace
 
-Host::Host(const HostOptions& options) : m_options(options), m_git(toolPath(options.git, "git"))
+Host::Host(const HostOptions& options) : m_options(options)
 {
+    for (const Tool& tool : {gitTool, svnTool, p4Tool})
+        m_programs[tool.number] = toolPath(options, tool);
     if (options.debug)
         m_editor.setDebugSink(
             [](cmROStringT line) { std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data()); });
@@ -33,9 +44,9 @@ Host::Host(const HostOptions& options) : m_options(options), m_git(toolPath(opti
         m_editor.setSetting(cmStringT(cmCat("def_") + tool + "_show_file_status"), 1);
     }
     m_editor.setSetting("def_vc_max_status_output_size", options.maxStatusOutput);
-    m_editor.defineMacro("_GitGetExePath", [git = m_git] { return git; });
-    m_editor.defineMacro("_SVNGetExePath", [svn = toolPath(options.svn, "svn")] { return svn; });
-    m_editor.defineMacro("_PerforceGetExePath", [p4 = toolPath(options.p4, "p4")] { return p4; });
+    m_editor.defineMacro("_GitGetExePath", [this] { return m_programs[gitTool.number]; });
+    m_editor.defineMacro("_SVNGetExePath", [this] { return m_programs[svnTool.number]; });
+    m_editor.defineMacro("_PerforceGetExePath", [this] { return m_programs[p4Tool.number]; });
 
     const cmStringT failure = m_module.load("filewatcher");
     auto* init = m_module.function<std::int32_t()>("txDllInit");
@@ -53,13 +64,14 @@ Host::~Host()
     m_module.unload();
 }
 
-void Host::requireGit() const
+void Host::requireTool(const Tool& tool) const
 {
-    if (!m_git.isNull())
+    if (!m_programs.at(tool.number).isNull())
         return;
-    if (m_options.git.empty())
-        throw HostError("git was not found in PATH; name it with --git");
-    throw HostError("no program that can be started: " + m_options.git);
+    const std::string& named = namedProgram(m_options, tool);
+    const std::string name = tool.name;
+    throw HostError(named.empty() ? name + " was not found in PATH; name it with --" + name
+                                  : "no program that can be started: " + named);
 }
 
 std::int32_t Host::call(cmROStringT name, const cmArray<CallArgument>& arguments)

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "common/cmDictionary.h"
 #include "common/cmString.h"
 #include "editor/Editor.h"
 #include "txhost/SharedLibrary.h"
+#include "txhost/WorkingCopy.h"
 
 #include <cstdint>
 #include <stdexcept>
@@ -15,6 +17,8 @@ struct HostOptions {
     std::string git;  ///< the tools as the user named them; empty: looked for in PATH
     std::string svn;
     std::string p4;
+    std::string tool;      ///< the tool that every directory belongs to; empty: found out
+    bool updates = false;  ///< show what is newer in the repository
     int intervalSeconds = 2;
     int maxStatusOutput = 64 * 1024 * 1024;  ///< bytes that one run of a tool may write
 };
@@ -44,16 +48,16 @@ public:
     Editor& editor() { return m_editor; }
     const HostOptions& options() const { return m_options; }
 
-    /// Throws HostError when git was named or is needed and cannot be started.
-    void requireGit() const;
-    const cmStringT& gitPath() const { return m_git; }
+    /// Throws HostError when the tool's program cannot be started.
+    void requireTool(const Tool& tool) const;
+    const cmStringT& gitPath() const { return m_programs.at(gitTool.number); }
 
     /// Calls a registered function; its number, or 0 when it has none. Throws HostError when there is none of that name.
     std::int32_t call(cmROStringT name, const cmArray<CallArgument>& arguments);
 
 private:
     HostOptions m_options;
-    cmStringT m_git;  ///< absolute; null when not found
+    cmDictionary<std::int32_t, cmStringT> m_programs;  ///< of each tool by its number, absolute; null when not found
     Editor m_editor;
     SharedLibrary m_module;
 };

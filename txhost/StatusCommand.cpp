@@ -29,39 +29,42 @@ void printOutside(const cmStringT& path, bool json)
     if (json)
         console::printLine(jsonText({{"path", jsonString(path)}, {"tool", "git"}, {"outside", true}}));
     else
-        console::printLine(cmStringT(cmCat(console::coloured(console::grey, "outside     ")) + console::printable(path)));
+        console::printLine(cmStringT(cmCat(console::coloured(console::grey, "outside       ")) + console::printable(path)));
 }
 
 void printFile(const cmStringT& path, const FileStatus& status, bool json)
 {
     if (json) {
         const Json record{{"path", jsonString(path)},
-                          {"tool", "git"},
+                          {"tool", jsonString(status.tool)},
                           {"local", jsonList(status.local)},
                           {"repository", jsonList(status.repository)}};
         console::printLine(jsonText(record));
         return;
     }
-    const cmStringT word = cmCat(joined(status.local)) + "         ";
+    cmArray<cmStringT> words = status.local;
+    if (!status.repository.empty())
+        words.push_back("outdated");
+    const cmStringT word = cmCat(joined(words)) + "              ";
     console::printLine(
-        cmStringT(cmCat(console::coloured(console::yellow, word.view().substr(0, 12))) + console::printable(path)));
+        cmStringT(cmCat(console::coloured(console::yellow, word.view().substr(0, 14))) + console::printable(path)));
 }
 
 }  // namespace
 
 int runStatus(const HostOptions& options, const std::vector<std::string>& named)
 {
-    const cmArray<cmStringT> directories = watchedDirectories(named);
+    const cmArray<WatchedDirectory> directories = watchedDirectories(named, options.tool);
     Host host(options);
-    host.requireGit();
+    requireTools(host, directories);
     console::catchInterrupts();
     const StatusRound round = pollStatus(host, directories);
     for (const cmStringT& path : round.outside)
         printOutside(path, options.json);
     for (const auto& [path, status] : round.files)
         printFile(path, status, options.json);
-    for (const auto& [path, status] : round.failed)
-        printFailure(path, status, options.json);
+    for (const auto& [path, failure] : round.failed)
+        printFailure(path, failure, options.json);
     if (!round.finished)
         console::printError("interrupted");
     return round.finished && round.failed.empty() ? 0 : 1;

@@ -10,13 +10,11 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <set>
+#include <map>
 #include <string>
 
 namespace {
 
-constexpr std::int32_t gitTool = 8;
-constexpr std::int32_t gitWatchType = 8;
 constexpr std::int32_t stateOutside = 2;
 
 cmArray<cmStringT> tokens(cmROStringT list)
@@ -30,21 +28,37 @@ cmArray<cmStringT> tokens(cmROStringT list)
     return found;
 }
 
-void collectRecords(const Editor& editor, StatusRound& round)
+void collectRecords(const Editor& editor, bool updates, StatusRound& round)
 {
     for (const auto& [path, record] : editor.records()) {
         if (record.state == stateOutside)
             round.outside.push_back(path);
-        if (!record.localStatus.isEmpty() || !record.repositoryStatus.isEmpty())
-            round.files[path] = {tokens(record.localStatus), tokens(record.repositoryStatus)};
+        FileStatus file{toolNumbered(record.tool).name, tokens(record.localStatus), {}};
+        if (updates)
+            file.repository = tokens(record.repositoryStatus);
+        if (!file.local.empty() || !file.repository.empty())
+            round.files[path] = file;
+    }
+}
+
+/// Asks for a pass over each directory; those for which none will come fail at once.
+void addPaths(Host& host, const cmArray<WatchedDirectory>& directories, std::map<cmStringT, Tool>& waiting, StatusRound& round)
+{
+    for (const WatchedDirectory& directory : directories) {
+        const std::int32_t result = host.call("filewatcherAddPath", {directory.path, directory.tool.number, 1});
+        if (result == 0 || result == -1)
+            continue;
+        waiting.erase(directory.path);
+        round.failed[directory.path] = {directory.tool.name, result};
     }
 }
 
 }  // namespace
 
-cmArray<cmStringT> watchedDirectories(const std::vector<std::string>& named)
+cmArray<WatchedDirectory> watchedDirectories(const std::vector<std::string>& named, const std::string& tool)
 {
-    cmArray<cmStringT> directories;
+    const Tool* chosen = toolNamed(tool);
+    cmArray<WatchedDirectory> directories;
     for (const std::string& name : named) {
         std::error_code error;
         const std::filesystem::path absolute = std::filesystem::absolute(cmSystemPath(name), error).lexically_normal();
@@ -57,56 +71,70 @@ cmArray<cmStringT> watchedDirectories(const std::vector<std::string>& named)
         if (!cmIsDirectory(text))
             throw HostError("not a directory: " + name);
         const cmStringT path(cmWithoutTrailingSeparator(text));
-        if (std::find(directories.begin(), directories.end(), path) == directories.end())
-            directories.push_back(path);
+        if (std::none_of(directories.begin(), directories.end(), [&](const WatchedDirectory& one) { return one.path == path; }))
+            directories.push_back({path, chosen ? *chosen : findTool(path)});
     }
     return directories;
 }
 
-bool StatusRound::isSwitchedOff() const
+void requireTools(const Host& host, const cmArray<WatchedDirectory>& directories)
 {
-    return std::any_of(failed.begin(), failed.end(), [](const auto& failure) { return failure.second == statusOutputLimit; });
+    for (const WatchedDirectory& directory : directories)
+        host.requireTool(directory.tool);
 }
 
-void printFailure(const cmStringT& directory, std::int32_t status, bool json)
+bool StatusRound::isSwitchedOff(std::size_t directories) const
 {
-    const cmStringT meaning = meaningOfStatus(status);
+    return failed.size() == directories && std::all_of(failed.begin(), failed.end(), [](const auto& failure) {
+               return failure.second.status == statusOutputLimit;
+           });
+}
+
+void printFailure(const cmStringT& directory, const FailedPass& failure, bool json)
+{
+    const cmStringT meaning = meaningOfStatus(failure.status);
     if (json)
-        console::printLine(
-            jsonText({{"path", jsonString(directory)}, {"tool", "git"}, {"status", status}, {"meaning", jsonString(meaning)}}));
-    console::printError(cmStringT(cmCat(directory) + ": " + std::to_string(status) + ", " + meaning));
+        console::printLine(jsonText({{"path", jsonString(directory)},
+                                     {"tool", jsonString(failure.tool)},
+                                     {"status", failure.status},
+                                     {"meaning", jsonString(meaning)}}));
+    console::printError(
+        cmStringT(cmCat(directory) + ": " + failure.tool + ": " + std::to_string(failure.status) + ", " + meaning));
 }
 
-StatusRound pollStatus(Host& host, const cmArray<cmStringT>& directories)
+StatusRound pollStatus(Host& host, const cmArray<WatchedDirectory>& directories)
 {
     Editor& editor = host.editor();
     StatusRound round;
-    std::set<cmStringT> waiting(directories.begin(), directories.end());
+    std::map<cmStringT, Tool> waiting;
+    for (const WatchedDirectory& directory : directories)
+        waiting.emplace(directory.path, directory.tool);
     EditorObserver observer;
     observer.passEnded = [&](const cmStringT& path, std::int32_t status) {
-        waiting.erase(path);
+        const auto ended = waiting.find(path);
+        if (ended == waiting.end())
+            return;
+        const Tool tool = ended->second;
+        waiting.erase(ended);
         if (status != 0)
-            round.failed[path] = status;
+            round.failed[path] = {tool.name, status};
         if (status != statusOutputLimit)
             return;
-        for (const cmStringT& directory : waiting)  // the thread has stopped for good
-            round.failed[directory] = status;
-        waiting.clear();
+        std::erase_if(waiting, [&](const auto& other) {  // the tool's thread has stopped for good
+            if (other.second.number == tool.number)
+                round.failed[other.first] = {tool.name, status};
+            return other.second.number == tool.number;
+        });
     };
     editor.setObserver(observer);
-    // The module only ever adds to a file's status; what it was before is the editor's to forget.
-    editor.clearRecords(gitTool);
-    for (const cmStringT& directory : directories) {
-        const std::int32_t result = host.call("filewatcherAddPath", {directory, gitWatchType, 1});
-        if (result != 0 && result != -1) {
-            waiting.erase(directory);
-            round.failed[directory] = result;
-        }
-    }
+    // For these two the module only ever adds to a file's status; what it was before is the editor's to forget.
+    editor.clearRecords(gitTool.number);
+    editor.clearRecords(p4Tool.number);
+    addPaths(host, directories, waiting, round);
     editor.runUntil([&] { return waiting.empty() || console::wasInterrupted(); }, -1);
     // An interrupt may reach the tool as well, whose answer is then worth nothing.
     round.finished = waiting.empty() && !console::wasInterrupted();
     editor.setObserver({});
-    collectRecords(editor, round);
+    collectRecords(editor, host.options().updates, round);
     return round;
 }

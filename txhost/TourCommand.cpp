@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr std::int32_t gitWatchType = 8;
-
 /// What a step of the tour found: an empty text is not enough to fail it, `ok` alone decides.
 struct Outcome {
     bool ok;
@@ -28,7 +26,7 @@ public:
     int run()
     {
         step("module", "loads, registers its functions", [this] { return module(); });
-        m_host.requireGit();
+        m_host.requireTool(gitTool);
         ScratchRepository repository(m_host.gitPath());
         m_repository = &repository;
         step("git status", "a fresh working copy has nothing modified", [this] { return cleanStatus(); });
@@ -71,6 +69,8 @@ private:
         console::printLine(cmStringT(cmCat(mark) + line + outcome.detail));
     }
 
+    StatusRound poll(const cmStringT& directory) { return pollStatus(m_host, {WatchedDirectory{directory, gitTool}}); }
+
     Outcome module()
     {
         const std::size_t count = m_host.editor().prototypes().size();
@@ -79,14 +79,14 @@ private:
 
     Outcome cleanStatus()
     {
-        const StatusRound round = pollStatus(m_host, {m_repository->path()});
+        const StatusRound round = poll(m_repository->path());
         return {round.finished && round.failed.empty() && round.outside.empty() && round.files.empty(), m_repository->path()};
     }
 
     /// Whether a round over `directory` finds the one file `name` modified.
     Outcome onlyModified(const cmStringT& directory, cmROStringT name)
     {
-        const StatusRound round = pollStatus(m_host, {directory});
+        const StatusRound round = poll(directory);
         const cmStringT path = cmJoinPath(m_repository->path(), cmNativeSeparators(name));
         const bool found = round.finished && round.files.size() == 1 && round.files.begin()->first == path
                            && round.files.begin()->second.local == cmArray<cmStringT>{"mod"};
@@ -109,7 +109,7 @@ private:
 
     Outcome outsideStatus()
     {
-        const StatusRound round = pollStatus(m_host, {m_repository->outsidePath()});
+        const StatusRound round = poll(m_repository->outsidePath());
         return {round.finished && round.outside == cmArray<cmStringT>{m_repository->outsidePath()} && round.files.empty(),
                 "reported as outside"};
     }
@@ -122,7 +122,7 @@ private:
         observer.passEnded = [&passes](const cmStringT&, std::int32_t) { ++passes; };
         editor.setObserver(observer);
         m_host.call("filewatcherSetSuspendState", {1});
-        m_host.call("filewatcherAddPath", {m_repository->path(), gitWatchType, 1});
+        m_host.call("filewatcherAddPath", {m_repository->path(), gitTool.number, 1});
         const bool quiet = !editor.runUntil([&passes] { return passes > 0 || console::wasInterrupted(); }, 300);
         m_host.call("filewatcherSetSuspendState", {0});
         const bool resumed = editor.runUntil([&passes] { return passes == 1 || console::wasInterrupted(); }, 5000);
@@ -132,19 +132,20 @@ private:
 
     Outcome stopped()
     {
-        m_host.call("filewatcherStop", {gitWatchType});
-        const StatusRound round = pollStatus(m_host, {m_repository->path()});
+        m_host.call("filewatcherStop", {gitTool.number});
+        const StatusRound round = poll(m_repository->path());
         return {round.finished && round.files.size() == 2, "and a new one took over"};
     }
 
     Outcome limited()
     {
-        m_host.call("filewatcherStop", {gitWatchType});
+        m_host.call("filewatcherStop", {gitTool.number});
         m_host.editor().setSetting("def_vc_max_status_output_size", 10);
-        const StatusRound round = pollStatus(m_host, {m_repository->path()});
-        m_host.call("filewatcherAddPath", {m_repository->path(), gitWatchType, 1});
+        const StatusRound round = poll(m_repository->path());
+        m_host.call("filewatcherAddPath", {m_repository->path(), gitTool.number, 1});
         const bool off = m_host.editor().setting("def_git_show_file_status") == 0;
-        return {round.failed.size() == 1 && round.failed.begin()->second == -6657 && off, "def_git_show_file_status is 0 now"};
+        return {round.failed.size() == 1 && round.failed.begin()->second.status == -6657 && off,
+                "def_git_show_file_status is 0 now"};
     }
 
     bool m_json;

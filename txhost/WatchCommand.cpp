@@ -19,13 +19,18 @@ public:
             if (std::find(m_last.outside.begin(), m_last.outside.end(), path) == m_last.outside.end())
                 print("outside", console::grey, path);
         }
-        for (const auto& [path, status] : round.failed) {
+        for (const auto& [path, failure] : round.failed) {
             const auto before = m_last.failed.find(path);
-            if (before == m_last.failed.end() || before->second != status)
-                printFailure(path, status, m_json);
+            if (before == m_last.failed.end() || before->second != failure)
+                printFailure(path, failure, m_json);
         }
         for (const auto& [path, status] : round.files) {
-            if (!m_last.files.contains(path))
+            const auto before = m_last.files.find(path);
+            if (before != m_last.files.end() && before->second == status)
+                continue;
+            if (status.local.empty())
+                print("outdated", console::red, path);
+            else
                 print("modified", console::yellow, path);
         }
         for (const auto& [path, status] : m_last.files) {
@@ -57,9 +62,9 @@ private:
 
 int runWatch(const HostOptions& options, const std::vector<std::string>& named)
 {
-    const cmArray<cmStringT> directories = watchedDirectories(named);
+    const cmArray<WatchedDirectory> directories = watchedDirectories(named, options.tool);
     Host host(options);
-    host.requireGit();
+    requireTools(host, directories);
     console::catchInterrupts();
     ChangePrinter printer(options.json);
     for (;;) {
@@ -67,7 +72,7 @@ int runWatch(const HostOptions& options, const std::vector<std::string>& named)
         if (!round.finished)
             return 0;
         printer.show(round);
-        if (round.isSwitchedOff())
+        if (round.isSwitchedOff(directories.size()))
             return 1;
         if (host.editor().runUntil([] { return console::wasInterrupted(); }, options.intervalSeconds * 1000))
             return 0;

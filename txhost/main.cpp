@@ -90,11 +90,19 @@ private:
         call->add_option("ARG", m_words, "Its arguments");
 
         CLI::App* status = command("status", "Show which files are modified", [this] { return runStatus(m_options, m_words); });
-        status->add_option("DIR", m_words, "Directories in working copies")->required();
+        addWorkingCopies(status);
 
         CLI::App* watch = command("watch", "Show status changes until Ctrl-C", [this] { return runWatch(m_options, m_words); });
-        watch->add_option("DIR", m_words, "Directories in working copies")->required();
+        addWorkingCopies(watch);
         watch->add_option("--interval", m_options.intervalSeconds, "Seconds between two looks")->check(CLI::Range(1, 86400));
+    }
+
+    void addWorkingCopies(CLI::App* command)
+    {
+        command->add_option("DIR", m_words, "Directories in working copies")->required();
+        command->add_option("--tool", m_options.tool, "Whose they are, instead of finding out")
+            ->check(CLI::IsMember({"git", "svn", "p4"}));
+        command->add_flag("--updates", m_options.updates, "Show what is newer in the repository, too");
     }
 
     CLI::App* command(const std::string& name, const std::string& description, std::function<int()> run)

@@ -1,0 +1,55 @@
+#include "txhost/WorkingCopy.h"
+
+#include "common/Environment.h"
+#include "common/cmSystemPath.h"
+
+#include <array>
+#include <filesystem>
+#include <system_error>
+
+namespace {
+
+constexpr std::array<const Tool*, 3> tools{&gitTool, &svnTool, &p4Tool};
+
+/// The name of the file that says to which server and workspace a folder belongs; the user may choose another.
+std::filesystem::path perforceConfigurationName()
+{
+    const cmStringT chosen = environmentValue(hostEnvironment(), "P4CONFIG");
+    return chosen.isEmpty() ? ".p4config" : cmSystemPath(chosen);
+}
+
+}  // namespace
+
+const Tool* toolNamed(const std::string& name)
+{
+    for (const Tool* tool : tools) {
+        if (tool->name == name)
+            return tool;
+    }
+    return nullptr;
+}
+
+const Tool& toolNumbered(std::int32_t number)
+{
+    for (const Tool* tool : tools) {
+        if (tool->number == number)
+            return *tool;
+    }
+    return gitTool;
+}
+
+const Tool& findTool(const cmStringT& directory)
+{
+    const std::filesystem::path perforceName = perforceConfigurationName();
+    std::error_code error;
+    for (std::filesystem::path folder = cmSystemPath(directory);; folder = folder.parent_path()) {
+        if (std::filesystem::exists(folder / ".git", error))  // a file in a linked work tree
+            return gitTool;
+        if (std::filesystem::is_directory(folder / ".svn", error))
+            return svnTool;
+        if (std::filesystem::is_regular_file(folder / perforceName, error))
+            return p4Tool;
+        if (folder == folder.parent_path())
+            return gitTool;
+    }
+}

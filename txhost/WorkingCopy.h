@@ -1,0 +1,25 @@
+#pragma once
+
+#include "common/cmString.h"
+
+#include <cstdint>
+#include <string>
+
+/// A version-control tool as the module and the user know it.
+struct Tool {
+    std::int32_t number;  ///< its watch type, and how its records are marked
+    const char* name;     ///< on the command line and in JSON; also the program's name
+};
+
+inline constexpr Tool gitTool{8, "git"};
+inline constexpr Tool svnTool{1, "svn"};
+inline constexpr Tool p4Tool{4, "p4"};
+
+/// The tool with that name; null when there is none.
+const Tool* toolNamed(const std::string& name);
+/// The tool with that number; git for any other, since it alone marks directories that belong to none.
+const Tool& toolNumbered(std::int32_t number);
+
+/// The tool that a directory belongs to: the first that has left its mark there or in a folder above, up to the root of the
+/// file system. Git when there is no mark. Reads the disk and starts nothing.
+const Tool& findTool(const cmStringT& directory);
