@@ -30,7 +30,8 @@ protected:
 
     static std::string document(const std::string& entries, const std::string& end = "")
     {
-        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<status>\n<target\n   path=\"wc\">\n" + entries + end + "</target>\n</status>\n";
+        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<status>\n<target\n   path=\"wc\">\n" + entries + end
+               + "</target>\n</status>\n";
     }
     std::string entry(const std::string& name, const std::string& item, const std::string& more = "") const
     {
@@ -76,8 +77,8 @@ TEST_F(SVNReplayTest, SetsAndClearsWhatTheEntriesTell)
     for (const char* name : {"normal", "added", "same", "gone", "left"})
         setRecord(name, "mod", "mod");
     answerAndPass(document(entry("modified", "modified") + entry("normal", "normal") + entry("added", "added")
-                           + entry("newer", "normal", outdated) + entry("same", "added", upToDate) + entry("odd", "modified", "<x/>")
-                           + "<entry path=\"" + in("gone") + "\"/>"));
+                           + entry("newer", "normal", outdated) + entry("same", "added", upToDate)
+                           + entry("odd", "modified", "<x/>") + "<entry path=\"" + in("gone") + "\"/>"));
     EXPECT_EQ(record("modified").localStatus, "mod");
     EXPECT_EQ(record("modified").tool, 1);
     EXPECT_EQ(record("normal").localStatus, "");
@@ -150,9 +151,10 @@ TEST_F(SVNReplayTest, AsksByTheFlagsOfThePathAndTheServerOnceAMinute)
 TEST_F(SVNReplayTest, WritesNothingOfABrokenAnswer)
 {
     const std::string whole = document(entry("a", "modified"));
-    const std::string entity = "<!DOCTYPE s [<!ENTITY e SYSTEM \"file:///etc/passwd\">]>" + document("<entry path=\"&e;\"/>").substr(39);
-    for (const std::string& broken : {whole.substr(0, whole.size() - 10), whole + "<again/>", std::string(), std::string("svn: E155007"),
-                                      std::string("<status><target><entry path='x'></status>")}) {
+    const std::string entity =
+        "<!DOCTYPE s [<!ENTITY e SYSTEM \"file:///etc/passwd\">]>" + document("<entry path=\"&e;\"/>").substr(39);
+    for (const std::string& broken : {whole.substr(0, whole.size() - 10), whole + "<again/>", std::string(),
+                                      std::string("svn: E155007"), std::string("<status><target><entry path='x'></status>")}) {
         answer(broken);
         addPath(top(), svnType);
         EXPECT_EQ(waitForPass(top()), -1) << broken;

@@ -1,0 +1,53 @@
+#include "filewatcher/PerforceOutput.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Files = cmArray<cmStringT>;
+constexpr cmPathStyle posix = cmPathStyle::posix;
+constexpr cmPathStyle windows = cmPathStyle::windows;
+
+TEST(PerforceOutput, ReadsTheWorkspaceFromItsForm)
+{
+    const PerforceClient plain =
+        parsePerforceClient("# Root: no\n\nClient:\tws\r\n\nRoot:\t/home/my work/\r\nView:\n\tRoot: x\n", posix);
+    EXPECT_EQ(plain.name, "ws");
+    EXPECT_EQ(plain.root, "/home/my work");
+    EXPECT_EQ(parsePerforceClient("Client: ws\nRoot: \"c:/my work\"\n", windows).root, R"(c:\my work)");
+    EXPECT_TRUE(parsePerforceClient("Client: ws\nRoot: null\n", windows).root.isEmpty());
+    EXPECT_TRUE(parsePerforceClient("Access denied\n", posix).name.isNull());
+}
+
+TEST(PerforceOutput, MapsOpenedFilesToTheRoot)
+{
+    const PerforceClient client{"ws", "/root"};
+    EXPECT_EQ(parsePerforceOpened("... clientFile //ws/a b\n... rev 1\n\n... rev 2\n... clientFile //ws/s/%40x%23%25\n\n"
+                                  "... clientFile //ws2/no\n... clientFile //ws/\n...clientFile //ws/no\n... clientFile",
+                                  client, posix),
+              (Files{"/root/a b", "/root/s/@x#%"}));
+    EXPECT_EQ(parsePerforceOpened("... clientFile //ws/a/b\r\n", {"ws", R"(C:\r)"}, windows), (Files{R"(C:\r\a\b)"}));
+    EXPECT_EQ(parsePerforceOpened("... clientFile //ws/C:/a\n", {"ws", ""}, windows), (Files{R"(C:\a)"}));
+}
+
+TEST(PerforceOutput, TakesWhatSyncWouldReplaceOrDelete)
+{
+    EXPECT_EQ(
+        parsePerforceSync("//d/a#4 - updating /r/a\n//d/b#1 - added as /r/b\n//d/c#2 - deleted as /r/c - updating /x\n"
+                          "//d/e#3 - is opened at a later revision - not changed\n//d/f - updating #/r/f\nnoise - updating /r/g\n"
+                          "//d/odd - updating /no#7 - updating /r/odd - updating /no\n//d/h#1 - updating relative\n",
+                          posix),
+        (Files{"/r/a", "/x", "/r/odd - updating /no"}));
+    EXPECT_EQ(parsePerforceDiff("/r/a b\n\n--- no\n/r/c\r\n", posix), (Files{"/r/a b", "/r/c"}));
+}
+
+TEST(PerforceOutput, TellsNothingToListFromAFailure)
+{
+    for (const char* quiet : {"", "File(s) up-to-date.\n", "File(s) not opened on this client.\r\n", "... - no such file(s).\n"})
+        EXPECT_TRUE(isPerforceNothingToList(quiet)) << quiet;
+    for (const char* failure :
+         {"Perforce client error:\n", "File(s) up-to-date.\nYour session has expired, please login again.\n"})
+        EXPECT_FALSE(isPerforceNothingToList(failure)) << failure;
+}
+
+}  // namespace
