@@ -8,17 +8,17 @@
 
 namespace {
 
-constexpr std::int32_t gitTool = 8;
 constexpr std::int32_t outputLimit = 64 * 1024 * 1024;
 constexpr std::int32_t passLimitMs = 120'000;
 
 }  // namespace
 
-BenchModule::BenchModule(const std::string& tool) : m_tool(cmROStringT(tool))
+BenchModule::BenchModule(const std::string& tool, std::int32_t type) : m_tool(cmROStringT(tool)), m_type(type)
 {
-    m_editor.defineMacro("_GitGetExePath", [this] { return m_tool; });
-    m_editor.setSetting("def_git_update_interval", 5);
-    m_editor.setSetting("def_git_show_file_status", 1);
+    const bool git = type == gitType;
+    m_editor.defineMacro(git ? "_GitGetExePath" : "_SVNGetExePath", [this] { return m_tool; });
+    m_editor.setSetting(git ? "def_git_update_interval" : "def_svn_update_interval", 5);
+    m_editor.setSetting(git ? "def_git_show_file_status" : "def_svn_show_file_status", 1);
     m_editor.setSetting("def_vc_max_status_output_size", outputLimit);
     EditorObserver observer;
     observer.passBegan = [this](const cmStringT&) { m_begun = true; };
@@ -48,7 +48,7 @@ std::int32_t BenchModule::call(cmROStringT name, const cmArray<CallArgument>& ar
 void BenchModule::addPath(const std::string& path)
 {
     forgetPass();
-    call("filewatcherAddPath", {cmStringT(cmROStringT(path)), gitType, 1});
+    call("filewatcherAddPath", {cmStringT(cmROStringT(path)), m_type, 1});
 }
 
 void BenchModule::statusPass(const std::string& path)
@@ -78,7 +78,7 @@ std::size_t BenchModule::takeMarkedFiles()
         if (!record.localStatus.isEmpty())
             ++count;
     }
-    m_editor.clearRecords(gitTool);
+    m_editor.clearRecords(m_type);
     return count;
 }
 
@@ -88,10 +88,10 @@ void BenchModule::forgetPass()
     m_status = 0;
 }
 
-std::string gitProgram()
+std::string programInPath(const char* name)
 {
-    const cmStringT program = findHostProgram("git");
+    const cmStringT program = findHostProgram(name);
     if (program.isNull())
-        throw BenchError("git was not found in PATH");
+        throw BenchError(std::string(name) + " was not found in PATH");
     return program.c_str();
 }

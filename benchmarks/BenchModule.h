@@ -8,22 +8,23 @@
 #include <functional>
 #include <string>
 
-/// An editor that has initialised the module, with settings for Git. Ending it stops the module's threads.
+/// An editor that has initialised the module, with settings for one tool. Ending it stops the module's threads.
 class BenchModule {
 public:
     static constexpr std::int32_t gitType = 8;
+    static constexpr std::int32_t svnType = 1;
 
-    /// `tool` is the program that the editor names as git.
-    explicit BenchModule(const std::string& tool);
+    /// `tool` is the program that the editor names for the tool with that watch type.
+    explicit BenchModule(const std::string& tool, std::int32_t type = gitType);
     ~BenchModule();
     BenchModule(const BenchModule&) = delete;
     BenchModule& operator=(const BenchModule&) = delete;
 
     /// Throws BenchError when there is no such function.
     std::int32_t call(cmROStringT name, const cmArray<CallArgument>& arguments);
-    /// Asks for a Git status pass over `path`.
+    /// Asks for a status pass over `path`.
     void addPath(const std::string& path);
-    /// Runs a Git status pass until the editor was told of all that it found. Throws BenchError when it fails.
+    /// Runs a status pass until the editor was told of all that it found. Throws BenchError when it fails.
     void statusPass(const std::string& path);
     /// Lets the editor run until `done` holds, asked every millisecond; throws BenchError when that takes too long.
     void waitFor(const std::function<bool()>& done, const char* what);
@@ -36,6 +37,7 @@ private:
     void forgetPass();
 
     cmStringT m_tool;
+    std::int32_t m_type;
     Editor m_editor;
     bool m_begun = false;
     bool m_ended = false;
@@ -43,5 +45,5 @@ private:
     std::int32_t m_status = 0;
 };
 
-/// The git program's path. Throws BenchError when there is none.
-std::string gitProgram();
+/// A program's path. Throws BenchError when it is not in PATH.
+std::string programInPath(const char* name);

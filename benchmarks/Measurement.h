@@ -51,6 +51,10 @@ double median(std::vector<double> values);
 // --- The measurements ---
 /// A Git status pass over `repository`, or over one that is made for it, against the same commands in a shell.
 Row measureStatusPass(const std::optional<std::string>& repository);
+/// A Subversion status pass over 10,000 files against the same command in a shell.
+Row measureSvnPass();
+/// What each further file costs a Subversion pass, from 10,000 to 50,000 against from 1,000 to 10,000.
+Row measureSvnGrowth();
 /// Collecting the output of a command against a pipe in a shell.
 Row measureCapture();
 /// The processor time that waiting for a silent child takes.

@@ -22,7 +22,7 @@ constexpr std::size_t modifiedCount = 50;
 std::string git(const fs::path& directory, const std::string& arguments)
 {
     cmStringT output("");
-    const cmStringT command = cmCat(quoteArgument(gitProgram())) + " " + arguments;
+    const cmStringT command = cmCat(quoteArgument(programInPath("git"))) + " " + arguments;
     const CaptureResult result =
         captureCommand(command, spawnPlainCommand, directory.string(), {}, [&output](cmROStringT bytes) { output += bytes; });
     if (result.status != 0 || result.errorOutput.view().find("fatal:") != cmROStringT::npos)
@@ -58,7 +58,7 @@ void makeRepository(const fs::path& top)
 
 Row measure(const std::string& what, const fs::path& top, bool made)
 {
-    BenchModule module(gitProgram());
+    BenchModule module(programInPath("git"));
     const auto ours = [&] {
         const double time = milliseconds([&] { module.statusPass(top.string()); });
         const std::size_t marked = module.takeMarkedFiles();
@@ -66,7 +66,7 @@ Row measure(const std::string& what, const fs::path& top, bool made)
             throw BenchError("a pass marked " + std::to_string(marked) + " files instead of " + std::to_string(modifiedCount));
         return time;
     };
-    const std::string script = bench::statusScript(gitProgram(), top);
+    const std::string script = bench::statusScript(programInPath("git"), top);
     const Samples samples = interleave(rounds, ours, [&] { return milliseconds([&] { bench::runInShell(script); }); });
     Row row = makeRow(what, "ms", median(samples.ours), median(samples.reference));
     row.aim = Aim::ratioAtMost;

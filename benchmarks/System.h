@@ -17,6 +17,10 @@ std::string sleepCommand(int seconds);
 void runInShell(const std::string& script);
 /// A script that asks `git` for the top level and the status of the repository at `top`, in the way of a poll.
 std::string statusScript(const std::filesystem::path& git, const std::filesystem::path& top);
+/// A script that asks `svn` for the status of the working copy at `top`, in the way of a poll.
+std::string svnStatusScript(const std::filesystem::path& svn, const std::filesystem::path& top);
+/// A script that makes a repository beside the folder `files`, commits these, and checks them out as `top`.
+std::string svnCheckoutScript(const std::filesystem::path& files, const std::filesystem::path& top);
 /// A script that sends a file through a pipe to nowhere.
 std::string pipeScript(const std::filesystem::path& file);
 

@@ -72,6 +72,19 @@ std::string bench::statusScript(const fs::path& git, const fs::path& top)
            + " status --porcelain >/dev/null";
 }
 
+std::string bench::svnStatusScript(const fs::path& svn, const fs::path& top)
+{
+    return quoted(svn) + " status --non-interactive --xml --verbose " + quoted(top) + " >/dev/null";
+}
+
+std::string bench::svnCheckoutScript(const fs::path& files, const fs::path& top)
+{
+    const fs::path repository = files.parent_path() / "repository";
+    const std::string url = "\"file://\"" + quoted(repository);
+    return "svnadmin create " + quoted(repository) + " && svn import --quiet --message first " + quoted(files) + " " + url
+           + " && svn checkout --quiet " + url + " " + quoted(top);
+}
+
 std::string bench::pipeScript(const fs::path& file)
 {
     return "cat " + quoted(file) + " | cat >/dev/null";

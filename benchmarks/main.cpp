@@ -22,8 +22,10 @@ struct Measurement {
 /// Makes all measurements, whether or not one before fails.
 int runAll(bool json, const std::optional<std::string>& repository)
 {
-    const std::array<Measurement, 4> measurements{{
+    const std::array<Measurement, 6> measurements{{
         {"status pass", [&repository] { return measureStatusPass(repository); }},
+        {"svn status pass", &measureSvnPass},
+        {"svn growth", &measureSvnGrowth},
         {"capture", &measureCapture},
         {"processor time", &measureIdleCapture},
         {"stop", &measureStop},

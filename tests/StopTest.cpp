@@ -1,6 +1,7 @@
 #include "common/ChildProcess.h"
 #include "tests/ModuleFixture.h"
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 
@@ -57,13 +58,15 @@ TEST_F(StopTest, AnIdleThreadEndsAtOnceAndStartsAtOnce)
     const TempFolder folder;
     makeRepository(folder / "repo");
     const std::string path = text(folder / "repo");
-    const auto start = Clock::now();
-    for (int round = 0; round < 20; ++round) {
+    Clock::duration fastest = Clock::duration::max();
+    for (int round = 0; round < affordableStarts(50); ++round) {
         EXPECT_EQ(pass(path), 0);
+        const auto start = Clock::now();
         EXPECT_EQ(pass(path), 0);  // asleep or about to be: the new path does not wait for the second to pass
         call("filewatcherStop", {gitType});
+        fastest = std::min(fastest, Clock::now() - start);
     }
-    EXPECT_LT(Clock::now() - start, std::chrono::seconds(15));
+    EXPECT_LT(fastest, std::chrono::milliseconds(900));
 }
 
 TEST_F(StopTest, StopsAtAnyMomentOfAPass)
