@@ -73,6 +73,41 @@ TEST(Txhost, ShowsTheStatusOfAWorkingCopy)
     EXPECT_EQ(jsonLines(result.output), (std::vector<Json>{outside, file}));
 }
 
+TEST(Txhost, FindsTheToolOfADirectory)
+{
+    const TempFolder folder;
+    const auto file = [&](const char* name, const char* local, const char* repository) {
+        Json lists[2] = {Json::array(), Json::array()};
+        if (*local)
+            lists[0].push_back(local);
+        if (*repository)
+            lists[1].push_back(repository);
+        return Json{{"path", text(folder / name)}, {"tool", "svn"}, {"local", lists[0]}, {"repository", lists[1]}};
+    };
+    fs::create_directories(folder / "wc" / ".svn");
+    fs::create_directories(folder / "wc" / "deep" / "below");
+    writeFile(folder / "svn.xml", "<status><target><entry path='" + text(folder / "a")
+                                      + "'><wc-status item='modified'/></entry><entry path='" + text(folder / "b")
+                                      + "'><repos-status item='modified'/></entry></target></status>");
+    const Words status{"status", "--json", "--svn", helperAs(folder, "tool-svn"), text(folder / "wc" / "deep" / "below")};
+    EXPECT_EQ(jsonLines(txhost(status).output), (std::vector<Json>{file("a", "mod", "")}));
+    Words updates = status;
+    updates.emplace_back("--updates");
+    EXPECT_EQ(jsonLines(txhost(updates).output), (std::vector<Json>{file("a", "mod", ""), file("b", "", "mod")}));
+
+    writeFile(folder / "wc" / "deep" / ".git", "gitdir: elsewhere\n");
+    Words git = status;
+    git[2] = "--git";
+    git[3] = text(folder / "none");
+    EXPECT_EQ(txhost(git).error, "txhost: no program that can be started: " + text(folder / "none") + "\n");
+    git.insert(git.end(), {"--tool", "svn", "--svn", status[3]});
+    EXPECT_EQ(jsonLines(txhost(git).output), (std::vector<Json>{file("a", "mod", "")}));
+    EXPECT_EQ(txhost({"status", "--tool", "cvs", text(folder.path())}).exitCode, 2);
+
+    writeFile(folder / "ws" / ".p4config", "P4CLIENT=x\n");
+    EXPECT_EQ(txhost({"status", "--p4", text(folder / "none"), text(folder / "ws")}).exitCode, 1);
+}
+
 TEST(Txhost, TellsFailuresAndWrongUsageApart)
 {
     const TempFolder folder;
