@@ -96,8 +96,28 @@ private:
 TEST(ModuleLibrary, ImportsTheEditorsNumberedServicesByTheirOrdinals)
 {
     auto imports = LibraryTables("filewatcher").imports();
-    EXPECT_EQ(imports["txapi.dll"], (Names{"@15", "@16", "@18", "@19", "@32", "@34", "@195", "@311", "@883", "@884", "@989",
-                                           "@1056", "@1204", "@1205", "txDebugLog", "txHvarGetString"}));
+    EXPECT_EQ(imports["txapi.dll"], (Names{"@15",
+                                           "@16",
+                                           "@18",
+                                           "@19",
+                                           "@32",
+                                           "@34",
+                                           "@195",
+                                           "@306",
+                                           "@311",
+                                           "@575",
+                                           "@600",
+                                           "@737",
+                                           "@883",
+                                           "@884",
+                                           "@989",
+                                           "@1005",
+                                           "@1056",
+                                           "@1204",
+                                           "@1205",
+                                           "txDebugLog",
+                                           "txHvarGetString",
+                                           "txXMLCFGGetAttributeCMString"}));
     imports.erase("txapi.dll");
     Names libraries;
     for (const auto& [library, names] : imports) {

@@ -98,10 +98,9 @@ private:
 
     int printForm() const
     {
-        std::cout
-            << "# A Perforce Client Specification.\n#\n#  Client:      The client name.\n#  Root:        The base directory.\n\n"
-            << "Client:\t" << m_name << "\n\nOwner:\tada\n\nDescription:\n\tRoot: of all\n\nRoot:\t" << m_root
-            << "\n\nOptions:\tnoallwrite noclobber\n\nView:\n\t//depot/main/... //" << m_name << "/src/...\n";
+        std::cout << "# The form of a workspace.\n#\n#  Client:      The client name.\n#  Root:        The base directory.\n\n"
+                  << "Client:\t" << m_name << "\n\nOwner:\tada\n\nDescription:\n\tRoot: of all\n\nRoot:\t" << m_root
+                  << "\n\nOptions:\tnoallwrite noclobber\n\nView:\n\t//depot/main/... //" << m_name << "/src/...\n";
         return 0;
     }
 
