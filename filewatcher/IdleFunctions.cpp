@@ -4,16 +4,6 @@
 // The registered functions whose subsystems do not exist yet. They answer as a module in which nothing is
 // loaded and nothing could be started, and touch none of their arguments.
 
-std::int32_t getFastReloadInfoTable(TXHREFVAR, std::int32_t, std::int32_t, TXHREFVAR, std::int32_t)
-{
-    return 0;
-}
-
-std::int32_t getSlowReloadFiles(TXHREFVAR)
-{
-    return 0;
-}
-
 std::int32_t gitGetBranchInfo(TXPSZ, TXPSZ)
 {
     return statusNoGitModel;

@@ -30,9 +30,14 @@ void filewatcherSetSuspendState(std::int32_t suspended);
 /// Stops and destroys every background thread; returns when they have ended.
 void filewatcher_stop_async_work();
 
-// Reload tables.
+// Reload tables. What is slow is on its list until all work is stopped.
+
+/// Asks for the dates of the files in an array and waits at most `budgetMs`. Fills the hash table `result` with what has
+/// arrived, from earlier calls too: name to [time of modification, 0 for none; 1 when read-only]. A file whose date takes
+/// half the budget or more is slow: it is never asked for again. 0; 1 when there is no memory.
 std::int32_t getFastReloadInfoTable(TXHREFVAR fileNames, std::int32_t arg1, std::int32_t arg2, TXHREFVAR result,
                                     std::int32_t budgetMs);
+/// Adds the name of each slow file to the hash table, with 1. 0; 1 when there is no memory.
 std::int32_t getSlowReloadFiles(TXHREFVAR result);
 
 // Git browser.

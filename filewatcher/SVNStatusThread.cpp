@@ -2,21 +2,15 @@
 
 #include "common/CommandLine.h"
 #include "common/cmPath.h"
+#include "common/cmTick.h"
 #include "filewatcher/SVNEntry.h"
 #include "filewatcher/VCRecord.h"
 
-#include <chrono>
 #include <utility>
 
 namespace {
 
 constexpr std::uint32_t showUpdatesPaceMs = 60000;
-
-std::uint32_t tickNow()
-{
-    using namespace std::chrono;
-    return static_cast<std::uint32_t>(duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
-}
 
 /// A path as the client takes it. Of a path with an "@" it takes the text behind the last one for a revision.
 cmStringT pathArgument(const cmStringT& path)
@@ -45,7 +39,7 @@ std::int32_t SVNStatusThread::processEntry(const WatchEntry& entry)
 
 cmROStringT SVNStatusThread::subcommand(const WatchEntry& item)
 {
-    const std::uint32_t now = tickNow();
+    const std::uint32_t now = cmTickCount();
     if (!showUpdates && (now < lastShowUpdatesTick || now - lastShowUpdatesTick >= showUpdatesPaceMs)) {
         lastShowUpdatesTick = 0;
         showUpdates = true;

@@ -1,3 +1,4 @@
+#include "filewatcher/FileDateThread.h"
 #include "filewatcher/GitStatusThread.h"
 #include "filewatcher/PerforceStatusThread.h"
 #include "filewatcher/RegisteredFunctions.h"
@@ -5,6 +6,7 @@
 
 void filewatcher_stop_async_work()
 {
+    FileDateData::stopInstance();
     GitStatusThread::stopInstance();
     SVNStatusThread::stopInstance();
     PerforceStatusThread::stopInstance();

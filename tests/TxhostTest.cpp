@@ -150,6 +150,17 @@ TEST(Txhost, CallsAFunctionWithVariables)
     EXPECT_EQ(failed.output, "-104399\n");
 }
 
+TEST(Txhost, ShowsTheDatesOfFiles)
+{
+    const TempFolder folder;
+    writeFile(folder / "a", "x");
+    const std::vector<Json> lines = jsonLines(txhost({"reload", "--json", text(folder / "a"), text(folder / "none")}).output);
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0], (Json{{"path", text(folder / "a")}, {"time", lines[0]["time"]}, {"readOnly", false}}));
+    EXPECT_GT(lines[0]["time"], 130'000'000'000'000'000);
+    EXPECT_EQ(lines[1]["time"], 0);
+}
+
 TEST(Txhost, WatchesForChanges)
 {
     const TempFolder folder;

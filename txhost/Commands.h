@@ -15,5 +15,7 @@ int runFunctions(const HostOptions& options);
 int runCall(const HostOptions& options, const std::string& name, const std::vector<std::string>& arguments);
 /// One status pass per directory.
 int runStatus(const HostOptions& options, const std::vector<std::string>& directories);
+/// The dates of files, as the editor's reload check sees them.
+int runReload(const HostOptions& options, const std::vector<std::string>& files);
 /// Status passes over the directories at the update interval, until Ctrl-C.
 int runWatch(const HostOptions& options, const std::vector<std::string>& directories);

@@ -1,3 +1,4 @@
+#include "common/CMFD_ITEM.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
 #include "txhost/Commands.h"
@@ -33,6 +34,7 @@ public:
         step("git status", "an edited file is noticed", [this] { return editedStatus(); });
         step("git status", "a folder by itself, with an odd name", [this] { return folderStatus(); });
         step("git status", "a folder outside any repository", [this] { return outsideStatus(); });
+        step("reload", "a file's date is read in the background", [this] { return reloaded(); });
         step("suspend", "nothing runs until it is resumed", [this] { return suspended(); });
         step("stop", "ends the thread; the next path starts one", [this] { return stopped(); });
         step("limit", "too much output switches a tool off", [this] { return limited(); });
@@ -112,6 +114,18 @@ private:
         const StatusRound round = poll(m_repository->outsidePath());
         return {round.finished && round.outside == cmArray<cmStringT>{m_repository->outsidePath()} && round.files.empty(),
                 "reported as outside"};
+    }
+
+    Outcome reloaded()
+    {
+        const TXHVAR files = txHvarAlloc();
+        const TXHVAR table = txHvarAlloc();
+        const cmStringT path = cmJoinPath(m_repository->path(), "readme.txt");
+        txHvarSetString(txHvarArrayElement(files, 0, txCreateMissing), path);
+        m_host.call("_GetFastReloadInfoTable", {CallArgument::variable(files), 0, 0, CallArgument::variable(table), 2000});
+        cmStringT time("0");
+        txHvarGetString(txHvarArrayElement(txHvarHashElement(table, path.c_str(), 0), 0, 0), time);
+        return {time == cmROStringT(std::to_string(cmReadFileItem(path).modified)), cmStringT(cmCat("readme.txt: ") + time)};
     }
 
     Outcome suspended()

@@ -92,6 +92,11 @@ private:
         CLI::App* status = command("status", "Show which files are modified", [this] { return runStatus(m_options, m_words); });
         addWorkingCopies(status);
 
+        CLI::App* reload = command("reload", "Show when files changed", [this] { return runReload(m_options, m_words); });
+        reload->add_option("FILE", m_words, "Files")->required();
+        reload->add_option("--budget", m_options.budgetMs, "Milliseconds that it may take; half of it makes a file slow")
+            ->check(CLI::Range(0, 3600000));
+
         CLI::App* watch = command("watch", "Show status changes until Ctrl-C", [this] { return runWatch(m_options, m_words); });
         addWorkingCopies(watch);
         watch->add_option("--interval", m_options.intervalSeconds, "Seconds between two looks")->check(CLI::Range(1, 86400));

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "common/cmString.h"
+
+#include <cstdint>
+
+/// A moment, in units of 100 ns since the beginning of 1601, UTC; 0 for none.
+using cmUTCTime = std::int64_t;
+
+inline constexpr std::uint32_t cmAttributeReadOnly = 0x01;
+inline constexpr std::uint32_t cmAttributeDirectory = 0x10;
+
+/// What a file driver found under a name.
+enum class cmItemState : std::uint8_t { missing, unreadable, found };
+
+/// A directory entry as the file drivers give it.
+struct CMFD_ITEM {
+    cmItemState state = cmItemState::missing;
+    std::uint32_t attributes = 0;  ///< cmAttribute bits; the other fields are 0 when nothing was found
+    std::int64_t size = 0;         ///< bytes
+    cmUTCTime created = 0;         ///< on POSIX the last change of the entry
+    cmUTCTime accessed = 0;
+    cmUTCTime modified = 0;
+};
+
+/// Reads the entry of `path` on a local file system, links followed. May block for as long as the file system does. Any thread.
+CMFD_ITEM cmReadFileItem(cmROStringT path);
