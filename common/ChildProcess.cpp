@@ -40,6 +40,8 @@ void spawnProcess(ChildProcess& process, cmROStringT commandLine, SpawnOptions o
     starter.interpreter = (options & spawnScanOperators) != 0 && hasShellOperator(commandLine);
     starter.options = starter.interpreter ? options | spawnHiddenWindow : options;
     starter.environment = withVariables(quiet ? quietEnvironment(host) : host, variables);
+    if (!workingDirectory.empty() && !environmentValue(starter.environment, "PWD").isNull())  // there are tools that believe it
+        starter.environment = withVariables(starter.environment, {cmStringT(cmCat("PWD=") + workingDirectory)});
     starter.workingDirectory = workingDirectory;
     starter.streams = streams;
 

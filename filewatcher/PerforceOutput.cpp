@@ -1,9 +1,11 @@
 #include "filewatcher/PerforceOutput.h"
 
+#include "common/cmDictionary.h"
 #include "common/cmStringCatHelper.h"
 
 #include <algorithm>
 #include <array>
+#include <string>
 
 namespace {
 
@@ -73,19 +75,30 @@ PerforceClient parsePerforceClient(cmROStringT form, cmPathStyle style)
     return client;
 }
 
-cmArray<cmStringT> parsePerforceOpened(cmROStringT output, const PerforceClient& client, cmPathStyle style)
+cmArray<PerforceOpenedFile> parsePerforceOpened(cmROStringT output, const PerforceClient& client, cmPathStyle style)
 {
-    constexpr cmROStringT field = "... clientFile ";
+    constexpr cmROStringT depotField = "... depotFile ";
+    constexpr cmROStringT clientField = "... clientFile ";
     const cmStringT prefix = cmCat("//") + client.name + "/";
-    cmArray<cmStringT> files;
+    cmArray<PerforceOpenedFile> files;
+    PerforceOpenedFile file;
+    const auto endRecord = [&] {
+        if (!file.path.isEmpty())
+            files.push_back(file);
+        file = {};
+    };
     while (!output.empty()) {
         const cmROStringT line = takeLine(output);
-        if (!line.starts_with(field) || !line.substr(field.size()).starts_with(prefix))
-            continue;
-        const cmStringT path = cmNativeSeparators(decoded(line.substr(field.size() + prefix.length())), style);
-        if (!path.isEmpty())
-            files.push_back(client.root.isEmpty() ? path : cmJoinPath(client.root, path, style));
+        if (line.empty()) {
+            endRecord();
+        } else if (line.starts_with(depotField)) {
+            file.depotPath = line.substr(depotField.size());
+        } else if (line.starts_with(clientField) && line.substr(clientField.size()).starts_with(prefix)) {
+            const cmStringT path = cmNativeSeparators(decoded(line.substr(clientField.size() + prefix.length())), style);
+            file.path = client.root.isEmpty() || path.isEmpty() ? path : cmJoinPath(client.root, path, style);
+        }
     }
+    endRecord();
     return files;
 }
 
@@ -100,20 +113,26 @@ cmArray<cmStringT> parsePerforceDiff(cmROStringT output, cmPathStyle style)
     return files;
 }
 
-cmArray<cmStringT> parsePerforceSync(cmROStringT output, cmPathStyle style)
+cmArray<cmStringT> parsePerforceSync(cmROStringT output, const cmArray<PerforceOpenedFile>& opened, cmPathStyle style)
 {
+    cmDictionary<std::string, cmStringT> openedPaths;
+    for (const PerforceOpenedFile& file : opened)
+        openedPaths.emplace(file.depotPath.view(), file.path);
     cmArray<cmStringT> files;
     while (!output.empty()) {
         const cmROStringT line = takeLine(output);
-        for (const cmROStringT action : {cmROStringT(" - updating "), cmROStringT(" - deleted as ")}) {
-            // Behind the first "#": a depot path holds none, its own are escaped, and what follows may hold anything.
-            const std::size_t start = line.find(action, std::min(line.find('#'), line.size()));
-            if (start == cmROStringT::npos || !line.starts_with("//"))
-                continue;
-            const cmROStringT path = line.substr(start + action.size());
-            if (cmIsAbsolutePath(path, style))
-                files.push_back(cmNativeSeparators(path, style));
-            break;
+        // A depot path holds no "#", its own are escaped; what follows may hold anything.
+        const std::size_t end = line.find('#');
+        const std::size_t action = line.find(" - ", std::min(end, line.size()));
+        if (action == cmROStringT::npos || !line.starts_with("//"))
+            continue;
+        const cmROStringT words = line.substr(action);
+        const auto known = openedPaths.find(std::string(line.substr(0, end)));
+        if (known != openedPaths.end() && words.starts_with(" - is opened and not being changed"))
+            files.push_back(known->second);
+        for (const cmROStringT wanted : {cmROStringT(" - updating "), cmROStringT(" - deleted as ")}) {
+            if (words.starts_with(wanted) && cmIsAbsolutePath(words.substr(wanted.size()), style))
+                files.push_back(cmNativeSeparators(words.substr(wanted.size()), style));
         }
     }
     return files;

@@ -18,15 +18,24 @@ struct PerforceClient {
 /// Reads the form that `client -o` writes.
 PerforceClient parsePerforceClient(cmROStringT form, cmPathStyle style = cmNativePathStyle);
 
-/// The local paths of the files in the tagged output of `opened`, whose records have a file's place as "//client/path".
-/// Records of other clients, or without that field, are passed over.
-cmArray<cmStringT> parsePerforceOpened(cmROStringT output, const PerforceClient& client, cmPathStyle style = cmNativePathStyle);
+/// An opened file: where it is in the depot, as the client writes it, and here.
+struct PerforceOpenedFile {
+    cmStringT depotPath;
+    cmStringT path;
+};
+
+/// The files in the tagged output of `opened`, whose records have a file's place here as "//client/path". Records of other
+/// clients, or without that field, are passed over.
+cmArray<PerforceOpenedFile> parsePerforceOpened(cmROStringT output, const PerforceClient& client,
+                                                cmPathStyle style = cmNativePathStyle);
 
 /// The local paths that `diff -sa` lists, one a line.
 cmArray<cmStringT> parsePerforceDiff(cmROStringT output, cmPathStyle style = cmNativePathStyle);
 
-/// The local paths of those files in the output of `sync -n` that are here in an older revision: to be updated or deleted.
-cmArray<cmStringT> parsePerforceSync(cmROStringT output, cmPathStyle style = cmNativePathStyle);
+/// The local paths of those files in the output of `sync -n` that are here in an older revision: to be updated or deleted, or
+/// kept as they are because they are among the opened ones.
+cmArray<cmStringT> parsePerforceSync(cmROStringT output, const cmArray<PerforceOpenedFile>& opened,
+                                     cmPathStyle style = cmNativePathStyle);
 
 /// Whether standard error says only that there is nothing to list.
 bool isPerforceNothingToList(cmROStringT errorOutput);

@@ -26,11 +26,12 @@ std::int32_t PerforceStatusThread::perforceStatusForPath(const cmStringT& path)
         if (markFile(file, tool.number, token, list))
             noteChange();
     };
-    for (const cmStringT& file : parsePerforceOpened(opened, client))
-        mark(file, "edit", &TXVCRECORD::localStatus);
+    const cmArray<PerforceOpenedFile> openedFiles = parsePerforceOpened(opened, client);
+    for (const PerforceOpenedFile& file : openedFiles)
+        mark(file.path, "edit", &TXVCRECORD::localStatus);
     for (const cmStringT& file : parsePerforceDiff(differing))
         mark(file, "mod", &TXVCRECORD::localStatus);
-    for (const cmStringT& file : parsePerforceSync(outdated))
+    for (const cmStringT& file : parsePerforceSync(outdated, openedFiles))
         mark(file, "mod", &TXVCRECORD::repositoryStatus);
     return 0;
 }

@@ -30,11 +30,20 @@ bool tellsTheSame(const TXVCRECORD& a, const TXVCRECORD& b)
 
 std::int32_t SVNStatusThread::processEntry(const WatchEntry& entry)
 {
+    const bool asksServer = showUpdates && !entry.contextFlag;
+    const std::int32_t status = runAndParse(entry);
+    // Without its server the client cuts its answer short; it can still tell what is modified here.
+    return status == statusPassFailed && asksServer ? runAndParse(entry) : status;
+}
+
+std::int32_t SVNStatusThread::runAndParse(const WatchEntry& entry)
+{
     cmStringT output;
-    const std::int32_t status = svnStatusForItem(entry, output);
+    cmStringT errorOutput;
+    const std::int32_t status = svnStatusForItem(entry, output, errorOutput);
     if (status != 0 || output.isNull())
         return status;
-    return isStopping() ? statusStopRequested : parseSvnStatus(output);
+    return isStopping() ? statusStopRequested : parseSvnStatus(output, !errorOutput.isEmpty() && !entry.contextFlag);
 }
 
 cmROStringT SVNStatusThread::subcommand(const WatchEntry& item)
@@ -52,7 +61,7 @@ cmROStringT SVNStatusThread::subcommand(const WatchEntry& item)
     return " status --non-interactive --xml --show-updates --verbose ";
 }
 
-std::int32_t SVNStatusThread::svnStatusForItem(const WatchEntry& item, cmStringT& output)
+std::int32_t SVNStatusThread::svnStatusForItem(const WatchEntry& item, cmStringT& output, cmStringT& errorOutput)
 {
     cmStringT command = quotedProgram();
     if (command.isEmpty())
@@ -61,26 +70,30 @@ std::int32_t SVNStatusThread::svnStatusForItem(const WatchEntry& item, cmStringT
     if (!item.pathFlag && !item.contextFlag)
         command += "--non-recursive ";
     command += pathArgument(item.path);
-    cmStringT errorOutput;
     return runTool(command, spawnPlainCommand, "", output, errorOutput);
 }
 
-std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output)
+std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output, bool complained)
 {
+    if (output.view().find("<!DOCTYPE") != cmROStringT::npos)  // the client writes none: entities of somebody else's
+        return statusPassFailed;
     XMLDocument document(output);
-    if (!document.isLoaded()) {
+    const cmArray<std::int32_t> nodes = document.isLoaded() ? document.select("/status/target/entry") : cmArray<std::int32_t>();
+    if (!document.isLoaded() || (nodes.empty() && complained)) {  // a working copy has an entry for itself at least
         document.close();
         return statusPassFailed;
     }
     const bool serverAnswered = !document.select("/status/target/against").empty();
     bool changed = false;
     std::int32_t status = 0;
-    for (const std::int32_t node : document.select("/status/target/entry")) {
+    for (const std::int32_t node : nodes) {
         if (isStopping()) {
             status = statusStopRequested;
             break;
         }
         const SVNEntry entry = readSvnEntry(document, node);
+        if (!cmIsAbsolutePath(entry.path))  // as what was asked for: this is none of its files
+            continue;
         const TXVCRECORD before = readVCRecord(entry.path);
         TXVCRECORD record = before;
         if (!applySvnEntry(entry, serverAnswered, record))

@@ -16,10 +16,12 @@ private:
     ~SVNStatusThread() override = default;
 
     std::int32_t processEntry(const WatchEntry& entry);
+    std::int32_t runAndParse(const WatchEntry& entry);
     /// Runs the command for one entry. 0, also when there is no executable, or why it failed.
-    std::int32_t svnStatusForItem(const WatchEntry& item, cmStringT& output);
-    /// Writes what the output tells into the editor's records. 0; statusPassFailed for what is no whole document.
-    std::int32_t parseSvnStatus(const cmStringT& output);
+    std::int32_t svnStatusForItem(const WatchEntry& item, cmStringT& output, cmStringT& errorOutput);
+    /// Writes what the output tells into the editor's records. 0; statusPassFailed for what is no whole document, or an
+    /// empty one when the client `complained`.
+    std::int32_t parseSvnStatus(const cmStringT& output, bool complained);
     cmROStringT subcommand(const WatchEntry& item);
 
     bool showUpdates = true;                ///< the next status command asks the repository; for this thread only

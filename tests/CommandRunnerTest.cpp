@@ -137,6 +137,9 @@ TEST(CommandRunner, StartsTheChildInItsDirectoryWithAQuietEnvironment)
     const std::string environment = "\n" + run(helper("environment")).output;
     EXPECT_NE(environment.find("\nGIT_OPTIONAL_LOCKS=0\n"), std::string::npos);
     EXPECT_EQ(environment.find("\nLC_ALL="), std::string::npos);
+    const std::string there = "\n" + run(helper("environment"), {}, spawnScannedCommand, odd).output;
+    EXPECT_EQ(there.find("\nPWD=") == std::string::npos, environment.find("\nPWD=") == std::string::npos);
+    EXPECT_TRUE(there.find("\nPWD=") == std::string::npos || there.find("\nPWD=" + odd + "\n") != std::string::npos);
 }
 
 TEST(CommandRunner, CapturesTwoChildrenAtOnce)

@@ -19,25 +19,33 @@ TEST(PerforceOutput, ReadsTheWorkspaceFromItsForm)
     EXPECT_TRUE(parsePerforceClient("Access denied\n", posix).name.isNull());
 }
 
+Files openedPaths(cmROStringT output, const PerforceClient& client, cmPathStyle style)
+{
+    Files paths;
+    for (const PerforceOpenedFile& file : parsePerforceOpened(output, client, style))
+        paths.push_back(file.path);
+    return paths;
+}
+
 TEST(PerforceOutput, MapsOpenedFilesToTheRoot)
 {
     const PerforceClient client{"ws", "/root"};
-    EXPECT_EQ(parsePerforceOpened("... clientFile //ws/a b\n... rev 1\n\n... rev 2\n... clientFile //ws/s/%40x%23%25\n\n"
-                                  "... clientFile //ws2/no\n... clientFile //ws/\n...clientFile //ws/no\n... clientFile",
-                                  client, posix),
+    EXPECT_EQ(openedPaths("... clientFile //ws/a b\n... rev 1\n\n... rev 2\n... clientFile //ws/s/%40x%23%25\n\n"
+                          "... clientFile //ws2/no\n\n... clientFile //ws/\n\n...clientFile //ws/no\n... clientFile",
+                          client, posix),
               (Files{"/root/a b", "/root/s/@x#%"}));
-    EXPECT_EQ(parsePerforceOpened("... clientFile //ws/a/b\r\n", {"ws", R"(C:\r)"}, windows), (Files{R"(C:\r\a\b)"}));
-    EXPECT_EQ(parsePerforceOpened("... clientFile //ws/C:/a\n", {"ws", ""}, windows), (Files{R"(C:\a)"}));
+    EXPECT_EQ(openedPaths("... clientFile //ws/a/b\r\n\r\n", {"ws", R"(C:\r)"}, windows), (Files{R"(C:\r\a\b)"}));
+    EXPECT_EQ(openedPaths("... clientFile //ws/C:/a\n", {"ws", ""}, windows), (Files{R"(C:\a)"}));
 }
 
-TEST(PerforceOutput, TakesWhatSyncWouldReplaceOrDelete)
+TEST(PerforceOutput, TakesWhatIsHereInAnOlderRevision)
 {
-    EXPECT_EQ(
-        parsePerforceSync("//d/a#4 - updating /r/a\n//d/b#1 - added as /r/b\n//d/c#2 - deleted as /r/c - updating /x\n"
-                          "//d/e#3 - is opened at a later revision - not changed\n//d/f - updating #/r/f\nnoise - updating /r/g\n"
-                          "//d/odd - updating /no#7 - updating /r/odd - updating /no\n//d/h#1 - updating relative\n",
-                          posix),
-        (Files{"/r/a", "/x", "/r/odd - updating /no"}));
+    EXPECT_EQ(parsePerforceSync("//d/a#4 - updating /r/a\n//d/b#1 - added as /r/b\n//d/c#2 - deleted as /r/c - updating /x\n"
+                                "//d/e#3 - is opened at a later revision - not changed\n//d/f - updating #/r/f\n"
+                                "noise - updating /r/g\n//d/h#1 - updating relative\n"
+                                "//d/%40i#9 - is opened and not being changed\n//d/j#9 - is opened and not being changed\n",
+                                {{"//d/%40i", "/r/@i"}}, posix),
+              (Files{"/r/a", "/r/c - updating /x", "/r/@i"}));
     EXPECT_EQ(parsePerforceDiff("/r/a b\n\n--- no\n/r/c\r\n", posix), (Files{"/r/a b", "/r/c"}));
 }
 

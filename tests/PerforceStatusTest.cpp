@@ -63,7 +63,7 @@ TEST_F(PerforceStatusTest, GivesEachFileItsTokens)
     add("untouched.c", 4, 4, "-");
     const Tokens expected{{in("opened.c"), {"edit", ""}},       {in("changed @#%.c"), {"edit|mod", ""}},
                           {in("\xC3\xBC.c"), {"edit|mod", ""}}, {in("added.c"), {"edit|mod", ""}},
-                          {in("behind.c"), {"", "mod"}},        {in("opened behind.c"), {"edit", ""}}};
+                          {in("behind.c"), {"", "mod"}},        {in("opened behind.c"), {"edit", "mod"}}};
     EXPECT_EQ(perforcePass(), 0);
     EXPECT_EQ(tokens(), expected);
     EXPECT_EQ(editor.record(in("opened.c"))->tool, 4);

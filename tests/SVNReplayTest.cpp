@@ -151,18 +151,32 @@ TEST_F(SVNReplayTest, AsksByTheFlagsOfThePathAndTheServerOnceAMinute)
 TEST_F(SVNReplayTest, WritesNothingOfABrokenAnswer)
 {
     const std::string whole = document(entry("a", "modified"));
-    const std::string entity =
-        "<!DOCTYPE s [<!ENTITY e SYSTEM \"file:///etc/passwd\">]>" + document("<entry path=\"&e;\"/>").substr(39);
-    for (const std::string& broken : {whole.substr(0, whole.size() - 10), whole + "<again/>", std::string(),
-                                      std::string("svn: E155007"), std::string("<status><target><entry path='x'></status>")}) {
+    const std::string entity = "<!DOCTYPE s [<!ENTITY e SYSTEM \"file:///etc/passwd\">]>\n<status><target>"
+                               + entry("&e;", "modified") + "</target></status>";
+    for (const std::string& broken :
+         {whole.substr(0, whole.size() - 10), whole + "<again/>", std::string(), std::string("svn: E155007"), entity,
+          std::string("<status><target><entry path='x'></status>")}) {
         answer(broken);
         addPath(top(), svnType);
         EXPECT_EQ(waitForPass(top()), -1) << broken;
     }
     EXPECT_TRUE(editor.records().empty());
-    answerAndPass(entity);
-    for (const auto& [path, one] : editor.records())
-        EXPECT_EQ(path.view().find("root"), cmROStringT::npos);
+    // Paths that are none of what was asked for.
+    answerAndPass("<status><target><entry path=''><wc-status item='modified'/></entry><entry><wc-status item='modified'/></entry>"
+                  "<entry path='../a'><wc-status item='modified'/></entry></target></status>");
+    EXPECT_TRUE(editor.records().empty());
+}
+
+TEST_F(SVNReplayTest, AsksAgainWithoutTheServerWhenThatOneFails)
+{
+    answer("<status><target>");
+    addPath(top(), svnType);
+    EXPECT_EQ(waitForPass(top()), -1);
+    ASSERT_EQ(commands().size(), 2u);
+    EXPECT_EQ(commands()[1], "status --non-interactive --xml --verbose " + top() + " ");
+    addPath(top(), svnType);
+    EXPECT_EQ(waitForPass(top()), -1);
+    EXPECT_EQ(commands().size(), 3u);
 }
 
 TEST_F(SVNReplayTest, TakesAHugeAnswerUpToTheLimit)

@@ -125,9 +125,18 @@ TEST_F(SVNStatusTest, LooksIntoFoldersOnlyWhenAsked)
     EXPECT_EQ(localStatus(), (Status{{in("at@2/file"), "mod"}, {in("here"), "mod"}}));
 }
 
-TEST_F(SVNStatusTest, FailsOrFindsNothingWhereThereIsNoWorkingCopy)
+TEST_F(SVNStatusTest, TellsWhatIsModifiedHereWithoutTheRepository)
 {
-    EXPECT_EQ(svnPass(folder.path()), 0);
+    commit({"a"});
+    modify("a");
+    fs::rename(folder / "repo", folder / "moved");
+    EXPECT_EQ(svnPass(top), 0);
+    EXPECT_EQ(localStatus(), (Status{{in("a"), "mod"}}));
+}
+
+TEST_F(SVNStatusTest, FailsWhereThereIsNoWorkingCopy)
+{
+    EXPECT_EQ(svnPass(folder.path()), -1);
     setTool(helperAs(folder, "tool-fails"));
     forgetThread();
     EXPECT_EQ(svnPass(top), -1);

@@ -142,7 +142,7 @@ private:
                 continue;
             std::cout << escaped(file.depotPath) << "#" << file.head;
             if (file.action != "-")
-                std::cout << " - is opened at a later revision - not changed\n";
+                std::cout << " - is opened and not being changed\n";
             else
                 std::cout << (file.have == 0 ? " - added as " : " - updating ") << cmPathText(localPath(file)).c_str() << "\n";
             any = true;

@@ -20,7 +20,7 @@ struct HostOptions {
     std::string tool;      ///< the tool that every directory belongs to; empty: found out
     bool updates = false;  ///< show what is newer in the repository
     int intervalSeconds = 2;
-    int budgetMs = 1000;  ///< how long a reload check may take
+    int budgetMs = 1000;                     ///< how long a reload check may take
     int maxStatusOutput = 64 * 1024 * 1024;  ///< bytes that one run of a tool may write
 };
 

@@ -4,6 +4,9 @@
 #include "txhost/JsonText.h"
 #include "txhost/StatusPoll.h"
 
+#include <algorithm>
+#include <string>
+
 namespace {
 
 Json jsonList(const cmArray<cmStringT>& words)
@@ -45,9 +48,9 @@ void printFile(const cmStringT& path, const FileStatus& status, bool json)
     cmArray<cmStringT> words = status.local;
     if (!status.repository.empty())
         words.push_back("outdated");
-    const cmStringT word = cmCat(joined(words)) + "              ";
-    console::printLine(
-        cmStringT(cmCat(console::coloured(console::yellow, word.view().substr(0, 14))) + console::printable(path)));
+    std::string word(joined(words));
+    word.resize(std::max<std::size_t>(word.size() + 1, 14), ' ');
+    console::printLine(cmStringT(cmCat(console::coloured(console::yellow, word)) + console::printable(path)));
 }
 
 }  // namespace

@@ -13,8 +13,9 @@ class ChangePrinter {
 public:
     explicit ChangePrinter(bool json) : m_json(json) {}
 
-    void show(const StatusRound& round)
+    void show(StatusRound round)
     {
+        keepWhatIsUnknown(round);
         for (const cmStringT& path : round.outside) {
             if (std::find(m_last.outside.begin(), m_last.outside.end(), path) == m_last.outside.end())
                 print("outside", console::grey, path);
@@ -28,10 +29,12 @@ public:
             const auto before = m_last.files.find(path);
             if (before != m_last.files.end() && before->second == status)
                 continue;
-            if (status.local.empty())
-                print("outdated", console::red, path);
-            else
+            if (std::find(status.local.begin(), status.local.end(), "mod") != status.local.end())
                 print("modified", console::yellow, path);
+            else if (!status.local.empty())
+                print("opened", console::yellow, path);
+            else
+                print("outdated", console::red, path);
         }
         for (const auto& [path, status] : m_last.files) {
             if (!round.files.contains(path))
@@ -41,6 +44,17 @@ public:
     }
 
 private:
+    /// A tool that could not answer for one of its directories says nothing of the files that it spoke of before.
+    void keepWhatIsUnknown(StatusRound& round) const
+    {
+        for (const auto& [path, status] : m_last.files) {
+            const bool unknown = std::any_of(round.failed.begin(), round.failed.end(),
+                                             [&](const auto& failure) { return failure.second.tool == status.tool; });
+            if (unknown)
+                round.files.emplace(path, status);
+        }
+    }
+
     void print(cmROStringT change, int colour, const cmStringT& path)
     {
         const cmStringT time = console::timeOfDay();

@@ -1,11 +1,13 @@
 #include "txhost/WorkingCopy.h"
 
 #include "common/Environment.h"
+#include "common/cmFile.h"
 #include "common/cmSystemPath.h"
 
 #include <array>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace {
 
@@ -41,15 +43,17 @@ const Tool& toolNumbered(std::int32_t number)
 const Tool& findTool(const cmStringT& directory)
 {
     const std::filesystem::path perforceName = perforceConfigurationName();
-    std::error_code error;
-    for (std::filesystem::path folder = cmSystemPath(directory);; folder = folder.parent_path()) {
-        if (std::filesystem::exists(folder / ".git", error))  // a file in a linked work tree
-            return gitTool;
-        if (std::filesystem::is_directory(folder / ".svn", error))
-            return svnTool;
-        if (std::filesystem::is_regular_file(folder / perforceName, error))
-            return p4Tool;
-        if (folder == folder.parent_path())
-            return gitTool;
+    for (const cmStringT& start : {directory, cmRealPath(directory)}) {
+        std::error_code error;
+        std::filesystem::path folder = cmSystemPath(start);
+        for (std::filesystem::path below; folder != below; below = std::exchange(folder, folder.parent_path())) {
+            if (std::filesystem::exists(folder / ".git", error))  // a file in a linked work tree
+                return gitTool;
+            if (std::filesystem::is_directory(folder / ".svn", error))
+                return svnTool;
+            if (std::filesystem::is_regular_file(folder / perforceName, error))
+                return p4Tool;
+        }
     }
+    return gitTool;
 }
