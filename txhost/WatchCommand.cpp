@@ -47,11 +47,11 @@ private:
     /// A tool that could not answer for one of its directories says nothing of the files that it spoke of before.
     void keepWhatIsUnknown(StatusRound& round) const
     {
-        for (const auto& [path, status] : m_last.files) {
+        for (const auto& file : m_last.files) {
             const bool unknown = std::any_of(round.failed.begin(), round.failed.end(),
-                                             [&](const auto& failure) { return failure.second.tool == status.tool; });
+                                             [&file](const auto& failure) { return failure.second.tool == file.second.tool; });
             if (unknown)
-                round.files.emplace(path, status);
+                round.files.insert(file);
         }
     }
 
