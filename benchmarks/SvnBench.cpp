@@ -18,6 +18,8 @@ class WorkingCopy {
 public:
     explicit WorkingCopy(int files) : m_modified(static_cast<std::size_t>(files / filesPerFolder)), m_top(m_folder / "wc")
     {
+        for (int i = 0; i < files; i += filesPerFolder)
+            fs::create_directories((m_folder / "files" / name(i)).parent_path());
         for (int i = 0; i < files; ++i)
             writeFile(m_folder / "files" / name(i), "file " + std::to_string(i) + "\n");
         bench::runInShell(bench::svnCheckoutScript(m_folder / "files", m_top));

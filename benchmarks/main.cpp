@@ -19,8 +19,8 @@ struct Measurement {
     std::function<Row()> measure;
 };
 
-/// Makes all measurements, whether or not one before fails.
-int runAll(bool json, const std::optional<std::string>& repository)
+/// Makes the measurements whose name holds `only`, whether or not one before fails.
+int runAll(bool json, const std::string& only, const std::optional<std::string>& repository)
 {
     const std::array<Measurement, 6> measurements{{
         {"status pass", [&repository] { return measureStatusPass(repository); }},
@@ -33,6 +33,8 @@ int runAll(bool json, const std::optional<std::string>& repository)
     const Report report(json);
     int result = 0;
     for (const Measurement& measurement : measurements) {
+        if (std::string(measurement.name).find(only) == std::string::npos)
+            continue;
         try {
             report.print(measurement.measure());
         } catch (const std::exception& error) {
@@ -49,13 +51,15 @@ int main(int argc, char** argv)
 {
     CLI::App app{"Measures the filewatcher module against plain commands", "filewatcher_bench"};
     bool json = false;
+    std::string only;
     std::optional<std::string> repository;
     app.add_flag("--json", json, "One JSON object a line");
+    app.add_option("--only", only, "Only the measurements with this in their name")->type_name("TEXT");
     app.add_option("REPOSITORY", repository, "A Git repository for the status pass, instead of one that is made for it");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : exitUsage;
     }
-    return runAll(json, repository);
+    return runAll(json, only, repository);
 }
