@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <filesystem>
+#include <thread>
 
 namespace fs = std::filesystem;
 
@@ -103,9 +104,16 @@ TEST_F(ReloadTest, TellsTimeAndReadOnlyFlagOfEveryFile)
     EXPECT_EQ(cmReadFileItem(in("missing")).state, cmItemState::missing);
     EXPECT_TRUE(slowFiles().empty());
 
-    const std::int64_t before = table.at(in("f0")).first;
-    fs::last_write_time(folder / "f0", fs::last_write_time(folder / "f0") + std::chrono::milliseconds(10));
-    EXPECT_EQ(ask({in("f0")}).at(in("f0")).first, before + 100'000);
+    // Two edits within one second are two changes.
+    std::int64_t last = table.at(in("f0")).first;
+    for (int edit = 0; edit < 2; ++edit) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        writeFile(folder / "f0", "y");
+        const std::int64_t now = ask({in("f0")}).at(in("f0")).first;
+        EXPECT_GT(now, last + 100'000);
+        EXPECT_LT(now, last + 600'000'000);
+        last = now;
+    }
 }
 
 TEST_F(ReloadTest, AsksNothingForEmptyListsButDeliversWhatIsLeft)
