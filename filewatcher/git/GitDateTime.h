@@ -1,0 +1,49 @@
+#pragma once
+
+#include "common/cmDateTime.h"
+
+#include <cstdint>
+
+/// A local date and time, packed as the editor has it: in the first word year (bits 0-13), month (14-17), day (22-26)
+/// and hour (27-31), in the second minute (0-5) and second (6-11).
+struct GitDateTime {
+    static constexpr std::uint32_t unsetFirst = 0xF83C7FFF;
+    static constexpr std::int32_t lastYear = 0x3FFE;  ///< the one after it marks what is unset
+
+    std::uint32_t first = unsetFirst;
+    std::uint32_t second = 0;
+
+    /// Unset for a time that has no date, or one after the last year.
+    static GitDateTime fromUnixTime(std::int64_t unixTime)
+    {
+        cmDateTime local;
+        return cmLocalDateTime(unixTime, local) ? pack(local) : GitDateTime();
+    }
+
+    static GitDateTime pack(const cmDateTime& local)
+    {
+        GitDateTime packed;
+        if (local.year < 0 || local.year > lastYear)
+            return packed;
+        packed.first = bits(local.year) | bits(local.month) << 14 | bits(local.day) << 22 | bits(local.hour) << 27;
+        packed.second = bits(local.minute) | bits(local.second) << 6;
+        return packed;
+    }
+
+    bool isSet() const { return first != unsetFirst; }
+
+    cmDateTime unpacked() const
+    {
+        return {field(first, 0, 14), field(first, 14, 4), field(first, 22, 5),
+                field(first, 27, 5), field(second, 0, 6), field(second, 6, 6)};
+    }
+
+    friend bool operator==(const GitDateTime&, const GitDateTime&) = default;
+
+private:
+    static std::uint32_t bits(std::int32_t value) { return static_cast<std::uint32_t>(value); }
+    static std::int32_t field(std::uint32_t word, int from, int width)
+    {
+        return static_cast<std::int32_t>(word >> from & ((1u << width) - 1));
+    }
+};

@@ -1,0 +1,135 @@
+#include "filewatcher/git/GraphLanes.h"
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+
+GraphLanes::GraphLanes(cmArray<std::uint32_t> targets)
+    : m_targets(std::move(targets)), m_next(m_targets.size()), m_widest(static_cast<std::int32_t>(m_targets.size()))
+{
+    for (std::uint16_t column = 0; column < m_targets.size(); ++column) {
+        if (m_targets[column] == free)
+            m_free.push_back(column);  // in ascending order: a heap
+        else
+            reserve(column, m_targets[column]);
+    }
+}
+
+void GraphLanes::step(const GraphNode& node, GraphRow* row)
+{
+    if (row)
+        addPassing(node, *row);
+    const std::uint16_t column = takeColumn(node.id, row);
+    if (row)
+        row->column = column;
+    // The column is free for the other parents when the first one does not inherit it.
+    if (column != graphNoColumn && (node.parents.empty() || node.parents.front().above))
+        release(column);
+    for (std::size_t i = 0; i < node.parents.size(); ++i) {
+        const std::uint16_t lane = reserveFor(node.parents[i], i == 0, column);
+        if (row && lane == graphNoColumn)
+            row->edges.push_back({column, column, GraphEdgeKind::stub});
+        else if (row)
+            row->edges.push_back({column, lane, GraphEdgeKind::begins});
+    }
+    while (!m_targets.empty() && m_targets.back() == free) {
+        m_targets.pop_back();
+        m_next.pop_back();
+    }
+}
+
+void GraphLanes::addPassing(const GraphNode& node, GraphRow& row) const
+{
+    row.edges.clear();
+    for (std::uint16_t column = 0; column < m_targets.size(); ++column) {
+        if (m_targets[column] != free && m_targets[column] != node.id)
+            row.edges.push_back({column, column, GraphEdgeKind::passes});
+    }
+}
+
+/// Ends all lines to the commit, and holds the column that it gets.
+std::uint16_t GraphLanes::takeColumn(std::uint32_t id, GraphRow* row)
+{
+    const std::uint16_t taken = leftmostFor(id);
+    if (taken == graphNoColumn)
+        return takeLeftmostFree();
+    const auto found = m_firsts.find(id);
+    std::uint16_t column = found->second;
+    m_firsts.erase(found);
+    while (column != graphNoColumn) {
+        const std::uint16_t next = m_next[column];
+        if (row)
+            row->edges.push_back({column, taken, GraphEdgeKind::ends});
+        if (column != taken)
+            release(column);
+        column = next;
+    }
+    m_targets[taken] = held;
+    if (row) {
+        const auto ending = std::find_if(row->edges.begin(), row->edges.end(),
+                                         [](const GraphEdge& edge) { return edge.kind == GraphEdgeKind::ends; });
+        std::sort(ending, row->edges.end(), [](const GraphEdge& a, const GraphEdge& b) { return a.from < b.from; });
+    }
+    return taken;
+}
+
+std::uint16_t GraphLanes::takeLeftmostFree()
+{
+    while (!m_free.empty()) {
+        std::pop_heap(m_free.begin(), m_free.end(), std::greater<>());
+        const std::uint16_t column = m_free.back();
+        m_free.pop_back();
+        if (column < m_targets.size() && m_targets[column] == free) {
+            m_targets[column] = held;
+            return column;
+        }
+    }
+    if (m_targets.size() >= graphNoColumn)
+        return graphNoColumn;
+    m_targets.push_back(held);
+    m_next.push_back(graphNoColumn);
+    m_widest = std::max(m_widest, static_cast<std::int32_t>(m_targets.size()));
+    return static_cast<std::uint16_t>(m_targets.size() - 1);
+}
+
+std::uint16_t GraphLanes::leftmostFor(std::uint32_t id) const
+{
+    std::uint16_t leftmost = graphNoColumn;
+    const auto found = m_firsts.find(id);
+    if (found == m_firsts.end())
+        return leftmost;
+    for (std::uint16_t column = found->second; column != graphNoColumn; column = m_next[column])
+        leftmost = std::min(leftmost, column);
+    return leftmost;
+}
+
+/// The column of the line to a parent; graphNoColumn when it gets none.
+std::uint16_t GraphLanes::reserveFor(const GraphNode::Parent& parent, bool first, std::uint16_t column)
+{
+    if (parent.above)
+        return graphNoColumn;
+    std::uint16_t lane = column;
+    if (!first || column == graphNoColumn) {
+        lane = leftmostFor(parent.id);
+        if (lane != graphNoColumn)
+            return lane;
+        lane = takeLeftmostFree();
+    }
+    if (lane != graphNoColumn)
+        reserve(lane, parent.id);
+    return lane;
+}
+
+void GraphLanes::reserve(std::uint16_t column, std::uint32_t id)
+{
+    m_targets[column] = id;
+    const auto [found, isNew] = m_firsts.try_emplace(id, column);
+    m_next[column] = isNew ? graphNoColumn : std::exchange(found->second, column);
+}
+
+void GraphLanes::release(std::uint16_t column)
+{
+    m_targets[column] = free;
+    m_free.push_back(column);
+    std::push_heap(m_free.begin(), m_free.end(), std::greater<>());
+}
