@@ -4,6 +4,7 @@
 
 #include <exception>
 #include <filesystem>
+#include <system_error>
 
 bool cmIsDirectory(cmROStringT path)
 try {
@@ -26,4 +27,11 @@ try {
     return true;
 } catch (const std::exception&) {
     return false;
+}
+
+cmStringT cmCurrentDirectory()
+{
+    std::error_code problem;
+    const std::filesystem::path directory = std::filesystem::current_path(problem);
+    return problem ? cmStringT() : cmPathText(directory);
 }

@@ -10,3 +10,5 @@ bool cmIsDirectory(cmROStringT path);
 bool cmRemoveFolder(cmROStringT path);
 /// The file of the running program, absolute. Any thread.
 cmStringT cmProgramPath();
+/// The process's current directory; null when it is gone. Any thread.
+cmStringT cmCurrentDirectory();

@@ -115,6 +115,14 @@ void cmStringT::reserve(std::size_t length)
     m_capacity = length;
 }
 
+cmROStringT cmTakeUntil(cmROStringT& text, char end)
+{
+    const std::size_t length = std::min(text.find(end), text.size());
+    const cmROStringT taken = text.substr(0, length);
+    text.remove_prefix(std::min(length + 1, text.size()));
+    return taken;
+}
+
 cmROStringT cmWithoutLineEnd(cmROStringT text)
 {
     if (text.ends_with('\n'))

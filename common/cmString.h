@@ -69,6 +69,8 @@ struct std::hash<cmStringT> {
     std::size_t operator()(const cmStringT& text) const noexcept { return std::hash<cmROStringT>()(text.view()); }
 };
 
+/// What stands before the first `end` in `text`, all when there is none; both are taken out of it.
+cmROStringT cmTakeUntil(cmROStringT& text, char end);
 /// `text` without one trailing line feed and then one trailing carriage return.
 cmROStringT cmWithoutLineEnd(cmROStringT text);
 /// `text` in which ASCII letters are lower case.

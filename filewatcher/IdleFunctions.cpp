@@ -4,13 +4,6 @@
 // The registered functions whose subsystems do not exist yet. They answer as a module in which nothing is
 // loaded and nothing could be started, and touch none of their arguments.
 
-std::int32_t gitGetBranchInfo(TXPSZ, TXPSZ)
-{
-    return statusNoGitModel;
-}
-
-void gitBranchClose() {}
-
 std::int32_t gitGetCommitInfo(TXPSZ, TXPSZ, TXPSZ, TXHREFVAR)
 {
     return statusNoGitModel;
@@ -21,39 +14,9 @@ std::int32_t gitGetHistoryInfo(TXPSZ, TXPSZ, TXHREFVAR, TXPSZ, std::int32_t, std
     return statusNoGitModel;
 }
 
-std::int32_t gitGetBranchInfoRunning()
-{
-    return 0;
-}
-
-std::int32_t gitFilterTree(TMStringConst, TXHREFVAR)
-{
-    return statusNoGitModel;
-}
-
 std::int32_t gitGetDiffInfo(TXPSZ, TXPSZ, TXHREFVAR, TXPSZ)
 {
     return statusNoGitModel;
-}
-
-std::int32_t gitGettingInfo()
-{
-    return 0;
-}
-
-TXPSZ gitGetBranchName(std::int32_t)
-{
-    return "Error";
-}
-
-TXPSZ gitGetBranchHash(std::int32_t)
-{
-    return "";
-}
-
-TXPSZ gitCurBranchEndHash()
-{
-    return "";
 }
 
 void recentFilesAdd(TXPSZ) {}

@@ -3,6 +3,7 @@
 #include "filewatcher/PerforceStatusThread.h"
 #include "filewatcher/RegisteredFunctions.h"
 #include "filewatcher/SVNStatusThread.h"
+#include "filewatcher/git/GitBrowser.h"
 
 void filewatcher_stop_async_work()
 {
@@ -10,4 +11,5 @@ void filewatcher_stop_async_work()
     GitStatusThread::stopInstance();
     SVNStatusThread::stopInstance();
     PerforceStatusThread::stopInstance();
+    stopGitBrowser();
 }

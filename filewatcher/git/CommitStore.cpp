@@ -36,7 +36,7 @@ void CommitStore::append(std::uint32_t id, const GitLogRecord& record)
                   subject.data(),
                   static_cast<std::uint32_t>(subject.size())};
     for (cmROStringT parents = record.parents; !parents.empty();) {
-        const std::uint32_t parent = intern(takeUntil(parents, ' '));
+        const std::uint32_t parent = intern(cmTakeUntil(parents, ' '));
         if (parent == none)
             continue;
         if (commit.firstParent == none) {

@@ -18,9 +18,6 @@ struct GitLogRecord {
     cmROStringT subject;  ///< all that is left
 };
 
-/// What stands before the first `end` in `text`, all when there is none; both are taken out of it.
-cmROStringT takeUntil(cmROStringT& text, char end);
-
 /// Takes the next record out of `batch`, in which each ends with the byte 1 and has its fields separated by NULs (hash,
 /// parents, time, e-mail, name, subject). Records with fewer fields are passed over. False when there is none left.
 bool takeGitLogRecord(cmROStringT& batch, GitLogRecord& record);
