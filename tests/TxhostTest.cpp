@@ -145,9 +145,9 @@ TEST(Txhost, CallsAFunctionWithVariables)
         arguments.insert(arguments.end(), wrong.begin(), wrong.end());
         EXPECT_EQ(txhost(arguments).exitCode, 2) << wrong.back();
     }
-    const ProgramResult failed = txhost({"call", "_GitGetBranchInfo", "/x", "git"});
+    const ProgramResult failed = txhost({"call", "_GitFilterTree", "x", "7"});
     EXPECT_EQ(failed.exitCode, 1);
-    EXPECT_EQ(failed.output, "-104399\n");
+    EXPECT_EQ(failed.output, "-104399\n7\n");
 }
 
 TEST(Txhost, ShowsTheDatesOfFiles)
