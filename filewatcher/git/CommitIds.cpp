@@ -1,11 +1,13 @@
 #include "filewatcher/git/CommitIds.h"
 
 #include <bit>
+#include <utility>
 
 namespace {
 
 constexpr std::size_t hashDigits = 40;
-constexpr std::size_t firstSlots = 1024;
+constexpr std::size_t parts = 256;
+constexpr std::size_t firstSlots = 16;  // in each
 
 /// Of one digit; -1 for what is none.
 int digitValue(char c)
@@ -51,27 +53,30 @@ cmStringT CommitHash::text() const
 
 void CommitIds::clear()
 {
-    m_hashes = cmArray<CommitHash>(1);
-    m_slots = cmArray<std::uint32_t>(firstSlots, none);
+    m_hashes.assign(1, {});
+    m_parts.assign(parts, Part{cmArray<std::uint32_t>(firstSlots, none)});
 }
 
 std::uint32_t CommitIds::intern(const CommitHash& hash)
 {
-    std::size_t slot = slotOf(hash);
-    if (m_slots[slot] != none)
-        return m_slots[slot];
-    if (m_hashes.size() > m_slots.size() / 3 * 2) {
-        grow();
-        slot = slotOf(hash);
+    Part& part = m_parts[partOf(hash.shortKey())];
+    std::size_t slot = slotOf(part, hash);
+    if (part.slots[slot] != none)
+        return part.slots[slot];
+    if (part.used >= part.slots.size() / 3 * 2) {
+        grow(part);
+        slot = slotOf(part, hash);
     }
-    m_slots[slot] = count();
+    ++part.used;
+    part.slots[slot] = count();
     m_hashes.push_back(hash);
-    return m_slots[slot];
+    return part.slots[slot];
 }
 
 std::uint32_t CommitIds::find(const CommitHash& hash) const
 {
-    return m_slots[slotOf(hash)];
+    const Part& part = m_parts[partOf(hash.shortKey())];
+    return part.slots[slotOf(part, hash)];
 }
 
 cmArray<std::uint32_t> CommitIds::findShort(cmROStringT digits) const
@@ -84,34 +89,34 @@ cmArray<std::uint32_t> CommitIds::findShort(cmROStringT digits) const
             return found;
         key = key << 4 | static_cast<std::uint32_t>(value);
     }
-    for (std::size_t slot = home(key); m_slots[slot] != none; slot = next(slot)) {
-        if (m_hashes[m_slots[slot]].shortKey() == key)
-            found.push_back(m_slots[slot]);
+    const Part& part = m_parts[partOf(key)];
+    for (std::size_t slot = home(part, key); part.slots[slot] != none; slot = next(part, slot)) {
+        if (m_hashes[part.slots[slot]].shortKey() == key)
+            found.push_back(part.slots[slot]);
     }
     return found;
 }
 
-std::size_t CommitIds::home(std::uint32_t shortKey) const
+std::size_t CommitIds::home(const Part& part, std::uint32_t shortKey)
 {
     constexpr std::uint32_t spread = 0x9E3779B1;
-    return shortKey * spread >> (32 - std::countr_zero(m_slots.size()));
+    return shortKey * spread >> (32 - std::countr_zero(part.slots.size()));
 }
 
-std::size_t CommitIds::slotOf(const CommitHash& hash) const
+std::size_t CommitIds::slotOf(const Part& part, const CommitHash& hash) const
 {
-    std::size_t slot = home(hash.shortKey());
-    while (m_slots[slot] != none && m_hashes[m_slots[slot]] != hash)
-        slot = next(slot);
+    std::size_t slot = home(part, hash.shortKey());
+    while (part.slots[slot] != none && m_hashes[part.slots[slot]] != hash)
+        slot = next(part, slot);
     return slot;
 }
 
-void CommitIds::grow()
+void CommitIds::grow(Part& part)
 {
-    m_slots = cmArray<std::uint32_t>(m_slots.size() * 2, none);
-    for (std::uint32_t id = workingCopy + 1; id < count(); ++id) {
-        std::size_t slot = home(m_hashes[id].shortKey());
-        while (m_slots[slot] != none)
-            slot = next(slot);
-        m_slots[slot] = id;
+    Part grown{cmArray<std::uint32_t>(part.slots.size() * 2, none), part.used};
+    for (const std::uint32_t id : part.slots) {
+        if (id != none)
+            grown.slots[slotOf(grown, m_hashes[id])] = id;
     }
+    part = std::move(grown);
 }

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 
 /// A hash in binary.
 struct CommitHash {
@@ -44,14 +45,20 @@ public:
     cmArray<std::uint32_t> findShort(cmROStringT digits) const;
 
 private:
-    std::size_t home(std::uint32_t shortKey) const;
-    std::size_t next(std::size_t slot) const { return (slot + 1) & (m_slots.size() - 1); }
-    /// Where the hash is, or where it would go.
-    std::size_t slotOf(const CommitHash& hash) const;
-    void grow();
+    /// One part of an open-addressing table, a power of two long. Where a hash goes depends on its first digits alone, so that
+    /// the same table finds it by those. Parts grow one by one: no call takes long.
+    struct Part {
+        cmArray<std::uint32_t> slots;
+        std::size_t used = 0;
+    };
 
-    cmArray<CommitHash> m_hashes;
-    // Open addressing, a power of two long. Where a hash goes depends on its first digits alone, so that the same table
-    // finds it by those.
-    cmArray<std::uint32_t> m_slots;
+    static std::size_t partOf(std::uint32_t shortKey) { return shortKey >> 20; }
+    static std::size_t home(const Part& part, std::uint32_t shortKey);
+    static std::size_t next(const Part& part, std::size_t slot) { return (slot + 1) & (part.slots.size() - 1); }
+    /// Where the hash is, or where it would go.
+    std::size_t slotOf(const Part& part, const CommitHash& hash) const;
+    void grow(Part& part);
+
+    std::deque<CommitHash> m_hashes;
+    cmArray<Part> m_parts;
 };

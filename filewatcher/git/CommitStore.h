@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <span>
 
 /// The commits of a log, by number in the order of coming, kept small: a commit takes some 130 bytes and its subject's
@@ -70,7 +71,7 @@ private:
 
     CommitIds m_ids;
     cmArray<std::uint32_t> m_numbers;  ///< by id
-    cmArray<Commit> m_commits;
+    std::deque<Commit> m_commits;      // it never moves them: no call takes long
     cmArray<std::uint32_t> m_otherParents;
     cmArray<Author> m_authors;
     cmDictionary<cmROStringT, std::uint32_t> m_authorNumbers;  ///< by name, NUL and e-mail
