@@ -10,7 +10,7 @@ class BrowserTree {
 public:
     explicit BrowserTree(VariableStore& variables) : m_variables(variables) {}
 
-    const cmArray<TreeRow>& rows() const { return m_rows; }
+    const std::deque<TreeRow>& rows() const { return m_rows; }
     void clear();
     /// Adds a row below that of `after` (0: as the first) and returns its node; 0 when there is no such node.
     std::int32_t add(std::int32_t after, const cmStringT& caption, std::int32_t flags, TXHVAR userData);
@@ -20,6 +20,6 @@ private:
     bool isNode(std::int32_t node) const;
 
     VariableStore& m_variables;
-    cmArray<TreeRow> m_rows;
-    cmArray<std::size_t> m_rowOfNode;  ///< at node - 1
+    std::deque<TreeRow> m_rows;
+    std::deque<std::size_t> m_rowOfNode;  ///< at node - 1
 };

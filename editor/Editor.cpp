@@ -147,7 +147,7 @@ void Editor::clearRecords(std::int32_t tool)
     m_parts->records.clear(tool);
 }
 
-const cmArray<TreeRow>& Editor::tree() const
+const std::deque<TreeRow>& Editor::tree() const
 {
     requireEditorThread(*m_parts, __func__);
     return m_parts->tree.rows();

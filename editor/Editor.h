@@ -7,6 +7,7 @@
 #include "txapi/txapi.h"
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -114,7 +115,7 @@ public:
     /// Any thread. Forgets all records that `tool` wrote, and those without a tool.
     void clearRecords(std::int32_t tool);
     /// The rows of the browser tree from the top; valid until the module changes it.
-    const cmArray<TreeRow>& tree() const;
+    const std::deque<TreeRow>& tree() const;
     /// Any thread. How many XML documents are open now; for leak checks, as the next.
     std::size_t openDocuments() const;
     /// How many variables there are now; elements of others are not counted.

@@ -19,7 +19,7 @@ TXHVAR VariableStore::create()
 {
     auto variable = std::make_unique<Variable>();
     const TXHVAR handle = handleOf(*variable);
-    m_owned.emplace(handle, std::move(variable));
+    m_owned.insert(handle, std::move(variable));
     return handle;
 }
 
@@ -48,11 +48,11 @@ TXHVAR VariableStore::copy(TXHVAR source)
 
 void VariableStore::destroy(TXHVAR handle)
 {
-    const auto found = m_owned.find(handle);
-    if (found == m_owned.end())
+    const std::unique_ptr<Variable>& variable = m_owned.find(handle);
+    if (!variable)
         return;
-    forget(*found->second);
-    m_owned.erase(found);
+    forget(*variable);
+    m_owned.erase(handle);
 }
 
 const VariableValue* VariableStore::value(TXHVAR handle) const
@@ -167,8 +167,7 @@ TXHVAR VariableStore::field(TXHVAR instance, const cmStringT& name)
 
 Variable* VariableStore::find(TXHVAR handle) const
 {
-    const auto found = m_byHandle.find(handle);
-    return found == m_byHandle.end() ? nullptr : found->second;
+    return m_byHandle.find(handle);
 }
 
 template <class Kind>
@@ -193,9 +192,9 @@ TXHVAR VariableStore::handleOf(Variable& variable)
     // Handles come back only after all others were used, so that a stale one is not taken for a new one.
     do
         m_lastHandle = m_lastHandle == std::numeric_limits<TXHVAR>::max() ? 1 : m_lastHandle + 1;
-    while (m_byHandle.contains(m_lastHandle));
+    while (m_byHandle.find(m_lastHandle));
     variable.handle = m_lastHandle;
-    m_byHandle.emplace(variable.handle, &variable);
+    m_byHandle.insert(variable.handle, &variable);
     return variable.handle;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/HandleTable.h"
 #include "editor/Variable.h"
 
 #include <cstddef>
@@ -24,7 +25,7 @@ public:
     void destroy(TXHVAR handle);
     bool isValid(TXHVAR handle) const { return find(handle) != nullptr; }
     /// How many variables stand for themselves now; elements are not counted.
-    std::size_t count() const { return m_owned.size(); }
+    std::size_t count() const { return m_owned.count(); }
 
     /// Null when the handle is invalid.
     const VariableValue* value(TXHVAR handle) const;
@@ -56,8 +57,8 @@ private:
     void forgetElements(Variable& variable);
     void forget(Variable& variable);
 
-    cmDictionary<TXHVAR, std::unique_ptr<Variable>> m_owned;
-    cmDictionary<TXHVAR, Variable*> m_byHandle;
+    HandleTable<std::unique_ptr<Variable>> m_owned;
+    HandleTable<Variable*> m_byHandle;
     cmDictionary<cmStringT, cmArray<cmStringT>> m_classes;
     TXHVAR m_lastHandle = 0;
 };

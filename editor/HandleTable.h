@@ -1,0 +1,61 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <utility>
+
+/// Pointers by handle. Handles are given in ascending order, so they are kept in pages; a page is there while one of its
+/// pointers is. No operation takes longer than filling a page, however many handles there are.
+template <class Pointer>
+class HandleTable {
+public:
+    std::size_t count() const { return m_count; }
+
+    /// Null when there is none.
+    const Pointer& find(std::int32_t handle) const
+    {
+        static const Pointer none{};
+        const Page* page = handle < 0 || pageOf(handle) >= m_pages.size() ? nullptr : m_pages[pageOf(handle)].get();
+        return page ? page->slots[slotOf(handle)] : none;
+    }
+
+    /// `handle`, 0 or more, has none yet; `pointer` is not null.
+    void insert(std::int32_t handle, Pointer pointer)
+    {
+        while (pageOf(handle) >= m_pages.size())
+            m_pages.emplace_back();
+        std::unique_ptr<Page>& page = m_pages[pageOf(handle)];
+        if (!page)
+            page = std::make_unique<Page>();
+        page->slots[slotOf(handle)] = std::move(pointer);
+        ++page->used;
+        ++m_count;
+    }
+
+    void erase(std::int32_t handle)
+    {
+        if (!find(handle))
+            return;
+        std::unique_ptr<Page>& page = m_pages[pageOf(handle)];
+        page->slots[slotOf(handle)] = Pointer{};
+        --m_count;
+        if (--page->used == 0)
+            page.reset();
+    }
+
+private:
+    static constexpr std::size_t pageSize = 4096;
+    struct Page {
+        std::array<Pointer, pageSize> slots{};
+        std::size_t used = 0;
+    };
+
+    static std::size_t pageOf(std::int32_t handle) { return static_cast<std::size_t>(handle) / pageSize; }
+    static std::size_t slotOf(std::int32_t handle) { return static_cast<std::size_t>(handle) % pageSize; }
+
+    std::deque<std::unique_ptr<Page>> m_pages;
+    std::size_t m_count = 0;
+};
