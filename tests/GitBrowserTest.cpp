@@ -313,7 +313,7 @@ TEST_F(GitBrowserTest, ClosesAndReplacesALoadAtAnyMoment)
             open({1});
         } else {
             call("filewatcher_stop_async_work", {});
-            EXPECT_EQ(threadCount(), threads);
+            EXPECT_TRUE(eventually([&] { return threadCount() == threads; }));
         }
     }
     editor.setProperty(152, cmStringT(""));
