@@ -42,6 +42,18 @@ cmROStringT cmWithoutTrailingSeparator(cmROStringT path, cmPathStyle style)
     return root ? path : path.substr(0, path.size() - 1);
 }
 
+cmROStringT cmDirectoryOf(cmROStringT path, cmPathStyle style)
+{
+    return cmWithoutTrailingSeparator(path.substr(0, path.size() - cmFileNameOf(path, style).size()), style);
+}
+
+cmROStringT cmFileNameOf(cmROStringT path, cmPathStyle style)
+{
+    const auto isSeparator = [style](char c) { return cmIsPathSeparator(c, style); };
+    const auto length = std::find_if(path.rbegin(), path.rend(), isSeparator) - path.rbegin();
+    return path.substr(path.size() - static_cast<std::size_t>(length));
+}
+
 bool cmIsAbsolutePath(cmROStringT path, cmPathStyle style)
 {
     if (style == cmPathStyle::posix)

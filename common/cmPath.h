@@ -18,6 +18,10 @@ bool cmIsPathSeparator(char c, cmPathStyle style = cmNativePathStyle);
 cmStringT cmNativeSeparators(cmROStringT path, cmPathStyle style = cmNativePathStyle);
 /// `path` without one trailing separator; a root ("/", "C:\") keeps its own.
 cmROStringT cmWithoutTrailingSeparator(cmROStringT path, cmPathStyle style = cmNativePathStyle);
+/// The directory part of `path`, up to its last separator and without it; a root keeps its own. Empty for a bare name.
+cmROStringT cmDirectoryOf(cmROStringT path, cmPathStyle style = cmNativePathStyle);
+/// What follows the last separator.
+cmROStringT cmFileNameOf(cmROStringT path, cmPathStyle style = cmNativePathStyle);
 /// From the root: "/a", "C:\a", "\\server\share".
 bool cmIsAbsolutePath(cmROStringT path, cmPathStyle style = cmNativePathStyle);
 /// `directory` and `name` with one separator between them.

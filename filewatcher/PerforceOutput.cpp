@@ -14,9 +14,7 @@ constexpr cmROStringT blanks = " \t";
 /// Takes the first line off `text`, without its end.
 cmROStringT takeLine(cmROStringT& text)
 {
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    cmROStringT line = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
+    cmROStringT line = cmTakeUntil(text, '\n');
     if (line.ends_with('\r'))
         line.remove_suffix(1);
     return line;

@@ -45,6 +45,17 @@ TEST(Path, JoinsAndTurnsSeparators)
     EXPECT_EQ(cmNativeSeparators("/a\\b", posix), "/a\\b");
 }
 
+TEST(Path, DividesIntoDirectoryAndName)
+{
+    EXPECT_EQ(cmDirectoryOf("/a/b", posix), "/a");
+    EXPECT_EQ(cmDirectoryOf("/a", posix), "/");
+    EXPECT_EQ(cmDirectoryOf("a", posix), "");
+    EXPECT_EQ(cmDirectoryOf("C:\\a", windows), "C:\\");
+    EXPECT_EQ(cmDirectoryOf("C:\\a/b", windows), "C:\\a");
+    EXPECT_EQ(cmFileNameOf("C:\\a/b", windows), "b");
+    EXPECT_EQ(cmFileNameOf("/a\\b", posix), "a\\b");
+}
+
 TEST(Path, KnowsAbsolutePaths)
 {
     for (const char* path : {"C:\\a", "c:/a", R"(\\server\share)"})
