@@ -4,21 +4,6 @@
 // The registered functions whose subsystems do not exist yet. They answer as a module in which nothing is
 // loaded and nothing could be started, and touch none of their arguments.
 
-std::int32_t gitGetCommitInfo(TXPSZ, TXPSZ, TXPSZ, TXHREFVAR)
-{
-    return statusNoGitModel;
-}
-
-std::int32_t gitGetHistoryInfo(TXPSZ, TXPSZ, TXHREFVAR, TXPSZ, std::int32_t, std::int32_t, std::int32_t)
-{
-    return statusNoGitModel;
-}
-
-std::int32_t gitGetDiffInfo(TXPSZ, TXPSZ, TXHREFVAR, TXPSZ)
-{
-    return statusNoGitModel;
-}
-
 void recentFilesAdd(TXPSZ) {}
 
 void recentFilesProcessPending() {}

@@ -43,11 +43,23 @@ std::int32_t getSlowReloadFiles(TXHREFVAR result);
 // Git browser.
 std::int32_t gitGetBranchInfo(TXPSZ repository, TXPSZ git);
 void gitBranchClose();
+/// Fills the hash table `result` with what is known of a commit: of the keys "hash", "parentHash", "otherParents", "authorName",
+/// "authorEmail", "committerDate", "comment", "longComment", "modifiedFiles" and "stagedFiles" those that it holds; none when
+/// the branches model has no such commit. Returns the status of the git command; -2173. Waits for git.
 std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR result);
+/// Fills the array `result` with the revisions of a file as instances of the editor's class "SVCHistoryInfo", linked by their
+/// index fields as children of element 0. `revision` (may be empty) is where the history begins, `newestOnly` shows one,
+/// `follow` goes on beyond renames, `workingFile` puts an entry for the working file in front. Returns the status of the
+/// git commands; -1 for a revision that begins with a dash. Waits for git.
 std::int32_t gitGetHistoryInfo(TXPSZ file, TXPSZ git, TXHREFVAR result, TXPSZ revision, std::int32_t newestOnly,
                                std::int32_t follow, std::int32_t workingFile);
 std::int32_t gitGetBranchInfoRunning();
 std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR tree);
+/// Without a revision adds to the hash table `result`, at the key `repository`, a table of two arrays: "local", the files that
+/// differ from the index, and "staged", those in it that differ from HEAD. With a revision adds for every file that differs,
+/// at its full path, a table whose "hunks" are tables of "oldStart", "oldCount", "newStart", "newCount" and "lines", each
+/// line behind its + - blank or backslash. Returns the status of the last git command; -1 when nothing differs from the
+/// revision or it begins with a dash; -2173. Waits for git.
 std::int32_t gitGetDiffInfo(TXPSZ repository, TXPSZ git, TXHREFVAR result, TXPSZ revision);
 std::int32_t gitGettingInfo();
 TXPSZ gitGetBranchName(std::int32_t number);

@@ -140,6 +140,10 @@ TEST(ModuleLibrary, ImportsTheEditorsNumberedServicesByTheirOrdinals)
                                            "txTreeRowCount",
                                            "txTreeSetDate",
                                            "txTreeSetModel",
+                                           "txFindPicture",
+                                           "txHvarField",
+                                           "txHvarInitInstance",
+                                           "txHvarSetString",
                                            "txXMLCFGGetAttributeCMString"}));
     imports.erase("txapi.dll");
     Names libraries;

@@ -12,7 +12,12 @@ cmStringT quotedGit(cmROStringT gitExePath)
 std::int32_t runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory, const CaptureControl& control,
                            const std::function<void(cmROStringT)>& sink)
 {
-    const CaptureResult result = captureCommand(commandLine, spawnScannedCommand, workingDirectory, control, sink);
+    bool wrote = false;
+    const auto note = [&wrote, &sink](cmROStringT bytes) {
+        wrote = true;
+        sink(bytes);
+    };
+    const CaptureResult result = captureCommand(commandLine, spawnScannedCommand, workingDirectory, control, note);
     for (const cmStringT& problem : {result.failure, result.errorOutput}) {
         if (!problem.isEmpty())
             debugLog("runGitCommand", __LINE__, problem);
@@ -21,5 +26,7 @@ std::int32_t runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory
         return result.status;
     if (result.stopped)
         return statusStopRequested;
-    return result.errorOutput.view().starts_with("fatal:") ? statusGitFailed : 0;
+    // An error alone may be one file's trouble; without any output it is the command's. git says it before some fatal ones, too.
+    const cmROStringT error = result.errorOutput;
+    return error.starts_with("fatal:") || (!wrote && error.starts_with("error:")) ? statusGitFailed : 0;
 }

@@ -10,6 +10,7 @@
 cmStringT quotedGit(cmROStringT gitExePath);
 
 /// Runs one git command of the browser and hands its output to `sink`. 0; statusStopRequested; statusGitFailed when git called
-/// it a fatal error; or why it could not be started. Blocks the calling thread, any one, until git ends or a stop is seen.
+/// it a fatal error, or told an error and nothing else; or why it could not be started. Blocks the calling thread, any one, until
+/// git ends or a stop is seen.
 std::int32_t runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory, const CaptureControl& control,
                            const std::function<void(cmROStringT)>& sink);

@@ -1,0 +1,93 @@
+#include "filewatcher/git/GitCommitText.h"
+#include "filewatcher/git/GitDiff.h"
+#include "filewatcher/git/GitHistory.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using Texts = cmArray<cmStringT>;
+using namespace std::string_literals;
+
+/// A diff as text: each file's path in brackets, then its hunks as the four numbers and the lines, each behind a bar.
+std::string shown(cmROStringT diff)
+{
+    std::string text;
+    for (const GitDiffFile& file : parseGitDiff(diff)) {
+        text += "[" + std::string(file.path.view()) + "]";
+        for (const GitDiffHunk& hunk : file.hunks) {
+            for (const std::int32_t number : {hunk.oldStart, hunk.oldCount, hunk.newStart, hunk.newCount})
+                text += std::to_string(number) + " ";
+            for (const cmStringT& line : hunk.lines)
+                text += "|" + std::string(line.view());
+        }
+    }
+    return text;
+}
+
+TEST(GitDiff, TellsFilesByTheirHeadersAndHunksByTheirCounts)
+{
+    EXPECT_EQ(shown("diff --git a/f b/f\nindex 1..2 100644\n--- a/f\n+++ b/f\n@@ -1,2 +1,2 @@ int f()\n--- a/x\n+++ b/y\n \n"
+                    "@@ -9 +9,0 @@\n-z\r\n\\ No newline at end of file\ndiff --git a/sub/g b/sub/g\n--- a/sub/g\n+++ b/sub/g\n"
+                    "@@ -0,0 +1 @@\n+1\n"),
+              "[f]1 2 1 2 |--- a/x|+++ b/y| 9 1 9 0 |-z\r|\\ No newline at end of file[sub/g]0 0 1 1 |+1");
+}
+
+TEST(GitDiff, KnowsEveryKindOfChange)
+{
+    EXPECT_EQ(shown("diff --git a/new b/new\nnew file mode 100644\nindex 0..1\n--- /dev/null\n+++ b/new\n@@ -0,0 +1 @@\n+n\n"),
+              "[new]0 0 1 1 |+n");
+    EXPECT_EQ(shown("diff --git a/old b/old\ndeleted file mode 100644\n--- a/old\n+++ /dev/null\n@@ -1 +0,0 @@\n-o\n"),
+              "[old]1 1 0 0 |-o");
+    EXPECT_EQ(shown("diff --git a/o b/n\nsimilarity index 100%\nrename from o\nrename to n\n"), "[n]");
+    EXPECT_EQ(shown("diff --git a/bin b/bin\nindex 1..2\nBinary files a/bin and b/bin differ\n"), "[bin]");
+    EXPECT_EQ(shown("diff --git a/a b b/a b\nold mode 100755\nnew mode 100644\n"), "[a b]");
+    EXPECT_EQ(shown("diff --git a/a b b/a b\n--- a/a b\t\n+++ b/a b\t\n@@ -1 +1 @@\n-1\n+2\n"), "[a b]1 1 1 1 |-1|+2");
+    EXPECT_EQ(shown(R"(diff --git "a/q\"\303\274" "b/q\"\303\274")"), "[q\"\xC3\xBC]");
+    EXPECT_EQ(shown("diff --git a/t b/t\ndeleted file mode 100644\n--- a/t\n+++ /dev/null\n@@ -1 +0,0 @@\n-f\n"
+                    "diff --git a/t b/t\nnew file mode 120000\n--- /dev/null\n+++ b/t\n@@ -0,0 +1 @@\n+l\n"),
+              "[t]1 1 0 0 |-f0 0 1 1 |+l");
+}
+
+TEST(GitDiff, SurvivesWhatIsCutOrForeign)
+{
+    EXPECT_EQ(shown(""), "");
+    EXPECT_EQ(shown("diff --git \"a\n--- a\n+++ \n@@ -1 +1 @@\n"), "");
+    EXPECT_EQ(shown("@@ -1 +1 @@\n-lost\n* Unmerged path x\n"), "");
+    EXPECT_EQ(shown("diff --git a/f b/f\n--- a/f\n+++ b/f\n@@ -1,9 +1,9 @@\n a\n\n"), "[f]1 9 1 9 | a| ");
+    EXPECT_EQ(
+        shown("diff --git a/f b/f\n--- a/f\n+++ b/f\n@@ -99999999999 +1 @@\n-a\n@@ -1,x +1 @@\ndiff --cc g\n@@@ -1 -1 +1 @@@\n"),
+        "[f]");
+}
+
+TEST(GitHistory, GivesEveryRecordItsOwnMessageAndFiles)
+{
+    const std::string output = "aaaaaaaaa\0p1 p2 p3\0"s + "86400\0a@b\0Ada\0merge\0merge\n\x01\n"s + "bbbbbbbbb\0\0"s
+                               + "1\0\0B \x01 B\0odd\0odd \x01\n\ncccccccc\n\x01\nf\n\"q\\\"\"\n\n"s + "ddd\0p\0"s
+                               + "1\0e\0n\0s\0cut"s;
+    const cmArray<GitHistoryRecord> records = parseGitHistory(output);
+    ASSERT_EQ(records.size(), 2u);
+    EXPECT_EQ(records[0].commit.hash, "aaaaaaaaa");
+    EXPECT_EQ(records[0].commit.firstParent, "p1");
+    EXPECT_EQ(records[0].commit.otherParents, (Texts{"p2", "p3"}));
+    EXPECT_EQ(records[0].commit.message, "merge\n");
+    EXPECT_TRUE(records[0].files.empty());
+    EXPECT_EQ(records[1].commit.hash, "bbbbbbbbb");
+    EXPECT_EQ(records[1].commit.firstParent, "");
+    EXPECT_EQ(records[1].commit.authorName, "B \x01 B");
+    EXPECT_EQ(records[1].commit.message, "odd \x01\n\ncccccccc\n");
+    EXPECT_EQ(records[1].files, (Texts{"f", "q\""}));
+    EXPECT_TRUE(parseGitHistory("").empty());
+}
+
+TEST(GitCommitText, TellsFilesFromTheRepeatedMessageOfAMerge)
+{
+    const GitCommitText merge = parseGitCommitText("s\n\nother\n\n\0\ns\n\ns\n\nother\n\n\0\ng\nother\n"s);
+    EXPECT_EQ(merge.message, (Texts{"s", "", "other", ""}));
+    EXPECT_EQ(merge.files, (Texts{"s", "g", "other"}));
+    EXPECT_TRUE(parseGitCommitText("\n\0"s).files.empty());
+}
+
+}  // namespace
