@@ -145,9 +145,9 @@ TEST(Txhost, CallsAFunctionWithVariables)
         arguments.insert(arguments.end(), wrong.begin(), wrong.end());
         EXPECT_EQ(txhost(arguments).exitCode, 2) << wrong.back();
     }
-    const ProgramResult failed = txhost({"call", "_GitFilterTree", "x", "7"});
+    const ProgramResult failed = txhost({"call", "_GitFilterTree", "x", "[]"});
     EXPECT_EQ(failed.exitCode, 1);
-    EXPECT_EQ(failed.output, "-104399\n7\n");
+    EXPECT_EQ(failed.output, "-104399\nnull\n");
 }
 
 TEST(Txhost, ShowsTheDatesOfFiles)
@@ -159,6 +159,49 @@ TEST(Txhost, ShowsTheDatesOfFiles)
     EXPECT_EQ(lines[0], (Json{{"path", text(folder / "a")}, {"time", lines[0]["time"]}, {"readOnly", false}}));
     EXPECT_GT(lines[0]["time"], 130'000'000'000'000'000);
     EXPECT_EQ(lines[1]["time"], 0);
+}
+
+TEST(Txhost, ShowsHistoryAndWhatDiffers)
+{
+    const TempFolder folder;
+    const fs::path top = folder / "repo";
+    makeRepository(top, {"a b"});
+    git(top, {"mv", "a b", "c"});
+    git(top, {"commit", "--quiet", "--message", "rename\n\nwhy"});
+    writeFile(top / "c", "one\ntwo\n");
+    const ProgramResult history = txhost({"history", text(top / "c"), "--follow", "--working", "--json"});
+    const std::vector<Json> lines = jsonLines(history.output);
+    ASSERT_EQ(lines.size(), 3u) << history.error;
+    EXPECT_EQ(lines[0]["revision"], "Working file");
+    EXPECT_EQ(lines[1]["files"], Json({"c"}));
+    EXPECT_EQ(lines[2]["files"], Json({"a b"}));
+    EXPECT_NE(txhost({"history", text(top / "c"), "--follow"}).output.find("Ada  files  (as a b)\n"), std::string::npos);
+
+    const Json changed{{"local", {"c"}}, {"staged", Json::array()}};
+    EXPECT_EQ(jsonLines(txhost({"diff", text(top), "--json"}).output), std::vector<Json>(1, Json{{text(top), changed}}));
+    EXPECT_EQ(txhost({"diff", text(top), "HEAD"}).output, text(top / "c") + "\n@@ -1,1 +1,2 @@\n one\n+two\n");
+    const ProgramResult outside = txhost({"diff", text(folder.path()), "--json"});
+    EXPECT_EQ(outside.exitCode, 1);
+    EXPECT_EQ(jsonLines(outside.output).at(0)["status"], -1);
+}
+
+TEST(Txhost, ShowsACommit)
+{
+    const TempFolder folder;
+    const fs::path top = folder / "repo";
+    makeRepository(top, {"a"});
+    git(top, {"checkout", "--quiet", "-b", "side"});
+    commitFiles(top, {"b c"});
+    git(top, {"checkout", "--quiet", "main"});
+    commitFiles(top, {"d"});
+    git(top, {"merge", "--quiet", "--no-ff", "--message", "join\n\nb c", "side"});
+    const Json merge = jsonLines(txhost({"show", text(top), "main", "--json"}).output).at(0);
+    EXPECT_EQ(merge["hash"].get<std::string>() + "\n", git(top, {"rev-parse", "HEAD"}));
+    EXPECT_EQ(merge["otherParents"], Json({git(top, {"rev-parse", "side"}).substr(0, 40)}));
+    EXPECT_EQ(merge["longComment"], Json({"join", "", "b c", ""}));
+    EXPECT_EQ(merge["modifiedFiles"], Json({"b c", "d"}));
+    EXPECT_EQ(merge["comment"], "join");
+    EXPECT_EQ(txhost({"show", text(top), "nonsense"}).exitCode, 1);
 }
 
 TEST(Txhost, WatchesForChanges)

@@ -17,5 +17,11 @@ int runCall(const HostOptions& options, const std::string& name, const std::vect
 int runStatus(const HostOptions& options, const std::vector<std::string>& directories);
 /// The dates of files, as the editor's reload check sees them.
 int runReload(const HostOptions& options, const std::vector<std::string>& files);
+/// The revisions of a file in Git.
+int runHistory(const HostOptions& options, const std::string& file);
+/// One commit of a Git repository.
+int runShow(const HostOptions& options, const std::string& repository);
+/// What differs in a Git working copy: from the index and the last commit, or from a revision.
+int runDiff(const HostOptions& options, const std::string& repository);
 /// Status passes over the directories at the update interval, until Ctrl-C.
 int runWatch(const HostOptions& options, const std::vector<std::string>& directories);

@@ -31,6 +31,7 @@ cmStringT timeOfDay();
 inline constexpr int red = 31;
 inline constexpr int green = 32;
 inline constexpr int yellow = 33;
+inline constexpr int cyan = 36;
 inline constexpr int grey = 90;
 
 }  // namespace console

@@ -44,6 +44,9 @@ Host::Host(const HostOptions& options) : m_options(options)
         m_editor.setSetting(cmStringT(cmCat("def_") + tool + "_show_file_status"), 1);
     }
     m_editor.setSetting("def_vc_max_status_output_size", options.maxStatusOutput);
+    m_editor.defineClass("SVCHistoryInfo", {"revision", "author", "date", "comment", "affectedFilesDetails", "picIndex",
+                                            "lsibIndex", "rsibIndex", "firstChildIndex", "parentIndex", "expandable", "hidden",
+                                            "revisionCaption", "tagNames", "changelist", "curVersionFilename"});
     m_editor.defineMacro("_GitGetExePath", [this] { return m_programs[gitTool.number]; });
     m_editor.defineMacro("_SVNGetExePath", [this] { return m_programs[svnTool.number]; });
     m_editor.defineMacro("_PerforceGetExePath", [this] { return m_programs[p4Tool.number]; });
@@ -85,7 +88,7 @@ std::int32_t Host::call(cmROStringT name, const cmArray<CallArgument>& arguments
 cmStringT meaningOfStatus(std::int32_t status)
 {
     switch (status) {
-    case -1: return "the pass failed (--debug tells why)";
+    case -1: return "the tool could not answer, or had nothing to tell (--debug tells why)";
     case -2: return "the editor names no executable for the tool";
     case -2173: return "this edition of the editor lacks the feature";
     case -6657: return "the tool wrote more than the limit (--max-output); its file status is switched off";

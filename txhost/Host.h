@@ -20,6 +20,10 @@ struct HostOptions {
     std::string tool;      ///< the tool that every directory belongs to; empty: found out
     bool updates = false;  ///< show what is newer in the repository
     int intervalSeconds = 2;
+    std::string revision;                    ///< where a history begins, or what is compared; empty: the newest, the working copy
+    bool newest = false;                     ///< of a history the newest revision alone
+    bool follow = false;                     ///< beyond renames
+    bool working = false;                    ///< with an entry for the working file
     int budgetMs = 1000;                     ///< how long a reload check may take
     int maxStatusOutput = 64 * 1024 * 1024;  ///< bytes that one run of a tool may write
 };

@@ -61,7 +61,7 @@ public:
             m_app.parse(guardedWords(words));
             for (std::string& word : m_words)
                 removeGuard(word);
-            for (std::string* word : {&m_name, &m_options.git, &m_options.svn, &m_options.p4})
+            for (std::string* word : {&m_name, &m_options.git, &m_options.svn, &m_options.p4, &m_options.revision})
                 removeGuard(*word);
         } catch (const CLI::ParseError& error) {
             return m_app.exit(error) == 0 ? 0 : exitUsage;
@@ -97,9 +97,31 @@ private:
         reload->add_option("--budget", m_options.budgetMs, "Milliseconds that it may take; half of it makes a file slow")
             ->check(CLI::Range(0, 3600000));
 
+        addGitQueries();
+
         CLI::App* watch = command("watch", "Show status changes until Ctrl-C", [this] { return runWatch(m_options, m_words); });
         addWorkingCopies(watch);
         watch->add_option("--interval", m_options.intervalSeconds, "Seconds between two looks")->check(CLI::Range(1, 86400));
+    }
+
+    void addGitQueries()
+    {
+        CLI::App* history =
+            command("history", "Show the revisions of a file in Git", [this] { return runHistory(m_options, m_name); });
+        history->add_option("FILE", m_name, "The file")->required();
+        history->add_option("--rev", m_options.revision, "Where it begins")->type_name("REV");
+        history->add_flag("--newest", m_options.newest, "The newest revision alone");
+        history->add_flag("--follow", m_options.follow, "Go on beyond renames");
+        history->add_flag("--working", m_options.working, "Begin with the working file");
+
+        CLI::App* show = command("show", "Show a commit of a Git repository", [this] { return runShow(m_options, m_name); });
+        show->add_option("REPO", m_name, "The repository")->required();
+        show->add_option("HASH", m_options.revision, "The commit")->required();
+
+        CLI::App* diff =
+            command("diff", "Show what differs in a Git working copy", [this] { return runDiff(m_options, m_name); });
+        diff->add_option("REPO", m_name, "The repository")->required();
+        diff->add_option("REV", m_options.revision, "A revision, instead of the index and the last commit");
     }
 
     void addWorkingCopies(CLI::App* command)

@@ -1,0 +1,85 @@
+#include "common/cmStringCatHelper.h"
+#include "txhost/Commands.h"
+#include "txhost/Console.h"
+#include "txhost/JsonText.h"
+#include "txhost/StatusPoll.h"
+
+#include <string>
+
+namespace {
+
+/// A list that the module left empty is no array to the editor.
+void makeListsArrays(Json& table)
+{
+    for (Json& entry : table) {
+        for (Json& list : entry) {
+            if (!list.is_array())
+                list = Json::array();
+        }
+    }
+}
+
+void printChangedFiles(const Json& entry)
+{
+    for (const Json& name : entry.at("local"))
+        console::printLine(
+            cmStringT(cmCat(console::coloured(console::yellow, "local   ")) + console::printable(name.get<std::string>())));
+    for (const Json& name : entry.at("staged"))
+        console::printLine(
+            cmStringT(cmCat(console::coloured(console::green, "staged  ")) + console::printable(name.get<std::string>())));
+}
+
+cmStringT rangesOf(const Json& hunk)
+{
+    const auto number = [&hunk](const char* name) { return std::to_string(hunk.at(name).get<std::int64_t>()); };
+    return cmCat("@@ -") + number("oldStart") + "," + number("oldCount") + " +" + number("newStart") + "," + number("newCount")
+           + " @@";
+}
+
+cmStringT colouredLine(cmROStringT line)
+{
+    const char kind = line.empty() ? ' ' : line.front();
+    if (kind == ' ')
+        return console::printable(line);
+    const int colour = kind == '+' ? console::green : kind == '-' ? console::red : console::grey;
+    return console::coloured(colour, console::printable(line));
+}
+
+void printFile(const std::string& path, const Json& entry)
+{
+    console::printLine(console::coloured(console::yellow, console::printable(path)));
+    for (const Json& hunk : entry.at("hunks")) {
+        console::printLine(console::coloured(console::cyan, rangesOf(hunk)));
+        for (const Json& line : hunk.at("lines"))
+            console::printLine(colouredLine(line.get<std::string>()));
+    }
+}
+
+}  // namespace
+
+int runDiff(const HostOptions& options, const std::string& repository)
+{
+    const cmStringT path = watchedDirectories({repository}, gitTool.name).front().path;
+    Host host(options);
+    host.requireTool(gitTool);
+    const TXHVAR variable = txHvarAlloc();
+    const std::int32_t status =
+        host.call("_GitGetDiffInfo", {path, host.gitPath(), CallArgument::variable(variable), cmStringT(options.revision)});
+    if (status != 0) {
+        printFailure(path, {gitTool.name, status}, options.json);
+        return 1;
+    }
+    Json table = jsonOfVariable(*host.editor().value(variable));
+    makeListsArrays(table);
+    if (options.json) {
+        console::printLine(jsonText(table));
+        return 0;
+    }
+    for (const auto& [name, entry] : table.items()) {
+        if (options.revision.empty())
+            printChangedFiles(entry);
+        else
+            printFile(name, entry);
+    }
+    return 0;
+}

@@ -1,0 +1,106 @@
+#include "common/cmPath.h"
+#include "common/cmStringCatHelper.h"
+#include "common/cmSystemPath.h"
+#include "txhost/Commands.h"
+#include "txhost/Console.h"
+#include "txhost/JsonText.h"
+#include "txhost/StatusPoll.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+
+namespace {
+
+constexpr const char* missing = "(null)";  // how the module writes what there is not
+
+std::string field(const Json& entry, const char* name)
+{
+    const std::string text = entry.at(name).get<std::string>();
+    return text == missing ? std::string() : text;
+}
+
+Json filesOf(const Json& entry)
+{
+    Json files = Json::array();
+    const std::string list = field(entry, "affectedFilesDetails");
+    for (cmROStringT rest = list; !rest.empty();)
+        files.push_back(jsonString(cmTakeUntil(rest, '\n')));
+    return files;
+}
+
+/// How many columns UTF-8 text takes, if each of its characters takes one.
+std::size_t columns(const std::string& text)
+{
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+}
+
+std::string padded(std::string text, std::size_t width)
+{
+    const std::size_t length = columns(text);
+    return text.append(std::max(width, length) - length, ' ');
+}
+
+/// The entries of the tree below its root, in order.
+cmArray<Json> childrenOf(const Json& tree)
+{
+    cmArray<Json> children;
+    for (auto index = tree.at(0).at("firstChildIndex").get<std::int64_t>(); index > 0;
+         index = children.back().at("rsibIndex").get<std::int64_t>())
+        children.push_back(tree.at(static_cast<std::size_t>(index)));
+    return children;
+}
+
+void printJson(const Json& entry)
+{
+    console::printLine(jsonText({{"revision", field(entry, "revision")},
+                                 {"author", field(entry, "author")},
+                                 {"date", field(entry, "date")},
+                                 {"comment", field(entry, "comment")},
+                                 {"files", filesOf(entry)}}));
+}
+
+void printPlain(const Json& entry, std::size_t authorWidth, const std::string& name)
+{
+    constexpr std::size_t captionWidth = 7;
+    constexpr std::size_t dateWidth = 19;
+    const std::string comment = field(entry, "comment");
+    cmROStringT lines = comment;
+    cmStringT line = cmCat(console::coloured(console::yellow, padded(field(entry, "revisionCaption"), captionWidth))) + "  "
+                     + console::coloured(console::grey, padded(field(entry, "date"), dateWidth)) + "  "
+                     + console::printable(padded(field(entry, "author"), authorWidth)) + "  "
+                     + console::printable(cmTakeUntil(lines, '\n'));
+    if (const std::string then = field(entry, "curVersionFilename"); then != name)
+        line += console::coloured(console::grey, cmStringT(cmCat("  (as ") + console::printable(then) + ")"));
+    console::printLine(line);
+}
+
+}  // namespace
+
+int runHistory(const HostOptions& options, const std::string& file)
+{
+    Host host(options);
+    host.requireTool(gitTool);
+    std::error_code error;
+    const cmStringT whole = cmPathText(std::filesystem::absolute(cmSystemPath(file), error).lexically_normal());
+    const cmStringT path(cmWithoutTrailingSeparator(whole));
+    const TXHVAR tree = txHvarAlloc();
+    const std::int32_t status =
+        host.call("_GitGetHistoryInfo", {path, host.gitPath(), CallArgument::variable(tree), cmStringT(options.revision),
+                                         options.newest ? 1 : 0, options.follow ? 1 : 0, options.working ? 1 : 0});
+    if (status != 0) {
+        printFailure(path, {gitTool.name, status}, options.json);
+        return 1;
+    }
+    const cmArray<Json> entries = childrenOf(jsonOfVariable(*host.editor().value(tree)));
+    std::size_t authorWidth = 0;
+    for (const Json& entry : entries)
+        authorWidth = std::max(authorWidth, columns(field(entry, "author")));
+    for (const Json& entry : entries) {
+        if (options.json)
+            printJson(entry);
+        else
+            printPlain(entry, authorWidth, field(entries.front(), "curVersionFilename"));
+    }
+    return 0;
+}

@@ -1,0 +1,106 @@
+#include "common/CommandLine.h"
+#include "common/CommandRunner.h"
+#include "common/cmStringCatHelper.h"
+#include "txhost/Commands.h"
+#include "txhost/Console.h"
+#include "txhost/JsonText.h"
+#include "txhost/StatusPoll.h"
+
+#include <string>
+
+namespace {
+
+constexpr const char* texts[] = {"hash", "parentHash", "authorName", "authorEmail", "committerDate", "comment"};
+constexpr const char* lists[] = {"otherParents", "longComment", "modifiedFiles", "stagedFiles"};
+
+/// The whole hash of the commit that `revision` names. Throws HostError when there is none.
+cmStringT wholeHash(const Host& host, cmROStringT repository, cmROStringT revision)
+{
+    const cmStringT commit = cmCat(revision) + "^{commit}";
+    cmStringT output("");
+    runCommandCapture(
+        cmStringT(cmCat("\"") + host.gitPath() + "\" rev-parse --verify --quiet --end-of-options " + quoteArgument(commit)),
+        output, repository);
+    for (cmROStringT lines = output; !lines.empty();) {
+        const cmROStringT line = cmTakeUntil(lines, '\n');
+        if (!line.starts_with('-'))
+            return line;
+    }
+    throw HostError("no such commit: " + std::string(revision));
+}
+
+/// Lets the module load the branches with this one commit and waits for it; the status of the load.
+std::int32_t loadCommit(Host& host, const cmStringT& repository, const cmStringT& hash)
+{
+    const cmStringT restriction = cmCat("--max-count=1 ") + quoteArgument(hash);
+    const std::int32_t status = host.call("_GitGetBranchInfo", {repository, host.gitPath(), 0, restriction});
+    const auto loaded = [&host] { return console::wasInterrupted() || host.call("_GitGetBranchInfoRunning", {}) == 0; };
+    if (status == 0 && !host.editor().runUntil(loaded, -1))
+        return status;
+    if (console::wasInterrupted())
+        throw HostError("interrupted");
+    return status;
+}
+
+/// A list of the table; one that the module left empty is no array to the editor.
+const Json& listOf(const Json& table, const char* key)
+{
+    static const Json none = Json::array();
+    const Json& list = table.at(key);
+    return list.is_array() ? list : none;
+}
+
+void printPlain(const Json& table)
+{
+    const auto text = [&table](const char* key) {
+        const Json& value = table.at(key);
+        return console::printable(value.is_string() ? value.get<std::string>() : std::string());
+    };
+    const auto printNamed = [](cmROStringT name, const cmStringT& value) {
+        if (!value.isEmpty())
+            console::printLine(cmStringT(cmCat(console::coloured(console::grey, name)) + value));
+    };
+    printNamed("commit  ", console::coloured(console::yellow, text("hash")));
+    printNamed("parent  ", text("parentHash"));
+    for (const Json& hash : listOf(table, "otherParents"))
+        printNamed("parent  ", console::printable(hash.get<std::string>()));
+    printNamed("author  ", cmStringT(cmCat(text("authorName")) + " <" + text("authorEmail") + ">"));
+    printNamed("date    ", text("committerDate"));
+    for (const Json& line : listOf(table, "longComment"))
+        console::printLine(cmStringT(cmCat("    ") + console::printable(line.get<std::string>())));
+    for (const Json& name : listOf(table, "modifiedFiles"))
+        printNamed("file    ", console::printable(name.get<std::string>()));
+}
+
+}  // namespace
+
+int runShow(const HostOptions& options, const std::string& repository)
+{
+    const cmStringT path = watchedDirectories({repository}, gitTool.name).front().path;
+    console::catchInterrupts();
+    Host host(options);
+    host.requireTool(gitTool);
+    const cmStringT hash = wholeHash(host, path, options.revision);
+    const TXHVAR variable = txHvarAlloc();
+    for (const char* key : texts)
+        txHvarSetString(txHvarHashElement(variable, key, txCreateMissing), "");
+    for (const char* key : lists)
+        txHvarHashElement(variable, key, txCreateMissing);
+    std::int32_t status = loadCommit(host, path, hash);
+    if (status == 0)
+        status = host.call("_GitGetCommitInfo", {host.gitPath(), path, hash, CallArgument::variable(variable)});
+    if (status != 0) {
+        printFailure(path, {gitTool.name, status}, options.json);
+        return 1;
+    }
+    Json table = jsonOfVariable(*host.editor().value(variable));
+    if (table.at("hash") == "")
+        throw HostError("the module has not loaded the commit " + std::string(hash.view()));
+    for (const char* key : lists)
+        table[key] = listOf(table, key);
+    if (options.json)
+        console::printLine(jsonText(table));
+    else
+        printPlain(table);
+    return 0;
+}
