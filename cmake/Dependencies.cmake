@@ -1,10 +1,13 @@
-# The libraries that we use, as targets: CLI11::CLI11, nlohmann_json::nlohmann_json, pugixml::pugixml, GTest::gtest_main.
+# The libraries that we use, as targets: CLI11::CLI11, nlohmann_json::nlohmann_json, pugixml::pugixml, GTest::gtest_main,
+# and, for this system only, PkgConfig::GLib.
 # Here they are the system's. For another system they are built from Debian's sources, and of /usr/include only the two
 # header-only ones may be seen.
 if(NOT CMAKE_CROSSCOMPILING)
   find_package(CLI11 REQUIRED)
   find_package(nlohmann_json REQUIRED)
   find_package(pugixml REQUIRED)
+  find_package(PkgConfig REQUIRED)
+  pkg_check_modules(GLib REQUIRED IMPORTED_TARGET glib-2.0)
   if(FILEWATCHER_TESTS)
     find_package(GTest REQUIRED)
   endif()

@@ -1,5 +1,6 @@
 #include "common/cmFile.h"
 
+#include "common/cmPath.h"
 #include "common/cmSystemPath.h"
 
 #include <exception>
@@ -11,6 +12,25 @@ try {
     return std::filesystem::is_directory(cmSystemPath(path));
 } catch (const std::exception&) {
     return false;  // no name that the system could have
+}
+
+bool cmMakeFolderBelow(cmROStringT root, cmROStringT relative)
+try {
+    namespace fs = std::filesystem;
+    fs::path folder = cmSystemPath(root);
+    fs::create_directories(folder);
+    const cmStringT realRoot = cmRealPath(root);
+    for (const fs::path& name : cmSystemPath(relative)) {
+        folder /= name;
+        if (fs::create_directory(folder))
+            fs::permissions(folder, fs::perms::group_write | fs::perms::others_write, fs::perm_options::remove);
+        cmROStringT below;
+        if (fs::is_symlink(folder) || !cmRelativePath(cmRealPath(cmPathText(folder)), realRoot, below))
+            return false;
+    }
+    return cmIsDirectory(cmPathText(folder));
+} catch (const std::exception&) {
+    return false;
 }
 
 bool cmRemoveFolder(cmROStringT path)

@@ -90,3 +90,8 @@ bool cmRelativePath(cmROStringT path, cmROStringT directory, cmROStringT& relati
     relative = rest;
     return true;
 }
+
+cmStringT cmFileNameKey(cmROStringT path, cmPathStyle style)
+{
+    return style == cmPathStyle::windows ? cmLowerAscii(cmNativeSeparators(path, style)) : cmStringT(path);
+}

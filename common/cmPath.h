@@ -31,3 +31,6 @@ bool cmSamePath(cmROStringT a, cmROStringT b, cmPathStyle style = cmNativePathSt
 /// Whether `path` is `directory` or lies below it, both in native separators. When it does, `relative` is the
 /// rest without its leading separator (empty for `directory` itself); otherwise `relative` is left alone.
 bool cmRelativePath(cmROStringT path, cmROStringT directory, cmROStringT& relative, cmPathStyle style = cmNativePathStyle);
+/// What paths have in common that name the same file, for use as a key: on Windows native separators and lower-case ASCII
+/// letters, elsewhere the path itself.
+cmStringT cmFileNameKey(cmROStringT path, cmPathStyle style = cmNativePathStyle);

@@ -67,14 +67,24 @@ TXPSZ gitGetBranchHash(std::int32_t number);
 TXPSZ gitCurBranchEndHash();
 
 // Recent files.
+
+/// Keeps the path of an opened file for the system's list of recent documents.
 void recentFilesAdd(TXPSZ path);
+/// Hands the newest 21 of the paths that were kept to the system, in the order in which they came, and forgets them all. Files
+/// that do not exist are passed over. Waits for the disk.
 void recentFilesProcessPending();
 
-// Live diff.
-std::int32_t svcLiveDiffGetVCFile(TMStringConst request, TMStringConst command, TMStringConst file, TMStringByRef cacheFile,
+// Live diff. `command` writes a committed revision of `file` to its standard output; it runs in `workingDirectory`.
+// `cacheFile` receives the path of the file for it in the editor's cache; `origin` is the editor's own.
+
+/// Fetches the revision in the background: 0; 1 when the thread cannot be started; -104360 while a fetch runs;
+/// -104357 when the cache has no place for it; or the status with which the editor forbids it.
+std::int32_t svcLiveDiffGetVCFile(TMStringConst origin, TMStringConst command, TMStringConst file, TMStringByRef cacheFile,
                                   TMStringConst workingDirectory);
-std::int32_t svcLiveDiffGetVCFileImmediate(TMStringConst request, TMStringConst command, TMStringConst file,
+/// Fetches it before it returns: 0, -104370 when it cannot be had or written, or -104360 while a fetch runs.
+std::int32_t svcLiveDiffGetVCFileImmediate(TMStringConst origin, TMStringConst command, TMStringConst file,
                                            TMStringByRef cacheFile, TMStringConst workingDirectory);
+/// 1 when the cache file holds its revision, the status of a fetch that failed, else 0.
 std::int32_t svcLiveDiffHaveVCFile(TMStringConst cacheFile);
 
 }  // extern "C"

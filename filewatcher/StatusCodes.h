@@ -9,5 +9,7 @@ inline constexpr std::int32_t statusGitFailed = -1;   ///< git itself called it 
 inline constexpr std::int32_t statusNoExecutable = -2;
 inline constexpr std::int32_t statusFeatureUnavailable = -2173;
 inline constexpr std::int32_t statusStopRequested = -102621;
+inline constexpr std::int32_t statusLiveDiffFailed = -104357;
+inline constexpr std::int32_t statusLiveDiffBusy = -104360;
 inline constexpr std::int32_t statusLiveDiffImmediateFailed = -104370;
 inline constexpr std::int32_t statusNoGitModel = -104399;

@@ -1,4 +1,5 @@
 #include "filewatcher/FileDateThread.h"
+#include "filewatcher/GetFileFromVCThreaded.h"
 #include "filewatcher/GitStatusThread.h"
 #include "filewatcher/PerforceStatusThread.h"
 #include "filewatcher/RegisteredFunctions.h"
@@ -12,4 +13,5 @@ void filewatcher_stop_async_work()
     SVNStatusThread::stopInstance();
     PerforceStatusThread::stopInstance();
     stopGitBrowser();
+    GetFileFromVCThreaded::stopInstance();
 }

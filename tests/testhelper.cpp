@@ -86,6 +86,16 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
         {"bytes", [](const Arguments& a) { writeTo(stdout, pattern(std::stoul(a.at(0)))); }},
         {"both", [](const Arguments& a) { floodBoth(std::stoul(a.at(0))); }},
         {"hang", [](const Arguments&) { hang(); }},
+        {"bytes-then-hang",
+         [](const Arguments& a) {
+             writeTo(stdout, pattern(std::stoul(a.at(0))));
+             hang();
+         }},
+        {"complain",
+         [](const Arguments& a) {
+             writeTo(stdout, "content");
+             writeTo(stderr, std::string(std::stoul(a.at(0)), '.') + "fatal: it is wrong\n");
+         }},
         {"leave-child",
          [](const Arguments&) {
              writeTo(stdout, "parent");
