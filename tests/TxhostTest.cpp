@@ -210,12 +210,43 @@ TEST(Txhost, WatchesForChanges)
     const fs::path top = folder / "repo";
     makeRepository(top, {"a"});
     writeFile(top / "a", "22");
-    WatchProcess watch(text(top));
+    writeFile(folder / "file", "x");
+    WatchProcess watch({text(top), text(folder / "file")});
     EXPECT_TRUE(watch.shows("\"change\":\"modified\"")) << watch.shown();
+    writeFile(folder / "file", "y");
+    EXPECT_TRUE(watch.shows("\"change\":\"changed\"")) << watch.shown();
     git(top, {"checkout", "--quiet", "a"});
     EXPECT_TRUE(watch.shows("\"change\":\"clean\"")) << watch.shown();
+    fs::remove(folder / "file");
+    EXPECT_TRUE(watch.shows("\"change\":\"removed\"")) << watch.shown();
     watch.terminate();
-    EXPECT_EQ(jsonLines(watch.shown()).size(), 2u) << watch.shown();
+    EXPECT_EQ(jsonLines(watch.shown()).size(), 4u) << watch.shown();
+    EXPECT_EQ(txhost({"watch", text(folder / "none")}).error,
+              "txhost: no such file or directory: " + text(folder / "none") + "\n");
+}
+
+TEST(Txhost, FetchesTheCommittedRevision)
+{
+    const TempFolder folder;
+    makeRepository(folder / "repo", {"a b.txt"});
+    const std::string committed = readFile(folder / "repo" / "a b.txt");
+    writeFile(folder / "repo" / "a b.txt", "edited");
+    Words fetch{"livediff", "--json", "--cache", text(folder / "cache"), text(folder / "repo" / "a b.txt")};
+    for (int way = 0; way < 2; ++way) {
+        const ProgramResult result = txhost(fetch);
+        EXPECT_EQ(result.exitCode, 0) << result.error;
+        const Json line = jsonLines(result.output).at(0);
+        EXPECT_EQ(line["status"], 1);
+        const fs::path cache = cmSystemPath(line["cache"].get<std::string>());
+        EXPECT_EQ(readFile(cache), committed);
+        fs::remove(cache);
+        fetch.emplace_back("--background");
+    }
+    writeFile(folder / "repo" / "new", "x");
+    const ProgramResult result = txhost({"livediff", "--json", "--cache", text(folder / "cache"), text(folder / "repo" / "new")});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(jsonLines(result.output).at(0)["status"], -104370);
+    EXPECT_EQ(txhost({"recent", text(folder / "none")}).exitCode, 1);
 }
 
 TEST(Txhost, GoesOnItsTour)

@@ -19,7 +19,7 @@ TEST(Txhost, EndsItsWatchOnCtrlC)
     const TempFolder folder;
     makeRepository(folder / "repo", {"a"});
     writeFile(folder / "repo" / "a", "22");
-    WatchProcess watch(text(folder / "repo"));
+    WatchProcess watch({text(folder / "repo")});
     EXPECT_TRUE(watch.shows("modified"));
     kill(static_cast<pid_t>(watch.id()), SIGINT);
     EXPECT_TRUE(watch.ends());

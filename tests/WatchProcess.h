@@ -5,16 +5,18 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
-/// A `txhost watch` over one directory, and what it has written so far.
+/// A `txhost watch`, and what it has written so far.
 class WatchProcess {
 public:
-    explicit WatchProcess(const std::string& directory)
+    explicit WatchProcess(const std::vector<std::string>& names)
     {
         SpawnStreams streams;
         streams.output = &m_output;
-        const std::string command =
-            "\"" + builtProgram("txhost") + "\" watch --json --interval 1 " + std::string(quoteArgument(directory));
+        std::string command = "\"" + builtProgram("txhost") + "\" watch --json --interval 1";
+        for (const std::string& name : names)
+            command += std::string(" ") + quoteArgument(name).c_str();
         spawnProcess(m_process, command, 0, {}, "", streams, nullptr, false);
     }
     ~WatchProcess() { terminate(); }

@@ -23,5 +23,9 @@ int runHistory(const HostOptions& options, const std::string& file);
 int runShow(const HostOptions& options, const std::string& repository);
 /// What differs in a Git working copy: from the index and the last commit, or from a revision.
 int runDiff(const HostOptions& options, const std::string& repository);
-/// Status passes over the directories at the update interval, until Ctrl-C.
-int runWatch(const HostOptions& options, const std::vector<std::string>& directories);
+/// Status passes over the directories and the dates of the files at the update interval, until Ctrl-C.
+int runWatch(const HostOptions& options, const std::vector<std::string>& names);
+/// The committed revision of a file, by `command` or, when that is empty, by its tool's own.
+int runLiveDiff(const HostOptions& options, const std::string& file, const std::string& command, bool background);
+/// Hands files to the system's list of recent documents.
+int runRecent(const HostOptions& options, const std::vector<std::string>& files);

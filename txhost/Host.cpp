@@ -1,6 +1,8 @@
 #include "txhost/Host.h"
 
 #include "common/ChildProcess.h"
+#include "common/Environment.h"
+#include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
 #include "common/cmSystemPath.h"
 
@@ -30,6 +32,22 @@ cmStringT toolPath(const HostOptions& options, const Tool& tool)
     return findHostProgram(path.has_parent_path() ? cmPathText(std::filesystem::absolute(path, error)) : cmStringT(named));
 }
 
+/// The user's own folder for what can be made again; null when there is none.
+cmStringT privateDirectory()
+{
+    struct Place {
+        const char* variable;
+        const char* below;
+    };
+    const Environment environment = hostEnvironment();
+    for (const Place& place : {Place{"LOCALAPPDATA", "txhost"}, {"XDG_CACHE_HOME", "txhost"}, {"HOME", ".cache/txhost"}}) {
+        const cmStringT folder = environmentValue(environment, place.variable);
+        if (cmIsAbsolutePath(folder))
+            return cmJoinPath(folder, cmNativeSeparators(place.below));
+    }
+    return {};
+}
+
 }  // namespace
 
 Host::Host(const HostOptions& options) : m_options(options)
@@ -43,6 +61,7 @@ Host::Host(const HostOptions& options) : m_options(options)
         m_editor.setSetting(cmStringT(cmCat("def_") + tool + "_update_interval"), options.intervalSeconds);
         m_editor.setSetting(cmStringT(cmCat("def_") + tool + "_show_file_status"), 1);
     }
+    m_editor.setDirectory(options.cache.empty() ? privateDirectory() : cmStringT(options.cache));
     m_editor.setSetting("def_vc_max_status_output_size", options.maxStatusOutput);
     m_editor.defineClass("SVCHistoryInfo", {"revision", "author", "date", "comment", "affectedFilesDetails", "picIndex",
                                             "lsibIndex", "rsibIndex", "firstChildIndex", "parentIndex", "expandable", "hidden",
@@ -95,9 +114,15 @@ cmStringT meaningOfStatus(std::int32_t status)
     case -102621: return "stopped";
     case -102646: return "the tool could not be started (--debug tells why)";
     case -102696: return "no pipe could be made";
+    case -104360: return "another revision is being fetched";
     case -104357:
-    case -104370: return "the committed revision could not be fetched";
+    case -104370: return "the committed revision could not be fetched or stored (--debug tells why)";
     case -104399: return "no Git repository is loaded";
     default: return {};
     }
+}
+
+cmStringT failureText(cmROStringT what, std::int32_t status)
+{
+    return cmCat(what) + ": " + std::to_string(status) + ", " + meaningOfStatus(status);
 }

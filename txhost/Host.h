@@ -17,6 +17,7 @@ struct HostOptions {
     std::string git;  ///< the tools as the user named them; empty: looked for in PATH
     std::string svn;
     std::string p4;
+    std::string cache;     ///< where this editor keeps private data; empty: in the user's folder for what can be made again
     std::string tool;      ///< the tool that every directory belongs to; empty: found out
     bool updates = false;  ///< show what is newer in the repository
     int intervalSeconds = 2;
@@ -55,7 +56,8 @@ public:
 
     /// Throws HostError when the tool's program cannot be started.
     void requireTool(const Tool& tool) const;
-    const cmStringT& gitPath() const { return m_programs.at(gitTool.number); }
+    /// Absolute; null when there is none.
+    const cmStringT& programPath(const Tool& tool) const { return m_programs.at(tool.number); }
 
     /// Calls a registered function; its number, or 0 when it has none. Throws HostError when there is none of that name.
     std::int32_t call(cmROStringT name, const cmArray<CallArgument>& arguments);
@@ -69,3 +71,5 @@ private:
 
 /// What a failure status of the module's means, for people; null for a number that is none.
 cmStringT meaningOfStatus(std::int32_t status);
+/// "WHAT: STATUS, MEANING".
+cmStringT failureText(cmROStringT what, std::int32_t status);

@@ -23,7 +23,7 @@ ScratchRepository::ScratchRepository(const cmStringT& git) : m_git(git)
     for (const char* name : {"readme.txt", "docs & notes/plan.txt",
                              "docs & notes/\xC3\xBC"
                              "bersicht.txt"})
-        writeFile(name, "first line\n");
+        writeFile(name, committedText);
     runGit("add .");
     runGit("commit --quiet --message first");
 }

@@ -3,12 +3,16 @@
 #include "common/cmString.h"
 #include "common/cmSystemPath.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
 /// A Git repository with a few commits in a temporary folder; it goes with the object.
 class ScratchRepository {
 public:
+    static constexpr char committedText[] = "first line\n";  ///< of every file
+    static constexpr std::int64_t committedSize = sizeof committedText - 1;
+
     /// `git` is the program's path. Throws HostError when the repository cannot be made.
     explicit ScratchRepository(const cmStringT& git);
     ~ScratchRepository();

@@ -98,8 +98,7 @@ void printFailure(const cmStringT& directory, const FailedPass& failure, bool js
                                      {"tool", jsonString(failure.tool)},
                                      {"status", failure.status},
                                      {"meaning", jsonString(meaning)}}));
-    console::printError(
-        cmStringT(cmCat(directory) + ": " + failure.tool + ": " + std::to_string(failure.status) + ", " + meaning));
+    console::printError(failureText(cmStringT(cmCat(directory) + ": " + failure.tool), failure.status));
 }
 
 StatusRound pollStatus(Host& host, const cmArray<WatchedDirectory>& directories)

@@ -3,7 +3,10 @@
 #include "common/cmStringCatHelper.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
+#include "txhost/FileDates.h"
 #include "txhost/JsonText.h"
+#include "txhost/LiveDiffFetch.h"
+#include "txhost/RecentList.h"
 #include "txhost/ScratchRepository.h"
 #include "txhost/StatusPoll.h"
 
@@ -28,13 +31,16 @@ public:
     {
         step("module", "loads, registers its functions", [this] { return module(); });
         m_host.requireTool(gitTool);
-        ScratchRepository repository(m_host.gitPath());
+        ScratchRepository repository(m_host.programPath(gitTool));
         m_repository = &repository;
+        m_host.editor().setDirectory(repository.outsidePath());
         step("git status", "a fresh working copy has nothing modified", [this] { return cleanStatus(); });
         step("git status", "an edited file is noticed", [this] { return editedStatus(); });
         step("git status", "a folder by itself, with an odd name", [this] { return folderStatus(); });
         step("git status", "a folder outside any repository", [this] { return outsideStatus(); });
         step("reload", "a file's date is read in the background", [this] { return reloaded(); });
+        step("live diff", "the committed revision is fetched", [this] { return fetched(); });
+        step("recent files", "a file joins the system's list", [this] { return recorded(); });
         step("suspend", "nothing runs until it is resumed", [this] { return suspended(); });
         step("stop", "ends the thread; the next path starts one", [this] { return stopped(); });
         step("limit", "too much output switches a tool off", [this] { return limited(); });
@@ -118,14 +124,29 @@ private:
 
     Outcome reloaded()
     {
-        const TXHVAR files = txHvarAlloc();
-        const TXHVAR table = txHvarAlloc();
         const cmStringT path = cmJoinPath(m_repository->path(), "readme.txt");
-        txHvarSetString(txHvarArrayElement(files, 0, txCreateMissing), path);
-        m_host.call("_GetFastReloadInfoTable", {CallArgument::variable(files), 0, 0, CallArgument::variable(table), 2000});
-        cmStringT time("0");
-        txHvarGetString(txHvarArrayElement(txHvarHashElement(table, path.c_str(), 0), 0, 0), time);
-        return {time == cmROStringT(std::to_string(cmReadFileItem(path).modified)), cmStringT(cmCat("readme.txt: ") + time)};
+        const FileDates dates = askFileDates(m_host, {path}, 2000);
+        const auto date = dates.known.find(path);
+        if (date == dates.known.end())
+            return {false, "no date"};
+        return {date->second.time == cmReadFileItem(path).modified,
+                cmStringT(cmCat("readme.txt: ") + fileTimeText(date->second.time))};
+    }
+
+    Outcome fetched()
+    {
+        const LiveDiffFile file = fetchLiveDiff(m_host, cmJoinPath(m_repository->path(), "readme.txt"), false, {});
+        return {file.status == 1 && cmReadFileItem(file.cacheFile).size == ScratchRepository::committedSize, file.cacheFile};
+    }
+
+    Outcome recorded()
+    {
+        const cmStringT list = redirectRecentList(m_repository->outsidePath());
+        m_host.call("_RecentFilesAdd", {cmJoinPath(m_repository->path(), "readme.txt")});
+        m_host.call("_RecentFilesProcessPending", {});
+        if (list.isNull())
+            return {true, "handed to the shell, which does not answer"};
+        return {cmReadFileItem(list).state == cmItemState::found, list};
     }
 
     Outcome suspended()

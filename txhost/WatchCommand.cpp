@@ -1,6 +1,9 @@
+#include "common/CMFD_ITEM.h"
+#include "common/cmFile.h"
 #include "common/cmStringCatHelper.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
+#include "txhost/FileDates.h"
 #include "txhost/JsonText.h"
 #include "txhost/StatusPoll.h"
 
@@ -12,6 +15,23 @@ namespace {
 class ChangePrinter {
 public:
     explicit ChangePrinter(bool json) : m_json(json) {}
+
+    /// Files that are asked about for the first time are only remembered.
+    void show(const FileDates& dates)
+    {
+        for (const auto& [path, date] : dates.known) {
+            const auto [before, isNew] = m_dates.known.emplace(path, date);
+            if (isNew || before->second == date)
+                continue;
+            printDateChange(path, before->second, date);
+            before->second = date;
+        }
+        for (const cmStringT& path : dates.slow) {
+            if (std::find(m_dates.slow.begin(), m_dates.slow.end(), path) == m_dates.slow.end())
+                print("slow", console::yellow, path);
+        }
+        m_dates.slow = dates.slow;
+    }
 
     void show(StatusRound round)
     {
@@ -55,6 +75,18 @@ private:
         }
     }
 
+    void printDateChange(const cmStringT& path, const FileDate& before, const FileDate& date)
+    {
+        if (date.time == 0)
+            print("removed", console::red, path);
+        else if (before.time == 0)
+            print("created", console::green, path);
+        else if (before.time != date.time)
+            print("changed", console::yellow, path);
+        else
+            print(date.readOnly ? "read-only" : "writable", console::grey, path);
+    }
+
     void print(cmROStringT change, int colour, const cmStringT& path)
     {
         const cmStringT time = console::timeOfDay();
@@ -70,23 +102,37 @@ private:
 
     bool m_json;
     StatusRound m_last;
+    FileDates m_dates;
 };
+
+bool isDirectory(const std::string& name)
+{
+    return cmIsDirectory(name);
+}
 
 }  // namespace
 
 int runWatch(const HostOptions& options, const std::vector<std::string>& named)
 {
-    const cmArray<WatchedDirectory> directories = watchedDirectories(named, options.tool);
+    std::vector<std::string> names = named;
+    const auto firstFile = std::stable_partition(names.begin(), names.end(), &isDirectory);
+    const cmArray<cmStringT> files = absolutePaths({firstFile, names.end()});
+    for (const cmStringT& file : files) {
+        if (cmReadFileItem(file).state == cmItemState::missing)
+            throw HostError(std::string("no such file or directory: ") + file.c_str());
+    }
+    const cmArray<WatchedDirectory> directories = watchedDirectories({names.begin(), firstFile}, options.tool);
     Host host(options);
     requireTools(host, directories);
     console::catchInterrupts();
     ChangePrinter printer(options.json);
     for (;;) {
+        printer.show(askFileDates(host, files, options.budgetMs));
         const StatusRound round = pollStatus(host, directories);
         if (!round.finished)
             return 0;
         printer.show(round);
-        if (round.isSwitchedOff(directories.size()))
+        if (files.empty() && round.isSwitchedOff(directories.size()))
             return 1;
         if (host.editor().runUntil([] { return console::wasInterrupted(); }, options.intervalSeconds * 1000))
             return 0;

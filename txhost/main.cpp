@@ -61,7 +61,8 @@ public:
             m_app.parse(guardedWords(words));
             for (std::string& word : m_words)
                 removeGuard(word);
-            for (std::string* word : {&m_name, &m_options.git, &m_options.svn, &m_options.p4, &m_options.revision})
+            for (std::string* word :
+                 {&m_name, &m_command, &m_options.git, &m_options.svn, &m_options.p4, &m_options.revision})
                 removeGuard(*word);
         } catch (const CLI::ParseError& error) {
             return m_app.exit(error) == 0 ? 0 : exitUsage;
@@ -99,9 +100,21 @@ private:
 
         addGitQueries();
 
-        CLI::App* watch = command("watch", "Show status changes until Ctrl-C", [this] { return runWatch(m_options, m_words); });
+        CLI::App* watch = command("watch", "Show status changes and changed files until Ctrl-C",
+                                  [this] { return runWatch(m_options, m_words); });
         addWorkingCopies(watch);
         watch->add_option("--interval", m_options.intervalSeconds, "Seconds between two looks")->check(CLI::Range(1, 86400));
+
+        CLI::App* liveDiff = command("livediff", "Fetch the committed revision of a file",
+                                     [this] { return runLiveDiff(m_options, m_name, m_command, m_background); });
+        liveDiff->add_option("FILE", m_name, "The file")->required();
+        liveDiff->add_option("--command", m_command, "What writes it to its output, instead of the file's tool");
+        liveDiff->add_option("--cache", m_options.cache, "Where the editor keeps it, instead of in your cache")->type_name("DIR");
+        liveDiff->add_flag("--background", m_background, "On the module's thread");
+
+        CLI::App* recent = command("recent", "Put files on the system's list of recent documents",
+                                   [this] { return runRecent(m_options, m_words); });
+        recent->add_option("FILE", m_words, "Files")->required();
     }
 
     void addGitQueries()
@@ -126,7 +139,7 @@ private:
 
     void addWorkingCopies(CLI::App* command)
     {
-        command->add_option("DIR", m_words, "Directories in working copies")->required();
+        command->add_option("DIR", m_words, "Directories in working copies, of watch also files")->required();
         command->add_option("--tool", m_options.tool, "Whose they are, instead of finding out")
             ->check(CLI::IsMember({"git", "svn", "p4"}));
         command->add_flag("--updates", m_options.updates, "Show what is newer in the repository, too");
@@ -142,6 +155,8 @@ private:
     CLI::App m_app{"txhost: a headless Tamarin that loads the filewatcher module and uses it", "txhost"};
     HostOptions m_options;
     std::string m_name;
+    std::string m_command;
+    bool m_background = false;
     std::vector<std::string> m_words;
     std::function<int()> m_run;
 };

@@ -1,0 +1,78 @@
+#include "txhost/FileDates.h"
+
+#include "common/cmSystemPath.h"
+#include "txapi/txapi.h"
+#include "txhost/JsonText.h"
+
+#include <array>
+#include <cstdio>
+#include <ctime>
+#include <filesystem>
+
+namespace {
+
+/// Variables of the editor's for one call; they go with the object.
+class CallVariable {
+public:
+    CallVariable() : m_handle(txHvarAlloc()) {}
+    ~CallVariable() { txHvarFree(m_handle); }
+    CallVariable(const CallVariable&) = delete;
+    CallVariable& operator=(const CallVariable&) = delete;
+
+    TXHVAR handle() const { return m_handle; }
+    CallArgument argument() const { return CallArgument::variable(m_handle); }
+
+private:
+    TXHVAR m_handle;
+};
+
+/// A hash table that a function has filled.
+Json filledTable(Host& host, const CallVariable& table)
+{
+    const Json filled = jsonOfVariable(*host.editor().value(table.handle()));
+    return filled.is_object() ? filled : Json::object();
+}
+
+}  // namespace
+
+FileDates askFileDates(Host& host, const cmArray<cmStringT>& paths, std::int32_t budgetMs)
+{
+    const CallVariable files;
+    const CallVariable table;
+    const CallVariable slow;
+    for (std::size_t i = 0; i < paths.size(); ++i)
+        txHvarSetString(txHvarArrayElement(files.handle(), static_cast<std::int32_t>(i), txCreateMissing), paths[i]);
+    if (host.call("_GetFastReloadInfoTable", {files.argument(), 0, 0, table.argument(), budgetMs}) != 0
+        || host.call("_GetSlowReloadFiles", {slow.argument()}) != 0)
+        throw HostError("the module has no memory for file dates");
+    FileDates dates;
+    const Json known = filledTable(host, table);
+    for (const auto& [path, entry] : known.items())
+        dates.known[cmROStringT(path)] = {entry.at(0).get<cmUTCTime>(), entry.at(1) != 0};
+    const Json slowFiles = filledTable(host, slow);
+    for (const auto& [path, one] : slowFiles.items())
+        dates.slow.emplace_back(cmROStringT(path));
+    return dates;
+}
+
+cmArray<cmStringT> absolutePaths(const std::vector<std::string>& named)
+{
+    cmArray<cmStringT> paths;
+    for (const std::string& name : named)
+        paths.push_back(cmPathText(std::filesystem::absolute(cmSystemPath(name)).lexically_normal()));
+    return paths;
+}
+
+cmStringT fileTimeText(cmUTCTime time)
+{
+    if (time == 0)
+        return "-";
+    constexpr std::int64_t from1601To1970 = 116'444'736'000'000'000;
+    const std::int64_t ms = (time - from1601To1970) / 10'000;
+    const auto seconds = static_cast<std::time_t>(ms / 1000);
+    std::array<char, 32> text{};
+    std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", std::localtime(&seconds));  // one thread asks
+    std::array<char, 48> whole{};
+    std::snprintf(whole.data(), whole.size(), "%s.%03d", text.data(), static_cast<int>(ms % 1000));
+    return whole.data();
+}

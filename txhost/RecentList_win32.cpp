@@ -1,0 +1,6 @@
+#include "txhost/RecentList.h"
+
+cmStringT redirectRecentList(const cmStringT&)
+{
+    return {};
+}
