@@ -20,6 +20,7 @@ public:
     BenchModule(const BenchModule&) = delete;
     BenchModule& operator=(const BenchModule&) = delete;
 
+    Editor& editor() { return m_editor; }
     /// Throws BenchError when there is no such function.
     std::int32_t call(cmROStringT name, const cmArray<CallArgument>& arguments);
     /// Asks for a status pass over `path`.

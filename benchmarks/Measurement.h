@@ -61,3 +61,9 @@ Row measureCapture();
 Row measureIdleCapture();
 /// Stopping the status thread while its tool hangs, against ending that tool directly.
 Row measureStop();
+/// Asking for the dates of 10,000 files against asking the system for them in a loop.
+Row measureReload();
+/// What each further file's date costs, from 10,000 to 50,000 against from 1,000 to 10,000.
+Row measureReloadGrowth();
+/// Fetching a revision of 50 MB into the cache against a redirection in a shell.
+Row measureLiveDiff();

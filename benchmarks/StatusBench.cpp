@@ -1,10 +1,8 @@
 #include "benchmarks/BenchModule.h"
+#include "benchmarks/BenchRepository.h"
 #include "benchmarks/Measurement.h"
 #include "benchmarks/ScratchFolder.h"
 #include "benchmarks/System.h"
-#include "common/CommandLine.h"
-#include "common/CommandRunner.h"
-#include "common/cmStringCatHelper.h"
 
 #include <chrono>
 #include <thread>
@@ -18,42 +16,27 @@ constexpr int folderCount = 100;
 constexpr int filesPerFolder = 50;
 constexpr std::size_t modifiedCount = 50;
 
-/// What git writes. Throws BenchError when it cannot be started or complains.
-std::string git(const fs::path& directory, const std::string& arguments)
-{
-    cmStringT output("");
-    const cmStringT command = cmCat(quoteArgument(programInPath("git"))) + " " + arguments;
-    const CaptureResult result =
-        captureCommand(command, spawnPlainCommand, directory.string(), {}, [&output](cmROStringT bytes) { output += bytes; });
-    if (result.status != 0 || result.errorOutput.view().find("fatal:") != cmROStringT::npos)
-        throw BenchError("git " + arguments + ": " + result.failure.c_str() + result.errorOutput.c_str());
-    return std::string(cmWithoutLineEnd(output));
-}
-
 fs::path fileOf(const fs::path& top, int folder, int file)
 {
     return top / ("folder" + std::to_string(folder)) / ("file" + std::to_string(file) + ".txt");
 }
 
 /// All files committed, one in every second folder modified since.
-void makeRepository(const fs::path& top)
+void makeWorkingCopy(const fs::path& top)
 {
-    fs::create_directories(top);
-    git(top, "init --quiet");
-    for (const char* setting : {"user.name Bench", "user.email bench@example.org", "commit.gpgSign false", "gc.auto 0"})
-        git(top, std::string("config ") + setting);
+    makeRepository(top);
     for (int folder = 0; folder < folderCount; ++folder) {
         fs::create_directories(fileOf(top, folder, 0).parent_path());
         for (int file = 0; file < filesPerFolder; ++file)
             writeFile(fileOf(top, folder, file), "file " + std::to_string(file) + " of " + std::to_string(folder) + "\n");
     }
-    git(top, "add .");
-    git(top, "commit --quiet --message first");
+    runGit(top, "add .");
+    runGit(top, "commit --quiet --message first");
     for (int folder = 0; folder < folderCount; folder += 2)
         writeFile(fileOf(top, folder, folder % filesPerFolder), "modified\n");
     // An index as old as its files makes git read them all, every time.
     std::this_thread::sleep_for(std::chrono::milliseconds(1100));
-    git(top, "update-index -q --refresh");
+    runGit(top, "update-index -q --refresh");
 }
 
 Row measure(const std::string& what, const fs::path& top, bool made)
@@ -81,9 +64,9 @@ Row measureStatusPass(const std::optional<std::string>& repository)
 {
     if (!repository) {
         const ScratchFolder folder;
-        makeRepository(folder / "repository");
+        makeWorkingCopy(folder / "repository");
         return measure("status pass, 5,000 files", folder / "repository", true);
     }
-    const fs::path top = git(fs::absolute(*repository), "rev-parse --show-toplevel");
+    const fs::path top = runGit(fs::absolute(*repository), "rev-parse --show-toplevel");
     return measure("status pass, " + top.filename().string(), top, false);
 }

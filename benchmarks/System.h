@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 /// What the measurements want of the system: the commands that they run, and what it knows of this process.
 namespace bench {
@@ -21,6 +22,10 @@ std::string statusScript(const std::filesystem::path& git, const std::filesystem
 std::string svnStatusScript(const std::filesystem::path& svn, const std::filesystem::path& top);
 /// A script that makes a repository beside the folder `files`, commits these, and checks them out as `top`.
 std::string svnCheckoutScript(const std::filesystem::path& files, const std::filesystem::path& top);
+/// A script that has `git` write the committed revision of `file` into `copy`.
+std::string showScript(const std::filesystem::path& git, const std::filesystem::path& file, const std::filesystem::path& copy);
+/// Asks the system for the date of each file, and does nothing with it.
+void readDates(const std::vector<std::string>& files);
 /// A script that sends a file through a pipe to nowhere.
 std::string pipeScript(const std::filesystem::path& file);
 

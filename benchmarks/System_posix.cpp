@@ -6,6 +6,7 @@
 
 #include <spawn.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -84,6 +85,21 @@ std::string bench::svnCheckoutScript(const fs::path& files, const fs::path& top)
     // The client flushes every file to the disk: minutes, for a working copy that is thrown away.
     return "svnadmin create " + quoted(repository) + " && eatmydata svn import --quiet --message first " + quoted(files) + " "
            + url + " && eatmydata svn checkout --quiet " + url + " " + quoted(top);
+}
+
+std::string bench::showScript(const fs::path& git, const fs::path& file, const fs::path& copy)
+{
+    return "cd " + quoted(file.parent_path()) + " && " + quoted(git) + " --no-pager show HEAD:" + quoted(file.filename()) + " >"
+           + quoted(copy);
+}
+
+void bench::readDates(const std::vector<std::string>& files)
+{
+    for (const std::string& file : files) {
+        struct stat entry {};
+        if (stat(file.c_str(), &entry) != 0)
+            throw BenchError("no date of " + file);
+    }
 }
 
 std::string bench::pipeScript(const fs::path& file)

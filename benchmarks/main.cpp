@@ -22,10 +22,13 @@ struct Measurement {
 /// Makes the measurements whose name holds `only`, whether or not one before fails.
 int runAll(bool json, const std::string& only, const std::optional<std::string>& repository)
 {
-    const std::array<Measurement, 6> measurements{{
+    const std::array<Measurement, 9> measurements{{
         {"status pass", [&repository] { return measureStatusPass(repository); }},
         {"svn status pass", &measureSvnPass},
         {"svn growth", &measureSvnGrowth},
+        {"reload dates", &measureReload},
+        {"reload growth", &measureReloadGrowth},
+        {"live diff", &measureLiveDiff},
         {"capture", &measureCapture},
         {"processor time", &measureIdleCapture},
         {"stop", &measureStop},
