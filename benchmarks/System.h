@@ -24,7 +24,7 @@ std::string svnStatusScript(const std::filesystem::path& svn, const std::filesys
 std::string svnCheckoutScript(const std::filesystem::path& files, const std::filesystem::path& top);
 /// A script that has `git` write the committed revision of `file` into `copy`.
 std::string showScript(const std::filesystem::path& git, const std::filesystem::path& file, const std::filesystem::path& copy);
-/// Asks the system for the date of each file, and does nothing with it.
+/// Asks the system for the date of each file and whether it may be written, and does nothing with that.
 void readDates(const std::vector<std::string>& files);
 /// A script that sends a file through a pipe to nowhere.
 std::string pipeScript(const std::filesystem::path& file);

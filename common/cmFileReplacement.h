@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/cmArray.h"
 #include "common/cmString.h"
 
 #include <filesystem>
@@ -23,5 +24,6 @@ public:
 private:
     std::filesystem::path m_path;
     std::filesystem::path m_beside;
+    cmArray<char> m_buffer;
     std::ofstream m_file;
 };
