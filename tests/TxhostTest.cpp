@@ -225,6 +225,40 @@ TEST(Txhost, WatchesForChanges)
               "txhost: no such file or directory: " + text(folder / "none") + "\n");
 }
 
+TEST(Txhost, ShowsBranchesAndTheHistoryWithItsGraph)
+{
+    const TempFolder folder;
+    const fs::path top = folder / "repo";
+    EXPECT_EQ(txhost({"log", text(folder.path())}).exitCode, 1);
+    makeRepository(top);
+    EXPECT_EQ(txhost({"log", text(top)}).exitCode, 0) << "no commit yet";
+    commitFiles(top, {"a"});
+    git(top, {"branch", "Error"});
+    git(top, {"checkout", "--quiet", "-b", "work"});
+    commitFiles(top, {"b"});
+    const std::vector<Json> branches = jsonLines(txhost({"branches", "--json", text(top)}).output);
+    ASSERT_EQ(branches.size(), 3u);
+    EXPECT_EQ(branches[0]["name"], "work");
+    EXPECT_EQ(branches[0]["current"], true);
+    EXPECT_EQ(branches[1]["name"], "Error");
+    EXPECT_EQ(branches[1]["hash"], branches[2]["hash"]);
+
+    const std::vector<Json> rows = jsonLines(txhost({"log", "--json", text(top)}).output);
+    ASSERT_EQ(rows.size(), 3u);
+    EXPECT_EQ(rows[0]["subject"], "Uncomitted changes");
+    EXPECT_EQ(rows[1]["hash"], branches[0]["hash"]);
+    EXPECT_EQ(rows[1]["parents"][0], rows[2]["hash"]);
+    EXPECT_EQ(rows[1]["branches"], Json({"work"}));
+    EXPECT_EQ(rows[1]["column"], 0);
+    EXPECT_EQ(jsonLines(txhost({"log", "--json", "--max", "2", text(top)}).output).size(), 2u);
+    EXPECT_EQ(jsonLines(txhost({"log", "--json", "--restrict", "Error", text(top)}).output).size(), 2u);
+    const std::string hash = rows[2]["hash"];
+    const std::vector<Json> found = jsonLines(txhost({"log", "--json", "--filter", hash.substr(0, 7), text(top)}).output);
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found[0]["hash"], hash);
+    EXPECT_TRUE(txhost({"log", text(top)}).output.find("\xE2\x97\x8F " + hash.substr(0, 7)) != std::string::npos);
+}
+
 TEST(Txhost, FetchesTheCommittedRevision)
 {
     const TempFolder folder;

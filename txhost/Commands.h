@@ -23,6 +23,16 @@ int runHistory(const HostOptions& options, const std::string& file);
 int runShow(const HostOptions& options, const std::string& repository);
 /// What differs in a Git working copy: from the index and the last commit, or from a revision.
 int runDiff(const HostOptions& options, const std::string& repository);
+/// The branches of a Git repository.
+int runBranches(const HostOptions& options, const std::string& repository);
+/// Which rows of the Git browser are shown.
+struct LogOptions {
+    int rows = -1;            ///< at most; below 0: all
+    std::string restriction;  ///< what git log is asked for, instead of all branches
+    std::string filter;       ///< only commits in which this occurs
+};
+/// The tree of the Git browser with its graph.
+int runLog(const HostOptions& options, const std::string& repository, const LogOptions& wanted);
 /// Status passes over the directories and the dates of the files at the update interval, until Ctrl-C.
 int runWatch(const HostOptions& options, const std::vector<std::string>& names);
 /// The committed revision of a file, by `command` or, when that is empty, by its tool's own.

@@ -2,6 +2,7 @@
 
 #include "common/cmString.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -13,8 +14,9 @@ std::vector<std::string> start(int argc, char** argv);
 /// From now on Ctrl-C (and a request to end) is only remembered.
 void catchInterrupts();
 bool wasInterrupted();
-/// Whether standard output is a terminal.
+/// Whether standard output is a terminal, and standard error.
 bool isTerminal();
+bool isErrorTerminal();
 /// One line on standard output, out at once: whoever reads a pipe sees it as it happens.
 void printLine(cmROStringT line);
 /// Whether all lines so far could be written; tells the user when not.
@@ -25,6 +27,14 @@ void printError(cmROStringT line);
 cmStringT printable(cmROStringT text);
 /// `text` in a colour of the terminal (an SGR number); as it is when there is no terminal.
 cmStringT coloured(int colour, cmROStringT text);
+/// How many places a line of the terminal has; 0 when standard output is none.
+std::size_t width();
+/// How many places the text takes on a terminal.
+std::size_t placesOf(cmROStringT text);
+/// As much of the text as takes at most `places`; what was cut shows.
+cmStringT shortened(cmROStringT text, std::size_t places);
+/// Shows how far long work has come, in place of what it showed last, where standard error is a terminal. Empty: takes it away.
+void showProgress(cmROStringT text);
 /// The time of day, "HH:MM:SS".
 cmStringT timeOfDay();
 

@@ -1,5 +1,6 @@
 #include "txhost/Console.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -40,5 +41,18 @@ bool console::wasInterrupted()
 
 bool console::isTerminal()
 {
-    return isatty(STDOUT_FILENO) != 0;
+    static const bool terminal = isatty(STDOUT_FILENO) != 0;
+    return terminal;
+}
+
+bool console::isErrorTerminal()
+{
+    static const bool terminal = isatty(STDERR_FILENO) != 0;
+    return terminal;
+}
+
+std::size_t console::width()
+{
+    winsize size{};
+    return isTerminal() && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }

@@ -49,6 +49,12 @@ private:
     bool m_console = false;
 };
 
+bool isConsole(DWORD stream)
+{
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(stream), &mode) != 0;
+}
+
 }  // namespace
 
 std::vector<std::string> console::start(int, char**)
@@ -79,6 +85,20 @@ bool console::wasInterrupted()
 
 bool console::isTerminal()
 {
-    DWORD mode = 0;
-    return GetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), &mode) != 0;
+    static const bool terminal = isConsole(STD_OUTPUT_HANDLE);
+    return terminal;
+}
+
+bool console::isErrorTerminal()
+{
+    static const bool terminal = isConsole(STD_ERROR_HANDLE);
+    return terminal;
+}
+
+std::size_t console::width()
+{
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    if (!isTerminal() || !GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info))
+        return 0;
+    return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1);
 }

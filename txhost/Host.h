@@ -52,6 +52,7 @@ public:
     Host& operator=(const Host&) = delete;
 
     Editor& editor() { return m_editor; }
+    const Editor& editor() const { return m_editor; }
     const HostOptions& options() const { return m_options; }
 
     /// Throws HostError when the tool's program cannot be started.

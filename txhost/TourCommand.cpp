@@ -1,6 +1,7 @@
 #include "common/CMFD_ITEM.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
+#include "txhost/Browser.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
 #include "txhost/FileDates.h"
@@ -39,6 +40,7 @@ public:
         step("git status", "a folder by itself, with an odd name", [this] { return folderStatus(); });
         step("git status", "a folder outside any repository", [this] { return outsideStatus(); });
         step("reload", "a file's date is read in the background", [this] { return reloaded(); });
+        step("git browser", "branches and commits fill its tree", [this] { return browsed(); });
         step("live diff", "the committed revision is fetched", [this] { return fetched(); });
         step("recent files", "a file joins the system's list", [this] { return recorded(); });
         step("suspend", "nothing runs until it is resumed", [this] { return suspended(); });
@@ -131,6 +133,16 @@ private:
             return {false, "no date"};
         return {date->second.time == cmReadFileItem(path).modified,
                 cmStringT(cmCat("readme.txt: ") + fileTimeText(date->second.time))};
+    }
+
+    Outcome browsed()
+    {
+        Browser browser(m_host, m_repository->path(), {});
+        const auto isShown = [this] { return m_host.editor().tree().size() == 2; };
+        const bool loaded = browser.waitFor([] { return false; }) && m_host.editor().runUntil(isShown, 5000);
+        const cmStringT name = browser.branchName(0);
+        return {loaded && !name.isEmpty() && browser.graphWidth() == 1,
+                cmStringT(cmCat(name) + ": " + std::to_string(m_host.editor().tree().size()) + " rows")};
     }
 
     Outcome fetched()

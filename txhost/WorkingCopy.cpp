@@ -40,7 +40,7 @@ const Tool& toolNumbered(std::int32_t number)
     return gitTool;
 }
 
-const Tool& findTool(const cmStringT& directory)
+const Tool* findMarkedTool(const cmStringT& directory)
 {
     const std::filesystem::path perforceName = perforceConfigurationName();
     for (const cmStringT& start : {directory, cmRealPath(directory)}) {
@@ -48,12 +48,18 @@ const Tool& findTool(const cmStringT& directory)
         std::filesystem::path folder = cmSystemPath(start);
         for (std::filesystem::path below; folder != below; below = std::exchange(folder, folder.parent_path())) {
             if (std::filesystem::exists(folder / ".git", error))  // a file in a linked work tree
-                return gitTool;
+                return &gitTool;
             if (std::filesystem::is_directory(folder / ".svn", error))
-                return svnTool;
+                return &svnTool;
             if (std::filesystem::is_regular_file(folder / perforceName, error))
-                return p4Tool;
+                return &p4Tool;
         }
     }
-    return gitTool;
+    return nullptr;
+}
+
+const Tool& findTool(const cmStringT& directory)
+{
+    const Tool* tool = findMarkedTool(directory);
+    return tool ? *tool : gitTool;
 }

@@ -21,5 +21,7 @@ const Tool* toolNamed(const std::string& name);
 const Tool& toolNumbered(std::int32_t number);
 
 /// The tool that a directory belongs to: the first that has left its mark there or in a folder above, up to the root of the
-/// file system, by the path as it is or with its links followed. Git when there is no mark. Reads the disk and starts nothing.
+/// file system, by the path as it is or with its links followed. Null when there is no mark. Reads the disk and starts nothing.
+const Tool* findMarkedTool(const cmStringT& directory);
+/// The same; git when there is no mark.
 const Tool& findTool(const cmStringT& directory);

@@ -62,7 +62,7 @@ public:
             for (std::string& word : m_words)
                 removeGuard(word);
             for (std::string* word :
-                 {&m_name, &m_command, &m_options.git, &m_options.svn, &m_options.p4, &m_options.revision})
+                 {&m_name, &m_command, &m_log.restriction, &m_log.filter, &m_options.git, &m_options.svn, &m_options.p4, &m_options.revision})
                 removeGuard(*word);
         } catch (const CLI::ParseError& error) {
             return m_app.exit(error) == 0 ? 0 : exitUsage;
@@ -105,6 +105,8 @@ private:
         addWorkingCopies(watch);
         watch->add_option("--interval", m_options.intervalSeconds, "Seconds between two looks")->check(CLI::Range(1, 86400));
 
+        addBrowser();
+
         CLI::App* liveDiff = command("livediff", "Fetch the committed revision of a file",
                                      [this] { return runLiveDiff(m_options, m_name, m_command, m_background); });
         liveDiff->add_option("FILE", m_name, "The file")->required();
@@ -137,6 +139,20 @@ private:
         diff->add_option("REV", m_options.revision, "A revision, instead of the index and the last commit");
     }
 
+    void addBrowser()
+    {
+        CLI::App* branches =
+            command("branches", "List the branches of a Git repository", [this] { return runBranches(m_options, m_name); });
+        branches->add_option("REPO", m_name, "The repository")->required();
+
+        CLI::App* log = command("log", "Show the history of a Git repository with its graph",
+                                [this] { return runLog(m_options, m_name, m_log); });
+        log->add_option("REPO", m_name, "The repository")->required();
+        log->add_option("--max", m_log.rows, "At most so many rows")->check(CLI::Range(0, std::numeric_limits<int>::max()));
+        log->add_option("--restrict", m_log.restriction, "What git log is asked for, instead of all branches")->type_name("ARGS");
+        log->add_option("--filter", m_log.filter, "Only commits with this in author, subject or hash")->type_name("TEXT");
+    }
+
     void addWorkingCopies(CLI::App* command)
     {
         command->add_option("DIR", m_words, "Directories in working copies, of watch also files")->required();
@@ -155,6 +171,7 @@ private:
     CLI::App m_app{"txhost: a headless Tamarin that loads the filewatcher module and uses it", "txhost"};
     HostOptions m_options;
     std::string m_name;
+    LogOptions m_log;
     std::string m_command;
     bool m_background = false;
     std::vector<std::string> m_words;

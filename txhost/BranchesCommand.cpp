@@ -1,0 +1,41 @@
+#include "common/cmStringCatHelper.h"
+#include "txhost/Browser.h"
+#include "txhost/BrowserPath.h"
+#include "txhost/Commands.h"
+#include "txhost/Console.h"
+#include "txhost/JsonText.h"
+
+namespace {
+
+void printBranch(std::int32_t number, const cmStringT& name, const cmStringT& hash, bool json)
+{
+    const bool current = number == 0;
+    if (json) {
+        console::printLine(
+            jsonText({{"number", number}, {"name", jsonString(name)}, {"hash", jsonString(hash)}, {"current", current}}));
+        return;
+    }
+    const cmStringT shown = console::printable(name);
+    console::printLine(cmStringT(cmCat(current ? "* " : "  ") + console::coloured(console::yellow, hash.view().substr(0, 7))
+                                 + "  " + (current ? console::coloured(console::green, shown) : shown)));
+}
+
+}  // namespace
+
+int runBranches(const HostOptions& options, const std::string& named)
+{
+    const cmStringT repository = browsedDirectory(named);
+    Host host(options);
+    console::catchInterrupts();
+    Browser browser(host, repository, {});
+    // The branches are there before the first commit.
+    if (!browser.waitFor([&] { return browser.count() > 0; }))
+        return 1;
+    for (std::int32_t number = 0;; ++number) {
+        const cmStringT name = browser.branchName(number);
+        const cmStringT hash = browser.branchHash(number);
+        if (name.isEmpty() && hash.isEmpty())
+            return number > 0 ? 0 : reportNothingToBrowse(repository);
+        printBranch(number, name, hash, options.json);
+    }
+}

@@ -1,0 +1,92 @@
+#include "txhost/Browser.h"
+
+#include "txhost/Console.h"
+
+namespace {
+
+constexpr std::int32_t countSlot = 49;
+constexpr std::int32_t commitSlot = 50;
+constexpr std::int32_t graphRowSlot = 52;
+constexpr std::int32_t graphWidthSlot = 54;
+constexpr std::int32_t lookEveryMs = 10;
+
+/// The function that the module offered at a slot.
+template <class Function>
+Function* callback(const Host& host, std::int32_t slot)
+{
+    return reinterpret_cast<Function*>(host.editor().callback(slot));
+}
+
+}  // namespace
+
+Browser::Browser(Host& host, const cmStringT& repository, const std::string& restriction) : m_host(host)
+{
+    host.requireTool(gitTool);
+    const std::int32_t status = host.call("_GitGetBranchInfo", {repository, host.programPath(gitTool), 0, restriction.c_str()});
+    if (status != 0)
+        throw HostError(failureText(repository, status).c_str());
+}
+
+Browser::~Browser()
+{
+    m_host.call("_GitBranchClose", {});
+}
+
+bool Browser::waitFor(const std::function<bool()>& done)
+{
+    for (;;) {
+        const bool loading = isLoading();  // first: what came in between is seen then
+        if (console::wasInterrupted())
+            return false;
+        if (done() || !loading)
+            return true;
+        m_host.editor().runUntil([] { return console::wasInterrupted(); }, lookEveryMs);
+    }
+}
+
+bool Browser::isLoading()
+{
+    return m_host.call("_GitGetBranchInfoRunning", {}) != 0;
+}
+
+std::int32_t Browser::count() const
+{
+    return callback<std::int32_t()>(m_host, countSlot)();
+}
+
+bool Browser::commit(std::int64_t number, GitCommitInfo& info) const
+{
+    return callback<std::int32_t(std::int64_t, GitCommitInfo&)>(m_host, commitSlot)(number, info) == 0;
+}
+
+bool Browser::graphRow(std::int64_t number, GraphRow& row) const
+{
+    return callback<std::int32_t(std::int64_t, GraphRow&)>(m_host, graphRowSlot)(number, row) == 0;
+}
+
+std::int32_t Browser::graphWidth() const
+{
+    return callback<std::int32_t()>(m_host, graphWidthSlot)();
+}
+
+cmStringT Browser::branchName(std::int32_t number)
+{
+    // Beyond the last one the module answers "Error", which may also be the name of a branch; that one has a hash.
+    const cmStringT name = m_host.editor().call("_GitGetBranchName", {number}).text;
+    return name == "Error" && branchHash(number).isEmpty() ? cmStringT("") : name;
+}
+
+cmStringT Browser::branchHash(std::int32_t number)
+{
+    return m_host.editor().call("_GitGetBranchHash", {number}).text;
+}
+
+bool Browser::filter(const std::string& text)
+{
+    const TXHVAR tree = txHvarAlloc();
+    const std::int32_t status = m_host.call("_GitFilterTree", {text.c_str(), CallArgument::variable(tree)});
+    txHvarFree(tree);
+    if (status != 0)
+        throw HostError(failureText("filter", status).c_str());
+    return !m_host.editor().tree().empty();
+}

@@ -1,0 +1,167 @@
+#include "common/cmStringCatHelper.h"
+#include "txhost/Browser.h"
+#include "txhost/BrowserPath.h"
+#include "txhost/Commands.h"
+#include "txhost/Console.h"
+#include "txhost/GraphText.h"
+#include "txhost/JsonText.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace {
+
+constexpr std::size_t shortHash = 7;
+constexpr std::size_t mostColumns = 40;  ///< of the graph, where no terminal says how many there is room for
+
+cmStringT dateText(const GitDateTime& packed)
+{
+    if (!packed.isSet())
+        return "";
+    const cmDateTime date = packed.unpacked();
+    std::array<char, 80> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", date.year, date.month, date.day, date.hour,
+                  date.minute, date.second);
+    return text.data();
+}
+
+/// Writes the rows of the browser one after the other.
+class RowPrinter {
+public:
+    RowPrinter(Browser& browser, bool json) : m_browser(browser), m_json(json) {}
+
+    void print(const GitCommitInfo& info, const GraphRow& row)
+    {
+        if (m_json)
+            printJson(info, row);
+        else
+            printPlain(info, row);
+    }
+
+private:
+    cmArray<cmStringT> branchNames(const GitCommitInfo& info)
+    {
+        cmArray<cmStringT> names;
+        for (const std::int64_t number : info.branchNumbers) {
+            const cmStringT name = m_browser.branchName(static_cast<std::int32_t>(number));
+            if (!name.isEmpty())
+                names.push_back(name);
+        }
+        return names;
+    }
+
+    void printJson(const GitCommitInfo& info, const GraphRow& row)
+    {
+        Json parents = Json::array();
+        if (!info.firstParent.isEmpty())
+            parents.push_back(jsonString(info.firstParent));
+        for (const cmStringT& parent : info.otherParents)
+            parents.push_back(jsonString(parent));
+        Json branches = Json::array();
+        for (const cmStringT& name : branchNames(info))
+            branches.push_back(jsonString(name));
+        console::printLine(jsonText({{"row", info.row},
+                                     {"hash", jsonString(info.hash)},
+                                     {"parents", parents},
+                                     {"author", jsonString(info.authorName)},
+                                     {"email", jsonString(info.authorEmail)},
+                                     {"date", jsonString(dateText(info.date))},
+                                     {"subject", jsonString(info.subject)},
+                                     {"branches", branches},
+                                     {"column", row.column}}));
+    }
+
+    void printPlain(const GitCommitInfo& info, const GraphRow& row)
+    {
+        const std::size_t columns = drawnColumns(row);
+        cmStringT names("");
+        for (const cmStringT& name : branchNames(info))
+            names += cmStringT(cmCat("[") + console::printable(name) + "] ");
+        const cmStringT hash = info.hash.isEmpty() ? cmStringT("       ") : cmStringT(info.hash.view().substr(0, shortHash));
+        const cmStringT about = info.hash.isEmpty()
+                                    ? cmStringT("")
+                                    : cmStringT(cmCat("  ") + console::printable(info.authorName) + ", " + dateText(info.date));
+        cmStringT subject = console::printable(info.subject);
+        if (const std::size_t width = console::width()) {
+            const std::size_t taken = 2 * columns + shortHash + 1;
+            const std::size_t left = width > taken ? width - taken : 0;
+            names = console::shortened(names, left / 2);
+            const std::size_t forSubject = left - console::placesOf(names);
+            const std::size_t forAbout = console::placesOf(about);
+            // The subject comes first; the author shows where there is room for both.
+            const bool both = forSubject >= forAbout + 20;
+            subject = console::shortened(subject, both ? forSubject - forAbout : forSubject);
+            console::printLine(line(row, columns, hash, names, subject, both ? about : cmStringT("")));
+            return;
+        }
+        console::printLine(line(row, columns, hash, names, subject, about));
+    }
+
+    static std::size_t drawnColumns(const GraphRow& row)
+    {
+        std::size_t columns = row.column + std::size_t{1};
+        for (const GraphEdge& edge : row.edges)
+            columns = std::max({columns, edge.from + std::size_t{1}, edge.to + std::size_t{1}});
+        const std::size_t width = console::width();
+        return std::min(columns, width == 0 ? mostColumns : std::max<std::size_t>(4, width / 6));
+    }
+
+    static cmStringT line(const GraphRow& row, std::size_t columns, const cmStringT& hash, const cmStringT& names,
+                          const cmStringT& subject, const cmStringT& about)
+    {
+        return cmCat(graphText(row, columns)) + console::coloured(console::yellow, hash) + " "
+               + console::coloured(console::green, names) + subject + console::coloured(console::grey, about);
+    }
+
+    Browser& m_browser;
+    bool m_json;
+};
+
+/// How much of a long load is there, on its way.
+void showProgress(std::int32_t commits)
+{
+    console::showProgress(cmStringT(cmROStringT(std::to_string(commits) + " commits")));
+}
+
+}  // namespace
+
+int runLog(const HostOptions& options, const std::string& named, const LogOptions& wanted)
+{
+    const cmStringT repository = browsedDirectory(named);
+    Host host(options);
+    console::catchInterrupts();
+    Browser browser(host, repository, wanted.restriction);
+    RowPrinter printer(browser, options.json);
+    std::int64_t number = 0;
+    int printed = 0;
+    const auto isEnough = [&] { return wanted.rows >= 0 && printed >= wanted.rows; };
+    const auto printRows = [&](std::int64_t count) {
+        GitCommitInfo info;
+        GraphRow row;
+        for (; number < count && !isEnough() && !console::wasInterrupted(); ++number) {
+            const bool shown = browser.commit(number, info) && browser.graphRow(number, row);
+            if (!shown && wanted.filter.empty())
+                break;  // it has no row yet
+            if (!shown)
+                continue;
+            printer.print(info, row);
+            ++printed;
+        }
+    };
+    const bool ended = browser.waitFor([&] {
+        if (!console::isTerminal() || !wanted.filter.empty())
+            showProgress(browser.count());
+        if (wanted.filter.empty())
+            printRows(browser.count());
+        return isEnough();
+    });
+    console::showProgress("");
+    if (!ended)
+        return 1;
+    if (browser.count() == 0)
+        return reportNothingToBrowse(repository);
+    if (wanted.filter.empty() || browser.filter(wanted.filter))
+        printRows(browser.count());
+    return console::wasInterrupted() ? 1 : 0;
+}
