@@ -19,10 +19,10 @@ Function* callback(const Host& host, std::int32_t slot)
 
 }  // namespace
 
-Browser::Browser(Host& host, const cmStringT& repository, const std::string& restriction) : m_host(host)
+Browser::Browser(Host& host, const cmStringT& repository, const cmStringT& restriction) : m_host(host)
 {
     host.requireTool(gitTool);
-    const std::int32_t status = host.call("_GitGetBranchInfo", {repository, host.programPath(gitTool), 0, restriction.c_str()});
+    const std::int32_t status = host.call("_GitGetBranchInfo", {repository, host.programPath(gitTool), 0, restriction});
     if (status != 0)
         throw HostError(failureText(repository, status).c_str());
 }

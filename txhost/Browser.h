@@ -13,7 +13,7 @@ class Browser {
 public:
     /// Begins to load; `restriction` takes the place of "all branches" on the log's command line when it is not empty. Throws
     /// HostError when the module cannot.
-    Browser(Host& host, const cmStringT& repository, const std::string& restriction);
+    Browser(Host& host, const cmStringT& repository, const cmStringT& restriction);
     ~Browser();
     Browser(const Browser&) = delete;
     Browser& operator=(const Browser&) = delete;

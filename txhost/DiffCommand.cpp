@@ -1,4 +1,5 @@
 #include "common/cmStringCatHelper.h"
+#include "txhost/BrowserPath.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
@@ -59,12 +60,12 @@ void printFile(const std::string& path, const Json& entry)
 
 int runDiff(const HostOptions& options, const std::string& repository)
 {
-    const cmStringT path = watchedDirectories({repository}, gitTool.name).front().path;
+    const cmStringT path = browsedDirectory(repository);
     Host host(options);
     host.requireTool(gitTool);
     const TXHVAR variable = txHvarAlloc();
-    const std::int32_t status =
-        host.call("_GitGetDiffInfo", {path, host.gitPath(), CallArgument::variable(variable), cmStringT(options.revision)});
+    const std::int32_t status = host.call(
+        "_GitGetDiffInfo", {path, host.programPath(gitTool), CallArgument::variable(variable), cmStringT(options.revision)});
     if (status != 0) {
         printFailure(path, {gitTool.name, status}, options.json);
         return 1;

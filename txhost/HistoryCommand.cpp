@@ -29,15 +29,9 @@ Json filesOf(const Json& entry)
     return files;
 }
 
-/// How many columns UTF-8 text takes, if each of its characters takes one.
-std::size_t columns(const std::string& text)
-{
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-}
-
 std::string padded(std::string text, std::size_t width)
 {
-    const std::size_t length = columns(text);
+    const std::size_t length = console::placesOf(text);
     return text.append(std::max(width, length) - length, ' ');
 }
 
@@ -85,9 +79,9 @@ int runHistory(const HostOptions& options, const std::string& file)
     const cmStringT whole = cmPathText(std::filesystem::absolute(cmSystemPath(file), error).lexically_normal());
     const cmStringT path(cmWithoutTrailingSeparator(whole));
     const TXHVAR tree = txHvarAlloc();
-    const std::int32_t status =
-        host.call("_GitGetHistoryInfo", {path, host.gitPath(), CallArgument::variable(tree), cmStringT(options.revision),
-                                         options.newest ? 1 : 0, options.follow ? 1 : 0, options.working ? 1 : 0});
+    const std::int32_t status = host.call("_GitGetHistoryInfo", {path, host.programPath(gitTool), CallArgument::variable(tree),
+                                                                 cmStringT(options.revision), options.newest ? 1 : 0,
+                                                                 options.follow ? 1 : 0, options.working ? 1 : 0});
     if (status != 0) {
         printFailure(path, {gitTool.name, status}, options.json);
         return 1;
@@ -95,7 +89,7 @@ int runHistory(const HostOptions& options, const std::string& file)
     const cmArray<Json> entries = childrenOf(jsonOfVariable(*host.editor().value(tree)));
     std::size_t authorWidth = 0;
     for (const Json& entry : entries)
-        authorWidth = std::max(authorWidth, columns(field(entry, "author")));
+        authorWidth = std::max(authorWidth, console::placesOf(field(entry, "author")));
     for (const Json& entry : entries) {
         if (options.json)
             printJson(entry);

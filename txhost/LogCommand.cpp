@@ -131,7 +131,7 @@ int runLog(const HostOptions& options, const std::string& named, const LogOption
     const cmStringT repository = browsedDirectory(named);
     Host host(options);
     console::catchInterrupts();
-    Browser browser(host, repository, wanted.restriction);
+    Browser browser(host, repository, cmROStringT(wanted.restriction));
     RowPrinter printer(browser, options.json);
     std::int64_t number = 0;
     int printed = 0;

@@ -1,6 +1,8 @@
 #include "common/CommandLine.h"
 #include "common/CommandRunner.h"
 #include "common/cmStringCatHelper.h"
+#include "txhost/Browser.h"
+#include "txhost/BrowserPath.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
@@ -18,28 +20,15 @@ cmStringT wholeHash(const Host& host, cmROStringT repository, cmROStringT revisi
 {
     const cmStringT commit = cmCat(revision) + "^{commit}";
     cmStringT output("");
-    runCommandCapture(
-        cmStringT(cmCat("\"") + host.gitPath() + "\" rev-parse --verify --quiet --end-of-options " + quoteArgument(commit)),
-        output, repository);
+    runCommandCapture(cmStringT(cmCat("\"") + host.programPath(gitTool) + "\" rev-parse --verify --quiet --end-of-options "
+                                + quoteArgument(commit)),
+                      output, repository);
     for (cmROStringT lines = output; !lines.empty();) {
         const cmROStringT line = cmTakeUntil(lines, '\n');
         if (!line.starts_with('-'))
             return line;
     }
     throw HostError("no such commit: " + std::string(revision));
-}
-
-/// Lets the module load the branches with this one commit and waits for it; the status of the load.
-std::int32_t loadCommit(Host& host, const cmStringT& repository, const cmStringT& hash)
-{
-    const cmStringT restriction = cmCat("--max-count=1 ") + quoteArgument(hash);
-    const std::int32_t status = host.call("_GitGetBranchInfo", {repository, host.gitPath(), 0, restriction});
-    const auto loaded = [&host] { return console::wasInterrupted() || host.call("_GitGetBranchInfoRunning", {}) == 0; };
-    if (status == 0 && !host.editor().runUntil(loaded, -1))
-        return status;
-    if (console::wasInterrupted())
-        throw HostError("interrupted");
-    return status;
 }
 
 /// A list of the table; one that the module left empty is no array to the editor.
@@ -76,7 +65,7 @@ void printPlain(const Json& table)
 
 int runShow(const HostOptions& options, const std::string& repository)
 {
-    const cmStringT path = watchedDirectories({repository}, gitTool.name).front().path;
+    const cmStringT path = browsedDirectory(repository);
     console::catchInterrupts();
     Host host(options);
     host.requireTool(gitTool);
@@ -86,9 +75,12 @@ int runShow(const HostOptions& options, const std::string& repository)
         txHvarSetString(txHvarHashElement(variable, key, txCreateMissing), "");
     for (const char* key : lists)
         txHvarHashElement(variable, key, txCreateMissing);
-    std::int32_t status = loadCommit(host, path, hash);
-    if (status == 0)
-        status = host.call("_GitGetCommitInfo", {host.gitPath(), path, hash, CallArgument::variable(variable)});
+    // That one commit is all that the browser has to know.
+    Browser browser(host, path, cmStringT(cmCat("--max-count=1 ") + quoteArgument(hash)));
+    if (!browser.waitFor([] { return false; }))
+        throw HostError("interrupted");
+    const std::int32_t status =
+        host.call("_GitGetCommitInfo", {host.programPath(gitTool), path, hash, CallArgument::variable(variable)});
     if (status != 0) {
         printFailure(path, {gitTool.name, status}, options.json);
         return 1;

@@ -61,8 +61,8 @@ public:
             m_app.parse(guardedWords(words));
             for (std::string& word : m_words)
                 removeGuard(word);
-            for (std::string* word :
-                 {&m_name, &m_command, &m_log.restriction, &m_log.filter, &m_options.git, &m_options.svn, &m_options.p4, &m_options.revision})
+            for (std::string* word : {&m_name, &m_command, &m_log.restriction, &m_log.filter, &m_options.git, &m_options.svn,
+                                      &m_options.p4, &m_options.revision})
                 removeGuard(*word);
         } catch (const CLI::ParseError& error) {
             return m_app.exit(error) == 0 ? 0 : exitUsage;
