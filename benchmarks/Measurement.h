@@ -67,3 +67,5 @@ Row measureReload();
 Row measureReloadGrowth();
 /// Fetching a revision of 50 MB into the cache against a redirection in a shell.
 Row measureLiveDiff();
+/// The Git browser on made histories of 1,000,000 and 200,000 commits, or its load of `repository`.
+std::vector<Row> measureBrowser(const std::optional<std::string>& repository);

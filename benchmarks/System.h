@@ -22,6 +22,15 @@ std::string statusScript(const std::filesystem::path& git, const std::filesystem
 std::string svnStatusScript(const std::filesystem::path& svn, const std::filesystem::path& top);
 /// A script that makes a repository beside the folder `files`, commits these, and checks them out as `top`.
 std::string svnCheckoutScript(const std::filesystem::path& files, const std::filesystem::path& top);
+/// A script that runs `git` with these arguments in `top`, and one that sends what it writes to nowhere.
+std::string gitCommand(const std::filesystem::path& git, const std::filesystem::path& top, const std::string& arguments);
+std::string gitScript(const std::filesystem::path& git, const std::filesystem::path& top, const std::string& arguments);
+/// A script that has git import a stream into the repository at `top`.
+std::string fastImportScript(const std::filesystem::path& top, const std::filesystem::path& stream);
+/// What a script writes. Throws BenchError when it cannot be run.
+std::string shellOutput(const std::string& script);
+/// How much memory this process has in use.
+double residentBytes();
 /// A script that has `git` write the committed revision of `file` into `copy`.
 std::string showScript(const std::filesystem::path& git, const std::filesystem::path& file, const std::filesystem::path& copy);
 /// Asks the system for the date of each file and whether it may be written, and does nothing with that.

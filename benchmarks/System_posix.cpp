@@ -10,10 +10,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
+#include <memory>
 #include <utility>
 
 namespace fs = std::filesystem;
@@ -85,6 +89,43 @@ std::string bench::svnCheckoutScript(const fs::path& files, const fs::path& top)
     // The client flushes every file to the disk: minutes, for a working copy that is thrown away.
     return "svnadmin create " + quoted(repository) + " && eatmydata svn import --quiet --message first " + quoted(files) + " "
            + url + " && eatmydata svn checkout --quiet " + url + " " + quoted(top);
+}
+
+std::string bench::gitCommand(const fs::path& git, const fs::path& top, const std::string& arguments)
+{
+    return "cd " + quoted(top) + " && " + quoted(git) + " --no-pager " + arguments;
+}
+
+std::string bench::gitScript(const fs::path& git, const fs::path& top, const std::string& arguments)
+{
+    return gitCommand(git, top, arguments) + " >/dev/null";
+}
+
+std::string bench::fastImportScript(const fs::path& top, const fs::path& stream)
+{
+    return "cd " + quoted(top) + " && git fast-import --quiet <" + quoted(stream);
+}
+
+std::string bench::shellOutput(const std::string& script)
+{
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(popen(script.c_str(), "r"), &pclose);
+    if (!pipe)
+        throw BenchError("cannot run " + script);
+    std::string output;
+    std::array<char, 65536> buffer{};
+    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), pipe.get()))
+        output.append(buffer.data(), count);
+    return output;
+}
+
+double bench::residentBytes()
+{
+    std::ifstream statistics("/proc/self/statm");
+    double size = 0;
+    double resident = 0;
+    if (!(statistics >> size >> resident))
+        throw BenchError("the system does not tell the memory of this process");
+    return resident * static_cast<double>(sysconf(_SC_PAGESIZE));
 }
 
 std::string bench::showScript(const fs::path& git, const fs::path& file, const fs::path& copy)

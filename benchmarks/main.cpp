@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -16,22 +17,24 @@ constexpr int exitUsage = 2;
 
 struct Measurement {
     const char* name;
-    std::function<Row()> measure;
+    std::function<std::vector<Row>()> measure;
 };
 
 /// Makes the measurements whose name holds `only`, whether or not one before fails.
 int runAll(bool json, const std::string& only, const std::optional<std::string>& repository)
 {
-    const std::array<Measurement, 9> measurements{{
-        {"status pass", [&repository] { return measureStatusPass(repository); }},
-        {"svn status pass", &measureSvnPass},
-        {"svn growth", &measureSvnGrowth},
-        {"reload dates", &measureReload},
-        {"reload growth", &measureReloadGrowth},
-        {"live diff", &measureLiveDiff},
-        {"capture", &measureCapture},
-        {"processor time", &measureIdleCapture},
-        {"stop", &measureStop},
+    const auto one = [](Row (*measure)()) { return [measure] { return std::vector<Row>{measure()}; }; };
+    const std::array<Measurement, 10> measurements{{
+        {"git browser", [&repository] { return measureBrowser(repository); }},  // first: it asks for the process's memory
+        {"status pass", [&repository] { return std::vector<Row>{measureStatusPass(repository)}; }},
+        {"svn status pass", one(&measureSvnPass)},
+        {"svn growth", one(&measureSvnGrowth)},
+        {"reload dates", one(&measureReload)},
+        {"reload growth", one(&measureReloadGrowth)},
+        {"live diff", one(&measureLiveDiff)},
+        {"capture", one(&measureCapture)},
+        {"processor time", one(&measureIdleCapture)},
+        {"stop", one(&measureStop)},
     }};
     const Report report(json);
     int result = 0;
@@ -39,7 +42,8 @@ int runAll(bool json, const std::string& only, const std::optional<std::string>&
         if (std::string(measurement.name).find(only) == std::string::npos)
             continue;
         try {
-            report.print(measurement.measure());
+            for (const Row& row : measurement.measure())
+                report.print(row);
         } catch (const std::exception& error) {
             Report::printFailure(measurement.name, error.what());
             result = exitFailure;

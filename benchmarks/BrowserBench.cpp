@@ -1,0 +1,228 @@
+#include "benchmarks/BenchModule.h"
+#include "benchmarks/MadeHistory.h"
+#include "benchmarks/Measurement.h"
+#include "benchmarks/ScratchFolder.h"
+#include "benchmarks/System.h"
+#include "filewatcher/git/AncestorMarks.h"
+#include "filewatcher/git/CommitGraph.h"
+#include "txapi/txapi.h"
+
+#include <algorithm>
+#include <chrono>
+#include <optional>
+#include <thread>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int loadRounds = 5;
+constexpr int filterRounds = 5;
+constexpr const char* logArguments = "log --all --date=iso \"--pretty=format:%H%x00%P%x00%ct%x00%ae%x00%an%x00%s%x01\"";
+
+/// The Git browser on one repository, loaded again and again.
+class BrowserLoad {
+public:
+    explicit BrowserLoad(const fs::path& top) : m_top(top.string()) {}
+
+    BenchModule& module() { return m_module; }
+    void begin()
+    {
+        constexpr std::int32_t evenIfItIsTheSame = 1;
+        const std::string git = programInPath("git");
+        if (m_module.call("_GitGetBranchInfo", {m_top.c_str(), git.c_str(), evenIfItIsTheSame}) != 0)
+            throw BenchError("the browser does not load " + m_top);
+    }
+    void close() { m_module.call("_GitBranchClose", {}); }
+    bool isLoading() { return m_module.call("_GitGetBranchInfoRunning", {}) != 0; }
+    /// How many commits there are; the working copy is one.
+    std::int32_t count() { return reinterpret_cast<std::int32_t (*)()>(m_module.editor().callback(49))(); }
+    /// The time of one load without an editor that shows anything, in milliseconds.
+    double wholeLoad()
+    {
+        const double time = milliseconds([this] {
+            begin();
+            while (isLoading())
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        });
+        return time;
+    }
+
+private:
+    std::string m_top;
+    BenchModule m_module{programInPath("git")};
+};
+
+std::string named(const std::string& what, const std::string& history)
+{
+    return what + ", " + history;
+}
+
+Row limited(const std::string& what, const std::string& unit, double ours, double reference, double limit)
+{
+    Row row = makeRow(what, unit, ours, reference);
+    row.aim = Aim::oursAtMost;
+    row.limit = limit;
+    row.rounds = 1;
+    return row;
+}
+
+Row measureLoad(const fs::path& top, const std::string& history, std::optional<int> commits)
+{
+    BrowserLoad load(top);
+    const std::string script = bench::gitScript(programInPath("git"), top, logArguments);
+    const auto ours = [&] {
+        const double time = load.wholeLoad();
+        if (commits && load.count() != *commits + 1)
+            throw BenchError("the browser has " + std::to_string(load.count()) + " rows");
+        load.close();
+        return time;
+    };
+    const Samples samples = interleave(loadRounds, ours, [&] { return milliseconds([&] { bench::runInShell(script); }); });
+    Row row = makeRow(named("browser load", history), "ms", median(samples.ours), median(samples.reference));
+    row.aim = Aim::ratioAtMost;
+    row.limit = 1.15;
+    row.rounds = loadRounds;
+    return row;
+}
+
+/// What the loaded browser adds to the memory of this process, a commit.
+Row measureMemory(const MadeHistory& made, const std::string& history)
+{
+    BrowserLoad load(made.top());
+    const double before = bench::residentBytes();
+    load.wholeLoad();
+    const double bytes = (bench::residentBytes() - before) / made.commits();
+    return limited(named("memory of a commit", history), "B", bytes, 250, 250);
+}
+
+Row measureFirstRows(const MadeHistory& made, const std::string& history)
+{
+    constexpr std::size_t rows = 100;
+    BrowserLoad load(made.top());
+    const std::string script = bench::gitScript(programInPath("git"), made.top(), std::string(logArguments) + " --max-count=100");
+    const Samples samples = interleave(
+        loadRounds,
+        [&] {
+            const double time = milliseconds([&] {
+                load.begin();
+                load.module().waitFor([&] { return load.module().editor().tree().size() >= rows; }, "the first rows");
+            });
+            load.close();
+            load.module().call("filewatcher_stop_async_work", {});
+            txTreeClear();
+            return time;
+        },
+        [&] { return milliseconds([&] { bench::runInShell(script); }); });
+    return limited(named("first 100 rows in the tree", history), "ms", median(samples.ours), median(samples.reference), 200);
+}
+
+/// The longest turn of the editor's loop while the tree fills, and the longest call meanwhile.
+std::vector<Row> measureResponse(const MadeHistory& made, const std::string& history)
+{
+    BrowserLoad load(made.top());
+    Editor& editor = load.module().editor();
+    double longestTurn = 0;
+    double longestCall = 0;
+    load.begin();
+    const auto size = static_cast<std::size_t>(made.commits()) + 1;
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(3);
+    while (editor.tree().size() < size) {
+        if (std::chrono::steady_clock::now() > deadline)
+            throw BenchError("the tree is not full after three minutes");
+        longestTurn = std::max(longestTurn, milliseconds([&] { editor.runUntil([] { return false; }, 0); }));
+        for (const char* getter : {"_GitGetBranchInfoRunning", "_GitGettingInfo", "_GitCurBranchEndHash"})
+            longestCall = std::max(longestCall, milliseconds([&] { load.module().call(getter, {}); }));
+        longestCall = std::max(longestCall, milliseconds([&] { load.module().call("_GitGetBranchName", {0}); }));
+        longestCall = std::max(longestCall, milliseconds([&] { load.count(); }));
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return {limited(named("longest tick of the tree", history), "ms", longestTurn, 200, 210),
+            limited(named("longest call during a load", history), "ms", longestCall, 10, 10)};
+}
+
+Row measureFilter(const MadeHistory& made, const std::string& history)
+{
+    BrowserLoad load(made.top());
+    load.wholeLoad();
+    const TXHVAR tree = txHvarAlloc();
+    const std::string script =
+        bench::gitScript(programInPath("git"), made.top(), std::string("log --all --oneline --grep=") + MadeHistory::rareWord);
+    std::vector<double> times;
+    for (int round = 0; round < filterRounds; ++round) {
+        times.push_back(milliseconds([&] {
+            load.module().call("_GitFilterTree", {MadeHistory::rareWord, CallArgument::variable(tree)});
+        }));
+        if (load.module().editor().tree().size() != static_cast<std::size_t>(made.rareSubjects()))
+            throw BenchError("the filter found something else");
+    }
+    txHvarFree(tree);
+    Row row = limited(named("filter for a rare word", history), "ms", median(times),
+                      milliseconds([&] { bench::runInShell(script); }), 300);
+    row.rounds = filterRounds;
+    return row;
+}
+
+/// The commits of a history as the model has them.
+void fill(CommitStore& store, const MadeHistory& made)
+{
+    const std::string log = bench::shellOutput(bench::gitCommand(programInPath("git"), made.top(), logArguments));
+    store.addWorkingCopy();
+    cmROStringT batch = log;
+    for (GitLogRecord record; takeGitLogRecord(batch, record);)
+        store.add(record);
+}
+
+std::vector<Row> measureGraph(const MadeHistory& made, const std::string& history, double loadMs)
+{
+    CommitStore store;
+    fill(store, made);
+    const double time = milliseconds([&] {
+        AncestorMarks marks;
+        marks.begin(store.idOf(1));
+        for (std::uint32_t number = 1; number < store.count(); ++number)
+            marks.arrived(store, number);
+        AllCommits commits(store);
+        GraphLayout layout(commits);
+        layout.extend(store.count());
+        if (layout.widest() < 2)
+            throw BenchError("the graph is not laid out");
+    });
+    const std::string script = bench::gitScript(programInPath("git"), made.top(), "log --graph --all --oneline");
+    Row graph = makeRow(named("graph and marks", history), "ms", time, milliseconds([&] { bench::runInShell(script); }));
+    graph.aim = Aim::ratioAtMost;
+    graph.limit = 0.01;
+    graph.percent = true;
+    graph.rounds = 1;
+    Row share = makeRow(named("graph and marks in a load", history), "ms", time, loadMs);
+    share.aim = Aim::ratioAtMost;
+    share.limit = 0.02;
+    share.percent = true;
+    share.rounds = 1;
+    return {graph, share};
+}
+
+void append(std::vector<Row>& rows, const std::vector<Row>& more)
+{
+    rows.insert(rows.end(), more.begin(), more.end());
+}
+
+}  // namespace
+
+std::vector<Row> measureBrowser(const std::optional<std::string>& repository)
+{
+    if (repository)
+        return {measureLoad(fs::absolute(*repository), fs::absolute(*repository).filename().string(), std::nullopt)};
+    std::vector<Row> rows;
+    const ScratchFolder folder;
+    const MadeHistory large(folder / "large", 1'000'000);
+    rows.push_back(measureMemory(large, "1,000,000 commits"));
+    rows.push_back(measureLoad(large.top(), "1,000,000 commits", large.commits()));
+    rows.push_back(measureFirstRows(large, "1,000,000 commits"));
+    append(rows, measureResponse(large, "1,000,000 commits"));
+    rows.push_back(measureFilter(large, "1,000,000 commits"));
+    const MadeHistory small(folder / "small", 200'000);
+    rows.push_back(measureLoad(small.top(), "200,000 commits", small.commits()));
+    append(rows, measureGraph(small, "200,000 commits", rows.back().ours));
+    return rows;
+}
