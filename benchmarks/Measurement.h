@@ -67,5 +67,7 @@ Row measureReload();
 Row measureReloadGrowth();
 /// Fetching a revision of 50 MB into the cache against a redirection in a shell.
 Row measureLiveDiff();
-/// The Git browser on made histories of 1,000,000 and 200,000 commits, or its load of `repository`.
+/// The Git browser on a made history of 1,000,000 commits, or its load of `repository`.
 std::vector<Row> measureBrowser(const std::optional<std::string>& repository);
+/// Laying out the graph of a made history of 200,000 commits, against git's own graph and against the load.
+std::vector<Row> measureBrowserGraph();

@@ -24,8 +24,9 @@ struct Measurement {
 int runAll(bool json, const std::string& only, const std::optional<std::string>& repository)
 {
     const auto one = [](Row (*measure)()) { return [measure] { return std::vector<Row>{measure()}; }; };
-    const std::array<Measurement, 10> measurements{{
+    const std::array<Measurement, 11> measurements{{
         {"git browser", [&repository] { return measureBrowser(repository); }},  // first: it asks for the process's memory
+        {"git graph", &measureBrowserGraph},
         {"status pass", [&repository] { return std::vector<Row>{measureStatusPass(repository)}; }},
         {"svn status pass", one(&measureSvnPass)},
         {"svn growth", one(&measureSvnGrowth)},

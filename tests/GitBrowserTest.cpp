@@ -1,5 +1,6 @@
 #include "common/CommandRunner.h"
 #include "filewatcher/git/GitBranchesModel.h"
+#include "filewatcher/git/GitCommitLookup.h"
 #include "filewatcher/git/GitRefs.h"
 #include "tests/ModuleFixture.h"
 
@@ -263,6 +264,7 @@ TEST_F(GitBrowserTest, FiltersTheTreeAndItsGraph)
         EXPECT_EQ(filter(wanted), 0);
         ASSERT_EQ(editor.tree().size(), 1u) << wanted;
         EXPECT_NE(captions()[0].find("on the side"), std::string::npos);
+        EXPECT_TRUE(findModelCommit(hashOf("extra"), info)) << "it is known, though not shown";
     }
     EXPECT_EQ(filter("no such thing"), 0);
     EXPECT_EQ(editor.tree().size(), 1u);
@@ -316,9 +318,14 @@ TEST_F(GitBrowserTest, ClosesAndReplacesALoadAtAnyMoment)
             EXPECT_TRUE(eventually([&] { return threadCount() == threads; }));
         }
     }
-    editor.setProperty(152, cmStringT(""));
-    show();
-    EXPECT_EQ(published(), 6);
+    for (const bool filtered : {false, true}) {
+        if (filtered)
+            call("_GitFilterTree", {"extra", 0});
+        call("filewatcher_stop_async_work", {});
+        show();
+        EXPECT_EQ(editor.tree().size(), 6u);
+        EXPECT_NE(captions()[0].find("Uncomitted changes"), std::string::npos);
+    }
 }
 
 TEST_F(GitBrowserTest, EndsAToolThatHangsAndSurvivesOneThatFails)
@@ -326,6 +333,8 @@ TEST_F(GitBrowserTest, EndsAToolThatHangsAndSurvivesOneThatFails)
     const std::string hanging = helperAs(folder, "tool-hangs-with-child");
     EXPECT_EQ(open({}, hanging), 0);
     ASSERT_TRUE(eventually([&] { return processesOf(hanging) > 0; }));
+    editor.runUntil([] { return false; }, 300);  // the tree's timer ticks and waits for nothing
+    EXPECT_EQ(branch(0), "Error");
     importBranches();
     git(top, {"init", "--quiet", text(folder / "other")});
     EXPECT_EQ(call("_GitGetBranchInfo", {cmStringT(text(folder / "other")), "git"}), 0);

@@ -68,12 +68,18 @@ std::int32_t startLoad(GitBranchesModel& model, const GitLoadRequest& request, b
     model.join();  // it has ended, or was told to: then it does so at once
     model.init(request);
     state.cursor = {};
-    if (newRepository) {
+    if (newRepository)
         txTreeSetModel(&model);
+    if (newRepository || txTreeRowCount() > 0)  // rows of another load would pass for the first of this one
         txTreeClear();
+    int status = request.logThread->start();
+    if (status == 0)
+        status = model.start();
+    if (status != 0) {  // nobody would take what the log delivers
+        model.setLogThread(nullptr);
+        state.replaceLog(nullptr);
     }
-    const int status = request.logThread->start();
-    return status == 0 ? model.start() : status;
+    return status;
 }
 
 void closeBrowser()
@@ -98,14 +104,14 @@ std::int32_t gitGetBranchInfo(TXPSZ repository, TXPSZ git)
     registerGitCallbacks();
     cmStringT lastRepository;
     txGetStringProperty(repositoryProperty, lastRepository);
-    const bool newRepository = lastRepository != request.path;
+    const bool newRepository = !GitBranchesModel::instance(false) || lastRepository != request.path;
     const std::int32_t windowId = txGetIntProperty(windowProperty);
     request.logThread = std::make_shared<GitRunLogThread>(request.gitExePath, request.path, request.logRestriction);
     state.replaceLog(request.logThread);
 
     GitBranchesModel& model = *GitBranchesModel::instance(true);
     const bool wasRunning = model.isRunning();
-    model.requestStop();  // before anything waits for a lock under which git may run; clearing ends a load anyway
+    model.requestStop();  // clearing ends a load
     if (newRepository)
         state.killTimer();
     model.clearModel();
@@ -136,6 +142,7 @@ void stopGitBrowser()
     if (!GitBranchesModel::instance(false))
         return;
     txTreeSetModel(nullptr);
+    withdrawGitCallbacks();
     GitBranchesModel::destroyInstance();
     reapEndedChildren();
 }

@@ -17,16 +17,14 @@
 namespace {
 
 constexpr std::int32_t runStopped = -1;
-constexpr std::int64_t noCommit = -1;
 constexpr std::int64_t noRow = -1;
 constexpr std::uint32_t pollMs = 5;  // how long a look for more of the log waits when there was nothing
 constexpr std::uint32_t firstRowsPauseMs = 500;
 constexpr std::int32_t firstRows = 100;
 constexpr std::uint32_t parsePauseMs = 100;  // of every two such spans, one is the readers'
 constexpr int recordsPerHold = 256;
-constexpr std::uint32_t rowsPerHold = 1024;
 
-// Changed by the editor's thread, under the model's lock; read without, because git runs under that.
+// Changed by the editor's thread, under the model's lock; read without it.
 std::atomic<GitBranchesModel*> theModel{nullptr};
 
 }  // namespace
@@ -131,23 +129,27 @@ std::int32_t GitBranchesModel::run()
     return 0;
 }
 
+/// git may take its time or hang, and the editor's thread asks for what the lock guards: so git runs without it, and both answers
+/// appear at once.
 std::int32_t GitBranchesModel::getCurrentlyCheckedOutBranchName()
 {
     constexpr const char* name = "GitBranchesModel::getCurrentlyCheckedOutBranchName";
-    cmMutexLock hold(modelLock);
     cmStringT output;
     std::int32_t status = runGit("--no-pager branch --no-color --no-column", output);
     if (status != 0)
         return status;
     const cmStringT current = currentBranchIn(output);
-    if (!current.isNull())
-        m_currentBranchName = current;
     const cmROStringT arguments = "--no-pager log --max-count=1 --pretty=format:%H";
     debugLog(name, __LINE__,
-             cmStringT(cmCat("cmFile::getCurDir().get()=") + cmCurrentDirectory() + " path.get()=" + m_path
-                       + " cmdLine.get()=" + quotedGit(m_gitExePath) + arguments));
+             cmStringT(cmCat("cmFile::getCurDir().get()=") + cmCurrentDirectory() + " path.get()=" + path()
+                       + " cmdLine.get()=" + quotedGit(gitExePath()) + arguments));
     status = runGit(arguments, output);
     debugLog(name, __LINE__, cmStringT(cmCat("status=") + std::to_string(status)));
+    cmMutexLock hold(modelLock);
+    if (stopRequested())
+        return runStopped;
+    if (!current.isNull())
+        m_currentBranchName = current;
     if (status == 0 && !output.isEmpty()) {
         m_currentBranchEndHash = output;
         debugLog(name, __LINE__, cmStringT(cmCat("currentBranchName.get()=") + m_currentBranchName));
@@ -212,7 +214,6 @@ std::int32_t GitBranchesModel::loadCommits()
         log->takeCompleteRecords(batch);
         if (!batch.isEmpty()) {
             parseRecords(batch);
-            layOut();
         } else if (finished) {
             break;
         } else {
@@ -255,29 +256,14 @@ void GitBranchesModel::parseSomeRecords(cmROStringT& batch)
         m_onCurrentBranch.arrived(m_store, m_store.count() - 1);
         ++published;
     }
+    // At once, so that what is published can be shown, whatever else the batch holds.
+    m_graph->layout.extend(m_store.count());
 }
 
 void GitBranchesModel::addWorkingCopy()
 {
     m_store.addWorkingCopy();
     ++published;
-}
-
-void GitBranchesModel::layOut()
-{
-    while (layOutSome()) {
-    }
-}
-
-/// Whether there is more.
-bool GitBranchesModel::layOutSome()
-{
-    cmMutexLock hold(modelLock);
-    GraphLayout& layout = m_graph->layout;
-    if (stopRequested() || layout.rowCount() == m_store.count())
-        return false;
-    layout.extend(std::min(m_store.count(), layout.rowCount() + rowsPerHold));
-    return true;
 }
 
 std::int32_t GitBranchesModel::runGit(cmROStringT arguments, cmStringT& output)
@@ -370,20 +356,35 @@ std::int32_t GitBranchesModel::copyCommit(std::int64_t number, GitCommitInfo& in
     const std::int64_t row = rowOf(index);
     if (row < 0 && index != 0)
         return -1;
-    m_store.copy(index, info);
-    info.row = row;
-    const std::uint32_t id = m_store.idOf(index);
+    copyKnown(index, info);
+    return 0;
+}
+
+bool GitBranchesModel::findCommit(cmROStringT hash, GitCommitInfo& info)
+{
+    cmMutexLock hold(modelLock);
+    const std::uint32_t number = m_store.find(hash);
+    if (number == CommitStore::none)
+        return false;
+    copyKnown(number, info);
+    return true;
+}
+
+void GitBranchesModel::copyKnown(std::uint32_t number, GitCommitInfo& info)
+{
+    m_store.copy(number, info);
+    info.row = rowOf(number);
+    const std::uint32_t id = m_store.idOf(number);
     info.onCurrentBranch = m_onCurrentBranch.isMarked(id) ? 1 : 0;
-    if (index == 0) {
+    if (number == 0) {
         info.branchNumbers = {0};
         info.pendingBranches = {{m_headHash}};
-        return 0;
+        return;
     }
     const auto branches = m_branchesAt.find(id);
     if (branches != m_branchesAt.end())
         info.branchNumbers = branches->second;
-    addPendingBranches(index, info);
-    return 0;
+    addPendingBranches(number, info);
 }
 
 void GitBranchesModel::addPendingBranches(std::uint32_t number, GitCommitInfo& info)
@@ -399,11 +400,16 @@ void GitBranchesModel::addPendingBranches(std::uint32_t number, GitCommitInfo& i
     }
 }
 
-std::int64_t GitBranchesModel::findCommit(cmROStringT hash)
+std::int32_t GitBranchesModel::shownCount()
 {
     cmMutexLock hold(modelLock);
-    const std::uint32_t number = m_store.find(hash);
-    return number == CommitStore::none ? noCommit : number;
+    return static_cast<std::int32_t>(shownLayout().rowCount());
+}
+
+std::int64_t GitBranchesModel::shownCommit(std::int32_t row)
+{
+    cmMutexLock hold(modelLock);
+    return m_filtered ? m_filtered->commits.numbers()[static_cast<std::size_t>(row)] : row;
 }
 
 std::int64_t GitBranchesModel::rowOf(std::uint32_t number)
@@ -437,25 +443,17 @@ std::int32_t GitBranchesModel::graphWidth()
     return shownLayout().widest();
 }
 
-cmArray<std::uint32_t> GitBranchesModel::filter(cmROStringT text)
+bool GitBranchesModel::filter(cmROStringT text)
 {
     cmMutexLock hold(modelLock);
     if (text.empty()) {
         m_filtered.reset();
-        cmArray<std::uint32_t> all(m_graph->layout.rowCount());
-        std::iota(all.begin(), all.end(), 0);
-        return all;
+        return true;
     }
-    cmArray<std::uint32_t> found = filterCommits(m_store, text);
+    const cmArray<std::uint32_t> found = filterCommits(m_store, text);
     if (found.empty())
-        return found;
+        return false;
     m_filtered = std::make_unique<Graph<SomeCommits>>(m_graph->commits, m_store, found);
     m_filtered->layout.extend(static_cast<std::uint32_t>(found.size()));
-    return found;
-}
-
-bool GitBranchesModel::isFiltered()
-{
-    cmMutexLock hold(modelLock);
-    return m_filtered != nullptr;
+    return true;
 }

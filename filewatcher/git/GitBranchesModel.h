@@ -24,7 +24,7 @@ struct GitLoadRequest {
 /// starts it and requests its stops. The reading operations are for any thread.
 class GitBranchesModel : public cmThread {
 public:
-    /// The instance; made when there is none and `create` holds, else null. Never waits for a lock that a running git holds.
+    /// The instance; made when there is none and `create` holds, else null.
     static GitBranchesModel* instance(bool create);
     /// Stops the instance, waits for its thread, and destroys it.
     static void destroyInstance();
@@ -52,18 +52,19 @@ public:
     std::int32_t publishedCommitCount();
     /// Copies a commit. 0; -1 when there is none of that number, or when it has no row (the working copy needs none).
     std::int32_t copyCommit(std::int64_t number, GitCommitInfo& info);
-    /// The number of a commit, by its hash or the first seven digits of it; -1 when there is none.
-    std::int64_t findCommit(cmROStringT hash);
+    /// Copies a commit, found by its hash or the first seven digits of it, whether it is shown or not. False when there is none.
+    bool findCommit(cmROStringT hash, GitCommitInfo& info);
+    /// How many rows there are to show, and the number of the commit in one of them (below that).
+    std::int32_t shownCount();
+    std::int64_t shownCommit(std::int32_t row);
     /// The row of the graph that belongs to a commit. 0; -1 when it has none.
     std::int32_t copyGraphRow(std::int64_t number, GraphRow& row);
     /// The most columns that a row of the graph has so far.
     std::int32_t graphWidth();
 
-    /// Lets the graph show only the commits in which `text` occurs, all again when it is empty, and returns their numbers,
-    /// ascending; when there are none, what is shown stays. For the editor's thread.
-    cmArray<std::uint32_t> filter(cmROStringT text);
-    /// Whether only some are shown.
-    bool isFiltered();
+    /// Shows only the commits in which `text` occurs, all again when it is empty. False when it occurs in none: what is shown
+    /// stays. For the editor's thread.
+    bool filter(cmROStringT text);
 
 private:
     template <class Commits>
@@ -80,14 +81,13 @@ private:
     void parseRecords(cmROStringT batch);
     void parseSomeRecords(cmROStringT& batch);
     void addWorkingCopy() CM_REQUIRES(modelLock);
-    void layOut();
-    bool layOutSome();
 
     /// Runs a git command in the repository and replaces `output` by what it wrote.
     std::int32_t runGit(cmROStringT arguments, cmStringT& output);
     /// Sleeps, a stop request aside.
     void pause(std::uint32_t ms);
     std::int64_t rowOf(std::uint32_t number) CM_REQUIRES(modelLock);
+    void copyKnown(std::uint32_t number, GitCommitInfo& info) CM_REQUIRES(modelLock);
     void addPendingBranches(std::uint32_t number, GitCommitInfo& info) CM_REQUIRES(modelLock);
     GraphLayout& shownLayout() CM_REQUIRES(modelLock);
 

@@ -6,14 +6,11 @@
 
 namespace {
 
-GitBranchesModel& model()
-{
-    return *GitBranchesModel::instance(true);
-}
+constexpr std::int32_t noCommit = -1;
 
 GitBranchesModel* modelCallback()
 {
-    return &model();
+    return GitBranchesModel::instance(true);
 }
 
 void refreshCallback(TXPSZ repository, TXPSZ git, std::int32_t windowId)
@@ -23,28 +20,33 @@ void refreshCallback(TXPSZ repository, TXPSZ git, std::int32_t windowId)
 
 std::int32_t countCallback()
 {
-    return model().publishedCommitCount();
+    GitBranchesModel* const model = GitBranchesModel::instance(false);
+    return model ? model->publishedCommitCount() : 0;
 }
 
 std::int32_t commitCallback(std::int64_t commit, GitCommitInfo& info)
 {
-    return model().copyCommit(commit, info);
+    GitBranchesModel* const model = GitBranchesModel::instance(false);
+    return model ? model->copyCommit(commit, info) : noCommit;
 }
 
 void pathsCallback(cmStringT& repository, cmStringT& git)
 {
-    repository = model().path();
-    git = model().gitExePath();
+    GitBranchesModel* const model = GitBranchesModel::instance(false);
+    repository = model ? model->path() : cmStringT("");
+    git = model ? model->gitExePath() : cmStringT("");
 }
 
 std::int32_t graphRowCallback(std::int64_t commit, GraphRow& row)
 {
-    return model().copyGraphRow(commit, row);
+    GitBranchesModel* const model = GitBranchesModel::instance(false);
+    return model ? model->copyGraphRow(commit, row) : noCommit;
 }
 
 std::int32_t graphWidthCallback()
 {
-    return model().graphWidth();
+    GitBranchesModel* const model = GitBranchesModel::instance(false);
+    return model ? model->graphWidth() : 0;
 }
 
 template <class Function>
@@ -64,4 +66,10 @@ void registerGitCallbacks()
     offer(51, &pathsCallback);
     offer(52, &graphRowCallback);
     offer(54, &graphWidthCallback);
+}
+
+void withdrawGitCallbacks()
+{
+    for (const std::int32_t slot : {47, 48, 49, 50, 51, 52, 54})
+        txSetCallback(slot, nullptr);
 }

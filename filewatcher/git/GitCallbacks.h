@@ -8,4 +8,7 @@
 ///     51  void (cmStringT& repository, cmStringT& git)                    what the model loads from
 ///     52  std::int32_t (std::int64_t commit, GraphRow& row)               copies a commit's row of the graph; -1 without one
 ///     54  std::int32_t ()                                                 the most columns that a row of the graph has
+/// Without a model all but the first answer as an empty one does.
 void registerGitCallbacks();
+/// Takes them back; their code may go away afterwards.
+void withdrawGitCallbacks();

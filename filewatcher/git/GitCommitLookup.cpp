@@ -5,6 +5,5 @@
 bool findModelCommit(cmROStringT hash, GitCommitInfo& commit)
 {
     GitBranchesModel* model = GitBranchesModel::instance(false);
-    const std::int64_t number = model ? model->findCommit(hash) : -1;
-    return number >= 0 && model->copyCommit(number, commit) == 0;
+    return model && model->findCommit(hash, commit);
 }

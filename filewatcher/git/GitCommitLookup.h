@@ -3,6 +3,6 @@
 #include "common/cmString.h"
 #include "filewatcher/git/GitCommitInfo.h"
 
-/// Copies the commit with this hash out of the branches model; false when there is no model or no such commit in what it
-/// shows. For the editor's thread.
+/// Copies the commit with this hash out of the branches model; false when there is no model or no such commit in it. For the
+/// editor's thread.
 bool findModelCommit(cmROStringT hash, GitCommitInfo& commit);

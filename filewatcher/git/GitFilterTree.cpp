@@ -13,14 +13,12 @@ std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR)
         return statusNoGitModel;
     BrowserState& state = browserState();
     state.killTimer();
-    const cmArray<std::uint32_t> numbers = model->filter(text.getCMString());
-    if (!numbers.empty()) {
+    if (model->filter(text.getCMString())) {
         txTreeClear();
         state.cursor = {};
+        addBranchTreeSlice(*model, state.cursor);
     }
-    for (const std::uint32_t number : numbers)
-        addBranchTreeRow(*model, number, state.cursor);
-    if (!model->isFiltered())
-        state.requestRefresh(state.refreshRequest);  // what has come since, and what is still to come
+    // What one slice did not hold, what has come since, and what is still to come.
+    state.requestRefresh(state.refreshRequest);
     return 0;
 }

@@ -4,14 +4,21 @@
 #include <functional>
 #include <utility>
 
-GraphLanes::GraphLanes(cmArray<std::uint32_t> targets)
-    : m_targets(std::move(targets)), m_next(m_targets.size()), m_widest(static_cast<std::int32_t>(m_targets.size()))
+void GraphLanes::restart(const cmArray<std::uint32_t>& targets)
 {
-    for (std::uint16_t column = 0; column < m_targets.size(); ++column) {
-        if (m_targets[column] == free)
+    for (const std::uint32_t target : m_targets) {
+        if (target < m_firsts.size())
+            m_firsts[target] = graphNoColumn;
+    }
+    m_free.clear();
+    m_targets = targets;
+    m_next.assign(targets.size(), graphNoColumn);
+    m_widest = static_cast<std::int32_t>(targets.size());
+    for (std::uint16_t column = 0; column < targets.size(); ++column) {
+        if (targets[column] == free)
             m_free.push_back(column);  // in ascending order: a heap
         else
-            reserve(column, m_targets[column]);
+            reserve(column, targets[column]);
     }
 }
 
@@ -53,9 +60,7 @@ std::uint16_t GraphLanes::takeColumn(std::uint32_t id, GraphRow* row)
     const std::uint16_t taken = leftmostFor(id);
     if (taken == graphNoColumn)
         return takeLeftmostFree();
-    const auto found = m_firsts.find(id);
-    std::uint16_t column = found->second;
-    m_firsts.erase(found);
+    std::uint16_t column = std::exchange(m_firsts[id], graphNoColumn);
     while (column != graphNoColumn) {
         const std::uint16_t next = m_next[column];
         if (row)
@@ -95,10 +100,7 @@ std::uint16_t GraphLanes::takeLeftmostFree()
 std::uint16_t GraphLanes::leftmostFor(std::uint32_t id) const
 {
     std::uint16_t leftmost = graphNoColumn;
-    const auto found = m_firsts.find(id);
-    if (found == m_firsts.end())
-        return leftmost;
-    for (std::uint16_t column = found->second; column != graphNoColumn; column = m_next[column])
+    for (std::uint16_t column = firstOf(id); column != graphNoColumn; column = m_next[column])
         leftmost = std::min(leftmost, column);
     return leftmost;
 }
@@ -123,8 +125,9 @@ std::uint16_t GraphLanes::reserveFor(const GraphNode::Parent& parent, bool first
 void GraphLanes::reserve(std::uint16_t column, std::uint32_t id)
 {
     m_targets[column] = id;
-    const auto [found, isNew] = m_firsts.try_emplace(id, column);
-    m_next[column] = isNew ? graphNoColumn : std::exchange(found->second, column);
+    if (m_firsts.size() <= id)
+        m_firsts.resize(id + std::size_t{1}, graphNoColumn);
+    m_next[column] = std::exchange(m_firsts[id], column);
 }
 
 void GraphLanes::release(std::uint16_t column)

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "common/cmArray.h"
-#include "common/cmDictionary.h"
 #include "filewatcher/git/GraphRow.h"
 
 #include <cstddef>
@@ -24,10 +23,8 @@ class GraphLanes {
 public:
     static constexpr std::uint32_t free = 0xFFFFFFFF;
 
-    GraphLanes() = default;
-    /// `targets`: by column the id it is reserved for, or `free`.
-    explicit GraphLanes(cmArray<std::uint32_t> targets);
-
+    /// Begins anew with these lanes; `targets`: by column the id it is reserved for, or `free`.
+    void restart(const cmArray<std::uint32_t>& targets);
     const cmArray<std::uint32_t>& targets() const { return m_targets; }
     /// The most columns that were in use at once.
     std::int32_t widest() const { return m_widest; }
@@ -46,9 +43,11 @@ private:
     void reserve(std::uint16_t column, std::uint32_t id);
     void release(std::uint16_t column);
 
-    cmArray<std::uint32_t> m_targets;                     ///< by column; the last one is in use
-    cmArray<std::uint16_t> m_next;                        ///< by column, the next one with the same target
-    cmDictionary<std::uint32_t, std::uint16_t> m_firsts;  ///< by target, one of its columns
-    cmArray<std::uint16_t> m_free;                        ///< a heap of free columns, and of some that are taken again
+    std::uint16_t firstOf(std::uint32_t id) const { return id < m_firsts.size() ? m_firsts[id] : graphNoColumn; }
+
+    cmArray<std::uint32_t> m_targets;  ///< by column; the last one is in use
+    cmArray<std::uint16_t> m_next;     ///< by column, the next one with the same target
+    cmArray<std::uint16_t> m_firsts;   ///< by target, one of its columns; graphNoColumn for none
+    cmArray<std::uint16_t> m_free;     ///< a heap of free columns, and of some that are taken again
     std::int32_t m_widest = 0;
 };

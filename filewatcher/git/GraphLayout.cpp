@@ -26,7 +26,7 @@ void GraphLayout::row(std::uint32_t index, GraphRow& result)
                                         [](std::uint32_t row, const Checkpoint& checkpoint) { return row < checkpoint.row; });
     const Checkpoint& checkpoint = *(after - 1);
     if (m_replayRow < checkpoint.row || m_replayRow > index) {
-        m_replay = GraphLanes(checkpoint.targets);
+        m_replay.restart(checkpoint.targets);
         m_replayRow = checkpoint.row;
     }
     for (; m_replayRow <= index; ++m_replayRow) {

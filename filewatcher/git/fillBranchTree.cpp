@@ -55,63 +55,8 @@ void setBranchNumbers(TXHVAR array, std::int64_t commit, const GitCommitInfo& in
         txHvarSetInt(txHvarArrayElement(array, index++, txCreateMissing), static_cast<std::int32_t>(number));
 }
 
-/// Adds rows until there are `count` or the time is up.
-void addSlice(GitBranchesModel& model, std::int32_t count, TreeCursor& cursor)
-{
-    const std::uint32_t begun = cmTickCount();
-    const std::int32_t first = txTreeRowCount();
-    for (std::int32_t number = first; number < count; ++number) {
-        if (!addBranchTreeRow(model, number, cursor))
-            return;
-        const std::uint32_t passed = cmTickCount() - begun;
-        if (passed > sliceMs || (passed > firstSliceMs && first < fewRows))
-            return;
-    }
-}
-
-void fillTree(BrowserState& state)
-{
-    GitBranchesModel* const model = GitBranchesModel::instance(false);
-    if (!model) {
-        state.killTimer();
-        state.cursor = {};
-        return;
-    }
-    const bool loading = model->isRunning() || (state.log() && state.log()->isRunning());
-    const std::int32_t count = model->publishedCommitCount();
-    if (count == 0 && loading)
-        return;
-    // While a filter chooses the rows, those of the load wait.
-    const bool filtered = model->isFiltered();
-    if (!filtered && txTreeRowCount() < count) {
-        state.killTimer();
-        addSlice(*model, count, state.cursor);
-    }
-    if (!loading) {
-        model->setLogThread(nullptr);
-        state.replaceLog(nullptr);
-    }
-    if (count > 0)
-        callEditorMacro("_TreeAdjustLastColButtonWidth");
-    if (!filtered && (loading || txTreeRowCount() < model->publishedCommitCount()))
-        state.armTimer(refreshMs);
-    else
-        state.killTimer();
-}
-
-}  // namespace
-
-void fillBranchTree()
-{
-    BrowserState& state = browserState();
-    state.armTimer(refreshMs);
-    const std::int32_t window = txGetIntProperty(windowProperty);
-    txSetIntProperty(windowProperty, state.refreshRequest.windowId);
-    fillTree(state);
-    txSetIntProperty(windowProperty, window);
-}
-
-bool addBranchTreeRow(GitBranchesModel& model, std::int64_t number, TreeCursor& cursor)
+/// Adds the row of a commit behind the last one. False when it cannot be read.
+bool addRow(GitBranchesModel& model, std::int64_t number, TreeCursor& cursor)
 {
     GitCommitInfo info;
     if (model.copyCommit(number, info) != 0)
@@ -126,4 +71,59 @@ bool addBranchTreeRow(GitBranchesModel& model, std::int64_t number, TreeCursor& 
         txTreeSetDate(cursor.lastNode, dateColumn, {date.year, date.month, date.day, date.hour, date.minute, date.second});
     }
     return true;
+}
+
+void fillTree(BrowserState& state)
+{
+    GitBranchesModel* const model = GitBranchesModel::instance(false);
+    if (!model) {
+        state.killTimer();
+        state.cursor = {};
+        return;
+    }
+    // First: what comes in between is seen at the next tick.
+    const bool loading = model->isRunning() || (state.log() && state.log()->isRunning());
+    if (model->publishedCommitCount() == 0 && loading)
+        return;
+    if (txTreeRowCount() < model->shownCount()) {
+        state.killTimer();
+        addBranchTreeSlice(*model, state.cursor);
+    }
+    if (!loading) {
+        model->setLogThread(nullptr);
+        state.replaceLog(nullptr);
+    }
+    if (loading || txTreeRowCount() < model->shownCount())
+        state.armTimer(refreshMs);
+    else
+        state.killTimer();
+    // The last: the macro may close the browser.
+    if (txTreeRowCount() > 0)
+        callEditorMacro("_TreeAdjustLastColButtonWidth");
+}
+
+}  // namespace
+
+void fillBranchTree()
+{
+    BrowserState& state = browserState();
+    state.armTimer(refreshMs);
+    const std::int32_t window = txGetIntProperty(windowProperty);
+    txSetIntProperty(windowProperty, state.refreshRequest.windowId);
+    fillTree(state);
+    txSetIntProperty(windowProperty, window);
+}
+
+void addBranchTreeSlice(GitBranchesModel& model, TreeCursor& cursor)
+{
+    const std::uint32_t begun = cmTickCount();
+    const std::int32_t first = txTreeRowCount();
+    const std::int32_t count = model.shownCount();
+    for (std::int32_t row = first; row < count; ++row) {
+        if (!addRow(model, model.shownCommit(row), cursor))
+            return;
+        const std::uint32_t passed = cmTickCount() - begun;
+        if (passed > sliceMs || (passed > firstSliceMs && first < fewRows))
+            return;
+    }
 }

@@ -2,9 +2,6 @@
 
 #include "filewatcher/git/BrowserState.h"
 #include "filewatcher/git/GitBranchesModel.h"
-#include "filewatcher/git/GitCommitInfo.h"
-
-#include <cstdint>
 
 // The editor's tree of commits; all for the editor's thread.
 
@@ -12,5 +9,5 @@
 /// nothing to see yet), and goes on at the next tick until the load has ended and all is there.
 void fillBranchTree();
 
-/// Adds the row of a commit behind the last one. False when it cannot be read yet.
-bool addBranchTreeRow(GitBranchesModel& model, std::int64_t number, TreeCursor& cursor);
+/// Adds the rows that the tree lacks, until the same time is up.
+void addBranchTreeSlice(GitBranchesModel& model, TreeCursor& cursor);
