@@ -138,7 +138,7 @@ void bench::readDates(const std::vector<std::string>& files)
 {
     for (const std::string& file : files) {
         struct stat entry {};
-        if (stat(file.c_str(), &entry) != 0)
+        if (stat(file.c_str(), &entry) != 0 || access(file.c_str(), W_OK) != 0)
             throw BenchError("no date of " + file);
     }
 }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <atomic>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -48,9 +49,9 @@ public:
             FILE_DATE_THREAD_INPUT_INFO request;
             while (!stopRequested() && m_data.takeRequest(request)) {
                 FILE_DATE_THREAD_OUTPUT_INFO result;
-                result.fileName = request.fileName;
+                result.fileName = std::move(request.fileName);
                 if (readFileDate(result))
-                    m_data.record(result);
+                    m_data.record(std::move(result));
             }
         }
         return 0;
@@ -97,7 +98,7 @@ void FileDateData::setSlowThreshold(std::int32_t ms)
     slowThresholdMs = ms;
 }
 
-bool FileDateData::enqueue(const cmArray<FILE_DATE_THREAD_INPUT_INFO>& requests)
+bool FileDateData::enqueue(cmArray<FILE_DATE_THREAD_INPUT_INFO> requests)
 {
     cmMutexLock hold(fileDateLock);
     if (!thread) {
@@ -107,10 +108,10 @@ bool FileDateData::enqueue(const cmArray<FILE_DATE_THREAD_INPUT_INFO>& requests)
     if (!thread->isRunning())
         thread->start();
     bool queued = false;
-    for (const FILE_DATE_THREAD_INPUT_INFO& request : requests) {
+    for (FILE_DATE_THREAD_INPUT_INFO& request : requests) {
         if (slowFiles.contains(request.fileName))
             continue;
-        inputQueue.push(request);
+        inputQueue.push(std::move(request));
         queued = true;
     }
     if (!queued)
@@ -145,11 +146,11 @@ bool FileDateData::takeRequest(FILE_DATE_THREAD_INPUT_INFO& request)
     return false;
 }
 
-void FileDateData::record(const FILE_DATE_THREAD_OUTPUT_INFO& result)
+void FileDateData::record(FILE_DATE_THREAD_OUTPUT_INFO result)
 {
     cmMutexLock hold(fileDateLock);
     if (result.elapsedMs < slowThresholdMs)
-        outputQueue.push(result);
+        outputQueue.push(std::move(result));
     else
         slowFiles.emplace(result.fileName, true);
 }

@@ -43,7 +43,7 @@ public:
     /// A file whose date takes at least this long is slow.
     void setSlowThreshold(std::int32_t ms);
     /// Queues all but those that are known to be slow, and starts the thread when there is none. Returns whether one was queued.
-    bool enqueue(const cmArray<FILE_DATE_THREAD_INPUT_INFO>& requests);
+    bool enqueue(cmArray<FILE_DATE_THREAD_INPUT_INFO> requests);
     /// Waits until the thread has nothing left to do, for at most so many milliseconds.
     void waitUntilDone(std::int32_t budgetMs);
     /// Takes the next result; false when there is none.
@@ -55,7 +55,7 @@ public:
     void waitForWork() { workEvent.wait(cmWaitInfinite); }
     /// Takes the next request; when there is none, the thread is done until more comes.
     bool takeRequest(FILE_DATE_THREAD_INPUT_INFO& request);
-    void record(const FILE_DATE_THREAD_OUTPUT_INFO& result);
+    void record(FILE_DATE_THREAD_OUTPUT_INFO result);
 
 private:
     FileDateData() = default;

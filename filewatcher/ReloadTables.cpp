@@ -1,6 +1,8 @@
 #include "filewatcher/FileDateThread.h"
 #include "filewatcher/RegisteredFunctions.h"
 
+#include <utility>
+
 namespace {
 
 constexpr std::int32_t noMemory = 1;
@@ -24,7 +26,7 @@ std::int32_t getFastReloadInfoTable(TXHREFVAR fileNames, std::int32_t arg1, std:
         if (!name.isEmpty())
             requests.push_back({name, arg1, arg2});
     }
-    if (!requests.empty() && data->enqueue(requests))
+    if (!requests.empty() && data->enqueue(std::move(requests)))
         data->waitUntilDone(budgetMs);
     FILE_DATE_THREAD_OUTPUT_INFO found;
     while (count > 0 && data->takeResult(found)) {
