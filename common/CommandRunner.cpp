@@ -1,5 +1,6 @@
 #include "common/CommandRunner.h"
 
+#include "common/cmArray.h"
 #include "common/cmStatusException.h"
 #include "common/cmThread.h"
 
@@ -9,6 +10,9 @@ namespace {
 
 /// How long a pass that found nothing waits before it asks for a stop again.
 constexpr std::uint32_t idleWaitMs = 10;
+
+/// How much is taken out of the pipe with one call: about what it holds.
+constexpr std::size_t chunksAtOnce = 8;
 
 /// Takes one chunk of standard error out of the pipe, so that it never fills up and blocks the child, and keeps
 /// the first bytes. False when the pipe cannot be read.
@@ -68,14 +72,22 @@ private:
 
     bool takeOutput()
     {
-        char chunk[CaptureReadChunk];
-        const int count = m_output.read(chunk, CaptureReadChunk);
+        const int count = m_output.read(m_block.data(), static_cast<std::uint32_t>(m_block.size()));
         if (count < 1)
             return false;
-        m_sink({chunk, static_cast<std::size_t>(count)});
-        m_taken += static_cast<std::uint64_t>(count);
-        if (m_taken <= m_control.maxOutput)
-            return true;
+        for (cmROStringT block{m_block.data(), static_cast<std::size_t>(count)}; !block.empty();) {
+            const cmROStringT chunk = block.substr(0, CaptureReadChunk);
+            block.remove_prefix(chunk.size());
+            m_sink(chunk);
+            m_taken += chunk.size();
+            if (m_taken > m_control.maxOutput)
+                return endTooLarge();
+        }
+        return true;
+    }
+
+    bool endTooLarge()
+    {
         m_result.status = statusOutputLimit;
         if (m_control.outputTooLarge)
             m_control.outputTooLarge();
@@ -88,6 +100,7 @@ private:
     ChildPipe m_output;
     ChildPipe m_error;
     ChildProcess m_process;  // goes first: it is closed before the pipes
+    cmArray<char> m_block = cmArray<char>(chunksAtOnce * CaptureReadChunk);
     std::uint64_t m_taken = 0;
     CaptureResult m_result;
 };

@@ -26,11 +26,12 @@ constexpr std::array<Setting, 11> quietSettings{{
     {"NoDefaultCurrentDirectoryInExePath", "1"},
 }};
 
-constexpr std::array<Setting, 7> gitConfiguration{{
+constexpr std::array<Setting, 8> gitConfiguration{{
     {"core.quotePath", "false"},
     {"color.ui", "false"},
     {"log.showSignature", "false"},
-    {"core.fsmonitor", "false"},  // a repository must not run a program because it is polled
+    {"core.fsmonitor", "false"},     // a repository must not run a program because it is polled
+    {"log.diffMerges", "separate"},  // a merge lists its files
     {"diff.noprefix", "false"},
     {"diff.mnemonicPrefix", "false"},
     {"i18n.logOutputEncoding", "UTF-8"},

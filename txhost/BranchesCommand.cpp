@@ -29,13 +29,17 @@ int runBranches(const HostOptions& options, const std::string& named)
     console::catchInterrupts();
     Browser browser(host, repository, {});
     // The branches are there before the first commit.
-    if (!browser.waitFor([&] { return browser.count() > 0; }))
+    if (!browser.waitFor([&] { return browser.count() > 0; })) {
+        console::printError("interrupted");
         return 1;
+    }
     for (std::int32_t number = 0;; ++number) {
         const cmStringT name = browser.branchName(number);
         const cmStringT hash = browser.branchHash(number);
-        if (name.isEmpty() && hash.isEmpty())
-            return number > 0 ? 0 : reportNothingToBrowse(repository);
-        printBranch(number, name, hash, options.json);
+        const bool none = name.isEmpty() && hash.isEmpty();
+        if (none && number > 0)
+            return number > 1 || !browser.branchHash(0).isEmpty() ? 0 : reportNothingToBrowse(repository);
+        if (!none)  // the first is the current one, which has no name before its first commit
+            printBranch(number, name, hash, options.json);
     }
 }

@@ -22,10 +22,10 @@ void makeListsArrays(Json& table)
 
 void printChangedFiles(const Json& entry)
 {
-    for (const Json& name : entry.at("local"))
+    for (const Json& name : entry.value("local", Json::array()))
         console::printLine(
             cmStringT(cmCat(console::coloured(console::yellow, "local   ")) + console::printable(name.get<std::string>())));
-    for (const Json& name : entry.at("staged"))
+    for (const Json& name : entry.value("staged", Json::array()))
         console::printLine(
             cmStringT(cmCat(console::coloured(console::green, "staged  ")) + console::printable(name.get<std::string>())));
 }

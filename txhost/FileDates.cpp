@@ -58,8 +58,11 @@ FileDates askFileDates(Host& host, const cmArray<cmStringT>& paths, std::int32_t
 cmArray<cmStringT> absolutePaths(const std::vector<std::string>& named)
 {
     cmArray<cmStringT> paths;
-    for (const std::string& name : named)
+    for (const std::string& name : named) {
+        if (name.empty())
+            throw UsageError("an empty name is no file");
         paths.push_back(cmPathText(std::filesystem::absolute(cmSystemPath(name)).lexically_normal()));
+    }
     return paths;
 }
 

@@ -61,7 +61,8 @@ Host::Host(const HostOptions& options) : m_options(options)
         m_editor.setSetting(cmStringT(cmCat("def_") + tool + "_update_interval"), options.intervalSeconds);
         m_editor.setSetting(cmStringT(cmCat("def_") + tool + "_show_file_status"), 1);
     }
-    m_editor.setDirectory(options.cache.empty() ? privateDirectory() : cmStringT(options.cache));
+    m_directory = options.cache.empty() ? privateDirectory() : cmStringT(options.cache);
+    m_editor.setDirectory(m_directory);
     m_editor.setSetting("def_vc_max_status_output_size", options.maxStatusOutput);
     m_editor.defineClass("SVCHistoryInfo", {"revision", "author", "date", "comment", "affectedFilesDetails", "picIndex",
                                             "lsibIndex", "rsibIndex", "firstChildIndex", "parentIndex", "expandable", "hidden",

@@ -55,6 +55,9 @@ public:
     const Editor& editor() const { return m_editor; }
     const HostOptions& options() const { return m_options; }
 
+    /// Where this editor keeps private data; null when there is no place of the user's own for them.
+    const cmStringT& directory() const { return m_directory; }
+
     /// Throws HostError when the tool's program cannot be started.
     void requireTool(const Tool& tool) const;
     /// Absolute; null when there is none.
@@ -66,6 +69,7 @@ public:
 private:
     HostOptions m_options;
     cmDictionary<std::int32_t, cmStringT> m_programs;  ///< of each tool by its number, absolute; null when not found
+    cmStringT m_directory;
     Editor m_editor;
     SharedLibrary m_module;
 };

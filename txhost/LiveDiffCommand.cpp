@@ -9,6 +9,8 @@ int runLiveDiff(const HostOptions& options, const std::string& named, const std:
 {
     const cmStringT path = absolutePaths({named}).front();
     Host host(options);
+    if (host.directory().isNull())
+        throw HostError("there is no folder of yours for the revision; name one with --cache");
     if (background)
         console::catchInterrupts();
     const LiveDiffFile fetched = fetchLiveDiff(host, path, !background, command);

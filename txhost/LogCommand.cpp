@@ -157,8 +157,10 @@ int runLog(const HostOptions& options, const std::string& named, const LogOption
         return isEnough();
     });
     console::showProgress("");
-    if (!ended)
+    if (!ended) {
+        console::printError("interrupted");
         return 1;
+    }
     if (browser.count() == 0)
         return reportNothingToBrowse(repository);
     if (wanted.filter.empty() || browser.filter(wanted.filter))

@@ -20,7 +20,7 @@ int runRecent(const HostOptions& options, const std::vector<std::string>& named)
         if (options.json)
             console::printLine(jsonText({{"path", jsonString(path)}}));
         else
-            console::printLine(cmStringT(cmCat("recent  ") + console::printable(path)));
+            console::printLine(cmStringT(cmCat("handed over  ") + console::printable(path)));
     }
     return 0;
 }

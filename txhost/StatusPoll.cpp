@@ -60,9 +60,11 @@ cmArray<WatchedDirectory> watchedDirectories(const std::vector<std::string>& nam
     const Tool* chosen = toolNamed(tool);
     cmArray<WatchedDirectory> directories;
     for (const std::string& name : named) {
+        if (name.empty())
+            throw UsageError("an empty name is no directory");
         std::error_code error;
         const std::filesystem::path absolute = std::filesystem::absolute(cmSystemPath(name), error).lexically_normal();
-        const bool exists = !name.empty() && !error && std::filesystem::exists(absolute, error);
+        const bool exists = !error && std::filesystem::exists(absolute, error);
         if (error)
             throw HostError(name + ": " + error.message());
         if (!exists)

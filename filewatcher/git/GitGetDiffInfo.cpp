@@ -10,6 +10,9 @@
 
 namespace {
 
+/// Lines of git's own, whatever program or colour the user or the repository wants for them.
+constexpr cmROStringT ownDiff = "--no-ext-diff --no-textconv --no-color ";
+
 /// Both lists are read before either is stored: outside a repository only the second command fails.
 std::int32_t storeChangedFiles(TXPSZ repository, TXPSZ git, TXHVAR table)
 {
@@ -53,7 +56,7 @@ std::int32_t runDiff(cmROStringT repository, cmROStringT git, cmROStringT revisi
     const cmStringT tree = quoteArgument(revision);
     std::int32_t status = runGitQuery(cmStringT(cmCat(command) + path + " " + tree), repository, output);
     if (status == statusGitFailed)
-        status = runGitQuery(cmStringT(cmCat(command) + tree + " -- " + path), repository, output);
+        status = runGitQuery(cmStringT(cmCat(command) + ownDiff + tree + " -- " + path), repository, output);
     return status == 0 && output.isEmpty() ? statusGitFailed : status;
 }
 
