@@ -31,10 +31,13 @@ void printSlow(const cmStringT& path, bool json)
 int runReload(const HostOptions& options, const std::vector<std::string>& named)
 {
     Host host(options);
-    const FileDates dates = askFileDates(host, absolutePaths(named), options.budgetMs);
+    const cmArray<cmStringT> paths = absolutePaths(named);
+    const FileDates dates = askFileDates(host, paths, options.budgetMs);
     for (const auto& [path, date] : dates.known)
         printFile(path, date, options.json);
-    for (const cmStringT& path : dates.slow)
-        printSlow(path, options.json);
+    for (const cmStringT& path : paths) {
+        if (!dates.known.contains(path))  // found to be slow, or no answer came in time
+            printSlow(path, options.json);
+    }
     return 0;
 }
