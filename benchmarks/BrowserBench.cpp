@@ -177,7 +177,7 @@ std::vector<Row> measureGraph(const MadeHistory& made, const std::string& histor
 {
     CommitStore store;
     fill(store, made);
-    const double time = milliseconds([&] {
+    const auto layOut = [&] {
         AncestorMarks marks;
         marks.begin(store.idOf(1));
         for (std::uint32_t number = 1; number < store.count(); ++number)
@@ -187,18 +187,21 @@ std::vector<Row> measureGraph(const MadeHistory& made, const std::string& histor
         layout.extend(store.count());
         if (layout.widest() < 2)
             throw BenchError("the graph is not laid out");
-    });
+    };
     const std::string script = bench::gitScript(programInPath("git"), made.top(), "log --graph --all --oneline");
-    Row graph = makeRow(named("graph and marks", history), "ms", time, milliseconds([&] { bench::runInShell(script); }));
+    const Samples samples = interleave(
+        loadRounds, [&] { return milliseconds(layOut); }, [&] { return milliseconds([&] { bench::runInShell(script); }); });
+    const double time = median(samples.ours);
+    Row graph = makeRow(named("graph and marks", history), "ms", time, median(samples.reference));
     graph.aim = Aim::ratioAtMost;
     graph.limit = 0.01;
     graph.percent = true;
-    graph.rounds = 1;
+    graph.rounds = loadRounds;
     Row share = makeRow(named("graph and marks in a load", history), "ms", time, loadMs);
     share.aim = Aim::ratioAtMost;
     share.limit = 0.02;
     share.percent = true;
-    share.rounds = 1;
+    share.rounds = loadRounds;
     return {graph, share};
 }
 

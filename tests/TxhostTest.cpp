@@ -247,8 +247,8 @@ TEST(Txhost, ShowsBranchesAndTheHistoryWithItsGraph)
     ASSERT_EQ(rows.size(), 3u);
     EXPECT_EQ(rows[0]["subject"], "Uncomitted changes");
     EXPECT_EQ(rows[1]["hash"], branches[0]["hash"]);
-    EXPECT_EQ(rows[1]["parents"], Json({rows[2]["hash"]}));
-    EXPECT_EQ(rows[1]["branches"], Json({"work"}));
+    EXPECT_EQ(rows[1]["parents"], Json::array({rows[2]["hash"]}));
+    EXPECT_EQ(rows[1]["branches"], Json::array({"work"}));
     EXPECT_EQ(rows[1]["column"], 0);
     EXPECT_EQ(jsonLines(txhost({"log", "--json", text(top)}).output).size(), 3u);
     EXPECT_EQ(jsonLines(txhost({"log", "--json", "--max", "2", text(top)}).output).size(), 2u);

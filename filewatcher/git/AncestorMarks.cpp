@@ -1,12 +1,14 @@
 #include "filewatcher/git/AncestorMarks.h"
 
+#include <cstddef>
+
 bool AncestorMarks::mark(std::uint32_t id)
 {
     if (isMarked(id))
         return false;
     if (m_marks.size() <= id)
-        m_marks.resize(id + 1);
-    m_marks[id] = true;
+        m_marks.resize(std::size_t{2} * id + 1);  // one by one, growing would cost more than marking
+    m_marks[id] = 1;
     return true;
 }
 

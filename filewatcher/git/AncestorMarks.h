@@ -13,12 +13,12 @@ public:
     void begin(std::uint32_t id) { mark(id); }
     /// A commit has come, by number.
     void arrived(const CommitStore& store, std::uint32_t number);
-    bool isMarked(std::uint32_t id) const { return id < m_marks.size() && m_marks[id]; }
+    bool isMarked(std::uint32_t id) const { return id < m_marks.size() && m_marks[id] != 0; }
 
 private:
     /// Whether the mark is new.
     bool mark(std::uint32_t id);
 
-    cmArray<bool> m_marks;
+    cmArray<std::uint8_t> m_marks;
     cmArray<std::uint32_t> m_work;
 };

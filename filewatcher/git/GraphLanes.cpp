@@ -126,7 +126,7 @@ void GraphLanes::reserve(std::uint16_t column, std::uint32_t id)
 {
     m_targets[column] = id;
     if (m_firsts.size() <= id)
-        m_firsts.resize(id + std::size_t{1}, graphNoColumn);
+        m_firsts.resize(std::size_t{2} * id + 1, graphNoColumn);
     m_next[column] = std::exchange(m_firsts[id], column);
 }
 
