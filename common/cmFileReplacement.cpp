@@ -9,7 +9,7 @@
 namespace {
 
 /// What comes in small pieces goes to the disk in large ones.
-constexpr std::streamsize bufferSize = 256 * 1024;
+constexpr std::streamsize bufferSize = 1 << 18;
 
 /// Nobody else's name in the folder, and short: a name may be as long as the system lets it be.
 std::string nameBeside()

@@ -16,7 +16,7 @@ cmStringT takeName(cmROStringT& text)
     if (text.starts_with('"'))
         return takeQuotedGitName(text);
     const std::size_t end = std::min(text.find(renameArrow), text.size());
-    const cmStringT name(text.substr(0, end));
+    cmStringT name(text.substr(0, end));
     text.remove_prefix(end);
     return name;
 }

@@ -52,7 +52,7 @@ cmStringT takeRoot(cmROStringT& path, cmPathStyle style)
         path.remove_prefix(verbatim.size());
     if (path.size() < 2 || path[1] != ':')
         return "";  // a share
-    const cmStringT drive = path.substr(0, 1);
+    cmStringT drive = path.substr(0, 1);
     path.remove_prefix(2);
     return drive;
 }
