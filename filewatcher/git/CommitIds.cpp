@@ -1,6 +1,5 @@
 #include "filewatcher/git/CommitIds.h"
 
-#include <bit>
 #include <utility>
 
 namespace {
@@ -82,10 +81,12 @@ std::uint32_t CommitIds::find(const CommitHash& hash) const
 cmArray<std::uint32_t> CommitIds::findShort(cmROStringT digits) const
 {
     cmArray<std::uint32_t> found;
+    if (digits.size() != shortLength)
+        return found;
     std::uint32_t key = 0;
     for (const char c : digits) {
         const int value = digitValue(c);
-        if (value < 0 || digits.size() != shortLength)
+        if (value < 0)
             return found;
         key = key << 4 | static_cast<std::uint32_t>(value);
     }
@@ -100,7 +101,7 @@ cmArray<std::uint32_t> CommitIds::findShort(cmROStringT digits) const
 std::size_t CommitIds::home(const Part& part, std::uint32_t shortKey)
 {
     constexpr std::uint32_t spread = 0x9E3779B1;
-    return shortKey * spread >> (32 - std::countr_zero(part.slots.size()));
+    return shortKey * spread >> 8 & (part.slots.size() - 1);
 }
 
 std::size_t CommitIds::slotOf(const Part& part, const CommitHash& hash) const

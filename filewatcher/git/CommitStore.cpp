@@ -58,7 +58,9 @@ void CommitStore::append(std::uint32_t id, const GitLogRecord& record)
 
 std::uint32_t CommitStore::internAuthor(cmROStringT name, cmROStringT email)
 {
-    const cmStringT key = cmCat(name) + cmROStringT("", 1) + email;
+    cmStringT key(name);
+    key += '\0';
+    key += email;
     const auto found = m_authorNumbers.find(key);
     if (found != m_authorNumbers.end())
         return found->second;

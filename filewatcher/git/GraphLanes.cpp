@@ -14,11 +14,12 @@ void GraphLanes::restart(const cmArray<std::uint32_t>& targets)
     m_targets = targets;
     m_next.assign(targets.size(), graphNoColumn);
     m_widest = static_cast<std::int32_t>(targets.size());
-    for (std::uint16_t column = 0; column < targets.size(); ++column) {
-        if (targets[column] == free)
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        const auto column = static_cast<std::uint16_t>(i);
+        if (targets[i] == free)
             m_free.push_back(column);  // in ascending order: a heap
         else
-            reserve(column, targets[column]);
+            reserve(column, targets[i]);
     }
 }
 
@@ -48,8 +49,9 @@ void GraphLanes::step(const GraphNode& node, GraphRow* row)
 void GraphLanes::addPassing(const GraphNode& node, GraphRow& row) const
 {
     row.edges.clear();
-    for (std::uint16_t column = 0; column < m_targets.size(); ++column) {
-        if (m_targets[column] != free && m_targets[column] != node.id)
+    for (std::size_t i = 0; i < m_targets.size(); ++i) {
+        const auto column = static_cast<std::uint16_t>(i);
+        if (m_targets[i] != free && m_targets[i] != node.id)
             row.edges.push_back({column, column, GraphEdgeKind::passes});
     }
 }
