@@ -30,7 +30,7 @@ int runBranches(const HostOptions& options, const std::string& named)
     Browser browser(host, repository, {});
     // The branches are there before the first commit.
     if (!browser.waitFor([&] { return browser.count() > 0; })) {
-        console::printError("interrupted");
+        console::printInterrupted();
         return 1;
     }
     for (std::int32_t number = 0;; ++number) {
@@ -38,7 +38,7 @@ int runBranches(const HostOptions& options, const std::string& named)
         const cmStringT hash = browser.branchHash(number);
         const bool none = name.isEmpty() && hash.isEmpty();
         if (none && number > 0)
-            return number > 1 || !browser.branchHash(0).isEmpty() ? 0 : reportNothingToBrowse(repository);
+            return number > 1 || !browser.branchHash(0).isEmpty() ? 0 : reportNothingToBrowse(host, repository);
         if (!none)  // the first is the current one, which has no name before its first commit
             printBranch(number, name, hash, options.json);
     }

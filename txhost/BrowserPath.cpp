@@ -9,13 +9,9 @@ cmStringT browsedDirectory(const std::string& named)
     return watchedDirectories({named}, gitTool.name).front().path;
 }
 
-int reportNothingToBrowse(const cmStringT& directory)
+int reportNothingToBrowse(Host& host, const cmStringT& directory)
 {
-    const Tool* tool = findMarkedTool(directory);
-    if (tool && tool->number == gitTool.number) {
-        console::printError(cmStringT(cmCat(directory) + ": no commit yet"));
-        return 0;
-    }
-    console::printError(cmStringT(cmCat(directory) + ": no Git repository, or one without commits (--debug tells why)"));
-    return 1;
+    const cmStringT complaint = host.toolComplaint();
+    console::printError(cmStringT(cmCat(directory) + ": " + (complaint.isNull() ? cmStringT("no commits") : complaint)));
+    return complaint.isNull() ? 0 : 1;
 }

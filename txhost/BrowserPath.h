@@ -1,10 +1,10 @@
 #pragma once
 
-#include "common/cmString.h"
+#include "txhost/Host.h"
 
 #include <string>
 
 /// The directory of a repository as the editor would name it. Throws HostError for one that does not exist.
 cmStringT browsedDirectory(const std::string& named);
-/// Tells the user that a repository has nothing to show; the exit code: 0 for one without commits, 1 when there is none.
-int reportNothingToBrowse(const cmStringT& directory);
+/// Tells the user why a repository has nothing to show; the exit code: 0 for one without commits, 1 for a failure.
+int reportNothingToBrowse(Host& host, const cmStringT& directory);

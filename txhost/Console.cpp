@@ -1,5 +1,6 @@
 #include "txhost/Console.h"
 
+#include "common/Environment.h"
 #include "common/cmStringCatHelper.h"
 
 #include <array>
@@ -28,6 +29,15 @@ std::size_t takeCharacter(cmROStringT& text, cmROStringT& character)
                       || (code >= 0xFE30 && code <= 0xFE6F) || (code >= 0xFF00 && code <= 0xFF60)
                       || (code >= 0x1F300 && code <= 0x1FAFF) || (code >= 0x20000 && code <= 0x3FFFD);
     return combining ? 0 : wide ? 2 : 1;
+}
+
+bool userWantsColours()
+{
+    static const bool wanted = [] {
+        const Environment environment = hostEnvironment();
+        return environmentValue(environment, "NO_COLOR").isEmpty() && environmentValue(environment, "TERM") != "dumb";
+    }();
+    return wanted;
 }
 
 }  // namespace
@@ -74,8 +84,15 @@ bool console::isOutputComplete()
 {
     if (!std::ferror(stdout))
         return true;
-    printError("standard output cannot be written");
+    if (!isReaderGone())
+        printError("standard output cannot be written");
     return false;
+}
+
+void console::printInterrupted()
+{
+    if (!isReaderGone())
+        printError("interrupted");
 }
 
 void console::printError(cmROStringT line)
@@ -98,7 +115,7 @@ cmStringT console::printable(cmROStringT text)
 
 cmStringT console::coloured(int colour, cmROStringT text)
 {
-    if (!isTerminal() || text.empty())
+    if (!isTerminal() || text.empty() || !userWantsColours())
         return text;
     const std::string number = std::to_string(colour);
     return cmCat("\033[") + number + "m" + text + "\033[0m";

@@ -11,9 +11,13 @@ namespace console {
 
 /// Prepares the standard streams for bytes and UTF-8; the words of the command line, in UTF-8. Called first.
 std::vector<std::string> start(int argc, char** argv);
-/// From now on Ctrl-C (and a request to end) is only remembered.
+/// From now on Ctrl-C (and a request to end, and that nobody reads the output any more) is only remembered.
 void catchInterrupts();
 bool wasInterrupted();
+/// Whether it was the reader of standard output that ended the work.
+bool isReaderGone();
+/// One line on standard error that says so; none when it was the reader of standard output that went away.
+void printInterrupted();
 /// Whether standard output is a terminal, and standard error.
 bool isTerminal();
 bool isErrorTerminal();
@@ -25,7 +29,7 @@ bool isOutputComplete();
 void printError(cmROStringT line);
 /// `text` with its control characters escaped, so that a name stays on its line.
 cmStringT printable(cmROStringT text);
-/// `text` in a colour of the terminal (an SGR number); as it is when there is no terminal.
+/// `text` in a colour of the terminal (an SGR number); as it is where there is no terminal, or the user wants none.
 cmStringT coloured(int colour, cmROStringT text);
 /// How many places a line of the terminal has; 0 when standard output is none.
 std::size_t width();

@@ -9,9 +9,9 @@ namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
 
-void remember(int)
+void remember(int signal)
 {
-    interrupted = 1;
+    interrupted = signal;
 }
 
 }  // namespace
@@ -23,7 +23,7 @@ std::vector<std::string> console::start(int argc, char** argv)
 
 void console::catchInterrupts()
 {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE}) {
         struct sigaction before {};
         sigaction(signal, nullptr, &before);
         if (before.sa_handler == SIG_IGN)
@@ -37,6 +37,11 @@ void console::catchInterrupts()
 bool console::wasInterrupted()
 {
     return interrupted != 0;
+}
+
+bool console::isReaderGone()
+{
+    return interrupted == SIGPIPE;
 }
 
 bool console::isTerminal()

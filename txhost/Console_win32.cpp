@@ -83,6 +83,11 @@ bool console::wasInterrupted()
     return interrupted;
 }
 
+bool console::isReaderGone()
+{
+    return false;
+}
+
 bool console::isTerminal()
 {
     static const bool terminal = isConsole(STD_OUTPUT_HANDLE);

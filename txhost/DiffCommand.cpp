@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr std::int32_t statusNothingToTell = -1;  // also that of a revision from which nothing differs
+
 /// A list that the module left empty is no array to the editor.
 void makeListsArrays(Json& table)
 {
@@ -66,11 +68,13 @@ int runDiff(const HostOptions& options, const std::string& repository)
     const TXHVAR variable = txHvarAlloc();
     const std::int32_t status = host.call(
         "_GitGetDiffInfo", {path, host.programPath(gitTool), CallArgument::variable(variable), cmStringT(options.revision)});
-    if (status != 0) {
-        printFailure(path, {gitTool.name, status}, options.json);
+    const cmStringT complaint = host.toolComplaint();
+    const bool equal = status == statusNothingToTell && complaint.isNull();
+    if (status != 0 && !equal) {
+        printFailure(path, {gitTool.name, status, complaint}, options.json);
         return 1;
     }
-    Json table = jsonOfVariable(*host.editor().value(variable));
+    Json table = equal ? Json::object() : jsonOfVariable(*host.editor().value(variable));
     makeListsArrays(table);
     if (options.json) {
         console::printLine(jsonText(table));

@@ -83,10 +83,12 @@ int runHistory(const HostOptions& options, const std::string& file)
                                                                  cmStringT(options.revision), options.newest ? 1 : 0,
                                                                  options.follow ? 1 : 0, options.working ? 1 : 0});
     if (status != 0) {
-        printFailure(path, {gitTool.name, status}, options.json);
+        printFailure(path, {gitTool.name, status, host.toolComplaint()}, options.json);
         return 1;
     }
     const cmArray<Json> entries = childrenOf(jsonOfVariable(*host.editor().value(tree)));
+    if (entries.empty())
+        console::printError(cmStringT(cmCat(path) + ": no revision"));
     std::size_t authorWidth = 0;
     for (const Json& entry : entries)
         authorWidth = std::max(authorWidth, console::placesOf(field(entry, "author")));

@@ -54,9 +54,11 @@ Host::Host(const HostOptions& options) : m_options(options)
 {
     for (const Tool& tool : {gitTool, svnTool, p4Tool})
         m_programs[tool.number] = toolPath(options, tool);
-    if (options.debug)
-        m_editor.setDebugSink(
-            [](cmROStringT line) { std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data()); });
+    m_editor.setDebugSink([this](cmROStringT line) {
+        noteComplaint(line);
+        if (m_options.debug)
+            std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+    });
     for (const char* tool : {"git", "svn", "perforce"}) {
         m_editor.setSetting(cmStringT(cmCat("def_") + tool + "_update_interval"), options.intervalSeconds);
         m_editor.setSetting(cmStringT(cmCat("def_") + tool + "_show_file_status"), 1);
@@ -95,6 +97,30 @@ void Host::requireTool(const Tool& tool) const
     const std::string name = tool.name;
     throw HostError(named.empty() ? name + " was not found in PATH; name it with --" + name
                                   : "no program that can be started: " + named);
+}
+
+void Host::noteComplaint(cmROStringT debugLine)
+{
+    constexpr cmROStringT placeEnd = "): ";  // behind the function and the line that log
+    const std::size_t place = debugLine.find(placeEnd);
+    if (place == cmROStringT::npos)
+        return;
+    const bool isQuery = debugLine.starts_with("runGitQuery(");
+    debugLine.remove_prefix(place + placeEnd.size());
+    const cmROStringT message = cmTakeUntil(debugLine, '\n');
+    cmMutexLock hold(m_complaintLock);
+    if (isQuery && message.starts_with("status=0 "))
+        m_complaint = {};  // the query found another way
+    const bool isError = message.starts_with("fatal:") || message.starts_with("error:");
+    if (!isError || message.find("does not have any commits yet") != cmROStringT::npos)
+        return;
+    m_complaint = message;
+}
+
+cmStringT Host::toolComplaint()
+{
+    cmMutexLock hold(m_complaintLock);
+    return m_complaint;
 }
 
 std::int32_t Host::call(cmROStringT name, const cmArray<CallArgument>& arguments)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/cmDictionary.h"
+#include "common/cmMutex.h"
 #include "common/cmString.h"
 #include "editor/Editor.h"
 #include "txhost/SharedLibrary.h"
@@ -63,13 +64,21 @@ public:
     /// Absolute; null when there is none.
     const cmStringT& programPath(const Tool& tool) const { return m_programs.at(tool.number); }
 
+    /// The last error that a tool of version control reported, its first line; null when there was none. A branch without
+    /// commits is no error.
+    cmStringT toolComplaint();
+
     /// Calls a registered function; its number, or 0 when it has none. Throws HostError when there is none of that name.
     std::int32_t call(cmROStringT name, const cmArray<CallArgument>& arguments);
 
 private:
+    void noteComplaint(cmROStringT debugLine);
+
     HostOptions m_options;
     cmDictionary<std::int32_t, cmStringT> m_programs;  ///< of each tool by its number, absolute; null when not found
     cmStringT m_directory;
+    cmMutex m_complaintLock;
+    cmStringT m_complaint CM_GUARDED_BY(m_complaintLock);
     Editor m_editor;
     SharedLibrary m_module;
 };

@@ -158,11 +158,11 @@ int runLog(const HostOptions& options, const std::string& named, const LogOption
     });
     console::showProgress("");
     if (!ended) {
-        console::printError("interrupted");
+        console::printInterrupted();
         return 1;
     }
     if (browser.count() == 0)
-        return reportNothingToBrowse(repository);
+        return reportNothingToBrowse(host, repository);
     if (wanted.filter.empty() || browser.filter(wanted.filter))
         printRows(browser.count());
     return console::wasInterrupted() ? 1 : 0;

@@ -20,15 +20,17 @@ cmStringT wholeHash(const Host& host, cmROStringT repository, cmROStringT revisi
 {
     const cmStringT commit = cmCat(revision) + "^{commit}";
     cmStringT output("");
-    runCommandCapture(cmStringT(cmCat("\"") + host.programPath(gitTool) + "\" rev-parse --verify --quiet --end-of-options "
-                                + quoteArgument(commit)),
-                      output, repository);
+    const CaptureResult result =
+        captureCommand(cmStringT(cmCat("\"") + host.programPath(gitTool) + "\" rev-parse --verify --quiet --end-of-options "
+                                 + quoteArgument(commit)),
+                       spawnScannedCommand, repository, {}, [&output](cmROStringT bytes) { output += bytes; });
     for (cmROStringT lines = output; !lines.empty();) {
         const cmROStringT line = cmTakeUntil(lines, '\n');
         if (!line.starts_with('-'))
             return line;
     }
-    throw HostError("no such commit: " + std::string(revision));
+    cmROStringT error = result.errorOutput;
+    throw HostError(error.empty() ? "no such commit: " + std::string(revision) : std::string(cmTakeUntil(error, '\n')));
 }
 
 /// A list of the table; one that the module left empty is no array to the editor.
@@ -82,7 +84,7 @@ int runShow(const HostOptions& options, const std::string& repository)
     const std::int32_t status =
         host.call("_GitGetCommitInfo", {host.programPath(gitTool), path, hash, CallArgument::variable(variable)});
     if (status != 0) {
-        printFailure(path, {gitTool.name, status}, options.json);
+        printFailure(path, {gitTool.name, status, host.toolComplaint()}, options.json);
         return 1;
     }
     Json table = jsonOfVariable(*host.editor().value(variable));

@@ -69,6 +69,6 @@ int runStatus(const HostOptions& options, const std::vector<std::string>& named)
     for (const auto& [path, failure] : round.failed)
         printFailure(path, failure, options.json);
     if (!round.finished)
-        console::printError("interrupted");
+        console::printInterrupted();
     return round.finished && round.failed.empty() ? 0 : 1;
 }

@@ -94,13 +94,14 @@ bool StatusRound::isSwitchedOff(std::size_t directories) const
 
 void printFailure(const cmStringT& directory, const FailedPass& failure, bool json)
 {
-    const cmStringT meaning = meaningOfStatus(failure.status);
+    const cmStringT meaning = failure.reason.isNull() ? meaningOfStatus(failure.status) : failure.reason;
     if (json)
         console::printLine(jsonText({{"path", jsonString(directory)},
                                      {"tool", jsonString(failure.tool)},
                                      {"status", failure.status},
                                      {"meaning", jsonString(meaning)}}));
-    console::printError(failureText(cmStringT(cmCat(directory) + ": " + failure.tool), failure.status));
+    console::printError(
+        cmStringT(cmCat(directory) + ": " + failure.tool + ": " + std::to_string(failure.status) + ", " + meaning));
 }
 
 StatusRound pollStatus(Host& host, const cmArray<WatchedDirectory>& directories)

@@ -25,6 +25,7 @@ struct FileStatus {
 struct FailedPass {
     cmROStringT tool;
     std::int32_t status = 0;
+    cmStringT reason = {};  ///< what the tool said; null: what the status means is told instead
     bool operator==(const FailedPass&) const = default;
 };
 

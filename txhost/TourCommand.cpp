@@ -47,7 +47,7 @@ public:
         step("stop", "ends the thread; the next path starts one", [this] { return stopped(); });
         step("limit", "too much output switches a tool off", [this] { return limited(); });
         if (console::wasInterrupted())
-            console::printError("interrupted");
+            console::printInterrupted();
         return m_failures == 0 && !console::wasInterrupted() ? 0 : 1;
     }
 
