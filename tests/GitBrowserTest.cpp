@@ -1,132 +1,13 @@
-#include "common/CommandRunner.h"
 #include "filewatcher/git/GitBranchesModel.h"
 #include "filewatcher/git/GitCommitLookup.h"
 #include "filewatcher/git/GitRefs.h"
-#include "tests/ModuleFixture.h"
+#include "tests/GitBrowserFixture.h"
 
 #include <algorithm>
-#include <sstream>
 
 namespace fs = std::filesystem;
 
 namespace {
-
-using Texts = std::vector<std::string>;
-
-/// Commits for git fast-import, each a minute after the one before.
-class History {
-public:
-    /// Its mark. `parents`: marks.
-    int commit(const std::string& branch, const std::vector<int>& parents, const std::string& subject,
-               const std::string& author = "Ada <ada@example.org>")
-    {
-        const std::string when = std::to_string(1700000000 + 60 * ++m_last) + " +0000\n";
-        m_text << "commit refs/heads/" << branch << "\nmark :" << m_last << "\nauthor " << author << " " << when
-               << "committer C <c@example.org> " << when << "data " << subject.size() << "\n"
-               << subject << "\n";
-        for (std::size_t i = 0; i < parents.size(); ++i)
-            m_text << (i == 0 ? "from :" : "merge :") << parents[i] << "\n";
-        return m_last;
-    }
-    void tag(const std::string& ref, int mark) { m_text << "reset refs/" << ref << "\nfrom :" << mark << "\n\n"; }
-    void import(const TempFolder& folder, const fs::path& repository) const
-    {
-        writeFile(folder / "history", m_text.str());
-        cmStringT output("");
-        runCommandCapture("\"git\" fast-import --quiet < ../history", output, text(repository));
-    }
-
-private:
-    std::ostringstream m_text;
-    int m_last = 0;
-};
-
-class GitBrowserTest : public ModuleTest {
-protected:
-    GitBrowserTest() { makeRepository(top); }
-
-    template <class Function>
-    Function* callback(std::int32_t slot) const
-    {
-        return reinterpret_cast<Function*>(editor.callback(slot));
-    }
-    std::int32_t open(const cmArray<CallArgument>& options = {}, const std::string& gitPath = "git")
-    {
-        cmArray<CallArgument> arguments{cmStringT(text(top)), cmStringT(cmROStringT(gitPath))};
-        arguments.insert(arguments.end(), options.begin(), options.end());
-        return call("_GitGetBranchInfo", arguments);
-    }
-    bool waitForLoad()
-    {
-        return editor.runUntil([this] { return call("_GitGetBranchInfoRunning", {}) == 0; }, 30000);
-    }
-    std::int32_t published() const { return callback<std::int32_t()>(49)(); }
-    /// Loads, and lets the tree be filled.
-    void show(const cmArray<CallArgument>& options = {})
-    {
-        EXPECT_EQ(open(options), 0);
-        EXPECT_TRUE(editor.runUntil(
-            [this] {
-                return call("_GitGetBranchInfoRunning", {}) == 0 && editor.tree().size() == static_cast<std::size_t>(published());
-            },
-            30000));
-    }
-    GitCommitInfo commit(std::int64_t number) const
-    {
-        GitCommitInfo info;
-        EXPECT_EQ(callback<std::int32_t(std::int64_t, GitCommitInfo&)>(50)(number, info), 0);
-        return info;
-    }
-    std::string hashOf(const std::string& revision) const
-    {
-        const std::string line = git(top, {"rev-parse", revision});
-        return line.substr(0, 40);
-    }
-    std::string branch(std::int32_t number) { return editor.call("_GitGetBranchName", {number}).text.c_str(); }
-    std::string branchHash(std::int32_t number) { return editor.call("_GitGetBranchHash", {number}).text.c_str(); }
-    Texts captions() const
-    {
-        Texts found;
-        for (const TreeRow& row : editor.tree())
-            found.emplace_back(row.caption.c_str());
-        return found;
-    }
-    Texts subjects() const
-    {
-        Texts found;
-        for (std::int64_t number = 0; number < published(); ++number)
-            found.emplace_back(commit(number).subject.c_str());
-        return found;
-    }
-    std::vector<std::uint16_t> columns(const std::vector<std::int64_t>& commits) const
-    {
-        std::vector<std::uint16_t> found;
-        for (const std::int64_t number : commits) {
-            GraphRow row;
-            EXPECT_EQ((callback<std::int32_t(std::int64_t, GraphRow&)>(52)(number, row)), 0);
-            found.push_back(row.column);
-        }
-        return found;
-    }
-    /// A branch that was merged, one that was not, a tag and a remote's branches; main is current.
-    void importBranches()
-    {
-        History history;
-        const int root = history.commit("main", {}, "root");
-        const int side = history.commit("side", {root}, "on the side", "Grace H <grace@example.org>");
-        const int second = history.commit("main", {root}, "second\twith a tab");
-        history.commit("main", {second, side}, "merge", "\xC3\x96zg\xC3\xBCr <oz@example.org>");
-        const int extra = history.commit("extra", {second}, "extra");
-        history.tag("tags/v1", second);
-        history.tag("remotes/origin/far", extra);
-        history.tag("remotes/origin/HEAD", extra);
-        history.import(folder, top);
-        git(top, {"remote", "add", "origin", "nowhere"});
-    }
-
-    TempFolder folder;
-    const fs::path top = folder / "repo";
-};
 
 TEST(GitRefs, NumbersTheCurrentBranchFirst)
 {

@@ -1,9 +1,7 @@
 #include "filewatcher/git/GraphLayout.h"
 
-#include <gtest/gtest.h>
+#include "tests/LineFollower.h"
 
-#include <algorithm>
-#include <map>
 #include <random>
 #include <vector>
 
@@ -74,46 +72,6 @@ TEST(GraphLayout, ShowsAParentAboveItsChildAsAStubAndKeepsNoLaneForIt)
     layout.row(4, row);
     EXPECT_EQ(row.edges, (Edges{{0, 0, stub}}));
 }
-
-/// Follows every line from its child to its parent.
-class LineFollower {
-public:
-    void follow(const GraphNode& node, const GraphRow& row)
-    {
-        std::map<std::uint16_t, std::uint32_t> below;
-        std::uint16_t leftmost = graphNoColumn;
-        std::size_t parent = 0;
-        for (const GraphEdge& edge : row.edges) {
-            if (edge.kind == passes || edge.kind == ends) {
-                ASSERT_TRUE(m_lines.contains(edge.from));
-                ASSERT_EQ(m_lines[edge.from] == node.id, edge.kind == ends);
-                ASSERT_EQ(edge.to, edge.kind == ends ? row.column : edge.from);
-                if (edge.kind == passes)
-                    below[edge.to] = m_lines[edge.from];
-                else
-                    leftmost = std::min(leftmost, edge.from);
-                m_lines.erase(edge.from);
-                continue;
-            }
-            ASSERT_EQ(edge.from, row.column);
-            ASSERT_EQ(edge.kind == stub, node.parents[parent].above);
-            if (edge.kind == begins) {
-                ASSERT_EQ(below.try_emplace(edge.to, node.parents[parent].id).first->second, node.parents[parent].id);
-            }
-            ++parent;
-        }
-        ASSERT_TRUE(m_lines.empty()) << "lines that the row lost";
-        ASSERT_EQ(parent, node.parents.size());
-        if (leftmost != graphNoColumn) {
-            ASSERT_EQ(row.column, leftmost);
-        }
-        m_lines = below;
-    }
-    std::size_t openLines() const { return m_lines.size(); }
-
-private:
-    std::map<std::uint16_t, std::uint32_t> m_lines;  ///< by column, the row each goes to
-};
 
 TEST(GraphLayout, EveryLineReachesItsParentWhateverTheHistory)
 {

@@ -1,0 +1,192 @@
+#include "tests/GitRepositoriesFixture.h"
+
+#include "tests/LineFollower.h"
+
+#include <cstdio>
+#include <map>
+#include <set>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+Texts split(const std::string& text, char separator)
+{
+    Texts parts;
+    std::istringstream stream(text);
+    for (std::string part; std::getline(stream, part, separator);)
+        parts.push_back(part);
+    return parts;
+}
+
+std::string dateText(const GitDateTime& packed)
+{
+    const cmDateTime date = packed.unpacked();
+    char text[80];
+    std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", date.year, date.month, date.day, date.hour, date.minute,
+                  date.second);
+    return text;
+}
+
+}  // namespace
+
+void GitRepositoriesTest::expectSameAsGit(const fs::path& path)
+{
+    SCOPED_TRACE(text(path));
+    top = path;
+    show();
+    ASSERT_EQ(std::to_string(published() - 1) + "\n", git(top, {"rev-list", "--all", "--count"}));
+    expectSameCommits();
+    expectSameBranches();
+    expectSameMarks();
+    expectLinesToParents();
+}
+
+void GitRepositoriesTest::expectSameCommits()
+{
+    constexpr std::size_t fieldCount = 6;
+    const std::string log = git(top, {"-c", "i18n.logOutputEncoding=UTF-8", "-c", "log.showSignature=false", "log", "--all",
+                                      "--date=format-local:%Y-%m-%d %H:%M:%S", "--format=%H%n%P%n%ae%n%an%n%cd%n%s"});
+    const Texts lines = split(log, '\n');
+    ASSERT_EQ(lines.size(), fieldCount * static_cast<std::size_t>(published() - 1));
+    for (auto expected = lines.begin(); expected != lines.end(); expected += fieldCount) {
+        const GitCommitInfo info = commit((expected - lines.begin()) / fieldCount + 1);
+        std::string parents = info.firstParent.c_str();
+        for (const cmStringT& parent : info.otherParents)
+            parents += std::string(" ") + parent.c_str();
+        EXPECT_EQ((Texts{info.hash.c_str(), parents, info.authorEmail.c_str(), info.authorName.c_str(), dateText(info.date),
+                         info.subject.c_str()}),
+                  Texts(expected, expected + fieldCount));
+    }
+}
+
+void GitRepositoriesTest::expectSameBranches()
+{
+    std::map<std::string, std::set<std::string>> expected;
+    const bool oneRemote = split(git(top, {"remote"}), '\n').size() == 1;
+    for (const std::string& line :
+         split(git(top, {"for-each-ref", "--format=%(objectname) %(refname)", "refs/heads", "refs/remotes"}), '\n')) {
+        const std::string hash = line.substr(0, 40);
+        const std::string ref = line.substr(46);
+        const std::string name = ref.substr(ref.find('/') + 1);
+        if (!oneRemote || !ref.starts_with("remotes/") || !name.ends_with("/HEAD"))
+            expected[hash].insert(name);
+    }
+    if (git(top, {"rev-parse", "--abbrev-ref", "HEAD"}) == "HEAD\n")
+        expected[hashOf("HEAD")].insert(branch(0));
+    std::map<std::string, std::set<std::string>> shown;
+    for (std::int64_t number = 1; number < published(); ++number) {
+        for (const std::int64_t attached : commit(number).branchNumbers)
+            shown[commit(number).hash.c_str()].insert(branch(static_cast<std::int32_t>(attached)));
+    }
+    EXPECT_EQ(shown, expected);
+    EXPECT_EQ(branchHash(0), hashOf("HEAD"));
+}
+
+void GitRepositoriesTest::expectSameMarks()
+{
+    const Texts ancestors = split(git(top, {"rev-list", "HEAD"}), '\n');
+    std::set<std::string> marked;
+    for (std::int64_t number = 1; number < published(); ++number) {
+        if (const GitCommitInfo info = commit(number); info.onCurrentBranch == 1)
+            marked.insert(info.hash.c_str());
+    }
+    EXPECT_EQ(marked, std::set<std::string>(ancestors.begin(), ancestors.end()));
+}
+
+void GitRepositoriesTest::expectLinesToParents()
+{
+    std::map<std::string, std::uint32_t> numbers;
+    for (std::int64_t number = 1; number < published(); ++number)
+        numbers[commit(number).hash.c_str()] = static_cast<std::uint32_t>(number);
+    LineFollower follower;
+    for (std::int64_t number = 0; number < published(); ++number) {
+        const GitCommitInfo info = commit(number);
+        Texts parents;
+        if (const std::string first = number == 0 ? hashOf("HEAD") : info.firstParent.c_str(); !first.empty())
+            parents.push_back(first);
+        for (const cmStringT& parent : info.otherParents)
+            parents.emplace_back(parent.c_str());
+        GraphNode node;
+        node.id = static_cast<std::uint32_t>(number);
+        for (const std::string& parent : parents)
+            node.parents.push_back({numbers.at(parent), numbers.at(parent) <= number});
+        GraphRow row;
+        ASSERT_EQ((callback<std::int32_t(std::int64_t, GraphRow&)>(52)(number, row)), 0);
+        ASSERT_NO_FATAL_FAILURE(follower.follow(node, row)) << number;
+    }
+    EXPECT_EQ(follower.openLines(), 0u);
+}
+
+void GitRepositoriesTest::importMerges()
+{
+    History history;
+    const int root = history.commit("main", {}, "root");
+    const int left = history.commit("left", {root}, "left");
+    const int right = history.commit("right", {root}, "right");
+    const int one = history.commit("left", {left, right}, "crossing one way");
+    const int other = history.commit("right", {right, left}, "and the other");
+    const int alone = history.commit("alone", {}, "a root of its own");
+    history.minutesAhead = 500;
+    const int early = history.commit("main", {root}, "by a clock that is ahead");
+    history.minutesAhead = 0;
+    history.commit("late", {early}, "its child, listed below it");
+    history.commit("main", {early, one, other, alone}, "octopus");
+    history.tag("tags/v1", early);
+    history.tag("notes/commits", root);
+    history.import(folder, top);
+}
+
+TEST_F(GitRepositoriesTest, ShowsEveryShapeAsGitDoes)
+{
+    importMerges();
+    expectSameAsGit(top);
+    git(top, {"worktree", "add", "--quiet", text(folder / "tree"), "left"});
+    expectSameAsGit(folder / "tree");
+    git(folder.path(), {"init", "--quiet", "--bare", "--initial-branch=main", "bare"});
+    top = folder / "bare";
+    importMerges();
+    expectSameAsGit(top);
+    git(folder.path(), {"init", "--quiet", "tagged"});
+    top = folder / "tagged";
+    importMerges();
+    git(top, {"checkout", "--quiet", "--detach", "v1"});
+    git(top, {"branch", "--delete", "--force", "main", "left", "right", "alone", "late"});
+    expectSameAsGit(top);
+}
+
+TEST_F(GitRepositoriesTest, ShowsTextsThatMakeTrouble)
+{
+    History history;
+    // Their hashes share the first seven digits.
+    history.commit("one", {}, "twin 3769");
+    int last = history.commit("main", {}, "twin 1053");
+    last = history.commit("main", {last}, std::string(10000, 's'), "Long <l@x>");
+    last = history.commit("main", {last}, "\t[main]\tand \xC3\xBC < > \"'`$(x) %H", "Grace [G] \t \"H\" <g r@x>");
+    last = history.commit("main", {last}, "no UTF-8: \xFF\xE9 in \xC3", "J\xF6rg <j\xF6@x>");
+    last = history.commit("main", {last}, "", "<nobody@x>");
+    last = history.commit("main", {last}, "Uncomitted changes");
+    history.import(folder, top);
+    expectSameAsGit(top);
+    const std::string digits = hashOf("one").substr(0, 7);
+    EXPECT_EQ(digits, hashOf("main~5").substr(0, 7));
+    EXPECT_EQ(call("_GitFilterTree", {cmStringT(digits), 0}), 0);
+    EXPECT_EQ(editor.tree().size(), 2u);
+}
+
+TEST_F(GitRepositoriesTest, ShowsTheSameWhateverTheUserConfigured)
+{
+    importMerges();
+    History latin;
+    latin.commit("latin", {}, "f\xC3\xBCr", "J\xC3\xB6rg <j@x>");
+    latin.import(folder, top);
+    for (const char* setting :
+         {"log.showSignature=true", "log.date=raw", "format.pretty=oneline", "i18n.logOutputEncoding=ISO-8859-1",
+          "color.ui=always", "color.branch=always", "column.ui=always", "log.decorate=full", "log.showRoot=false",
+          "core.abbrev=4", "log.mailmap=false", "branch.sort=-committerdate", "core.pager=false", "alias.log=status",
+          "diff.external=false", "notes.displayRef=*"}) {
+        const std::string pair = setting;
+        git(top, {"config", pair.substr(0, pair.find('=')), pair.substr(pair.find('=') + 1)});
+    }
+    expectSameAsGit(top);
+}
