@@ -178,6 +178,12 @@ TEST_F(GitBrowserTest, LoadsALongHistoryInSlicesAndKeepsEveryCommit)
     editor.runUntil([this] { return call("_GitGettingInfo", {}) != 0; }, 700);
     EXPECT_LE(adjusted, before + 1) << "the timer goes on";
     EXPECT_EQ(txGetIntProperty(103), 7);
+
+    txTreeClear();
+    EXPECT_EQ(open({1}), 0);
+    editor.runUntil([this] { return published() > 1; }, 30000);
+    EXPECT_EQ(call("_GitFilterTree", {"commit ", 0}), 0);
+    EXPECT_TRUE(editor.runUntil([this] { return editor.tree().size() == count; }, 30000)) << "what came after the filter";
 }
 
 TEST_F(GitBrowserTest, ClosesAndReplacesALoadAtAnyMoment)

@@ -453,7 +453,21 @@ bool GitBranchesModel::filter(cmROStringT text)
     const cmArray<std::uint32_t> found = filterCommits(m_store, text);
     if (found.empty())
         return false;
+    m_filterText = text;
+    m_filterCount = m_store.count();
     m_filtered = std::make_unique<Graph<SomeCommits>>(m_graph->commits, m_store, found);
     m_filtered->layout.extend(static_cast<std::uint32_t>(found.size()));
     return true;
+}
+
+void GitBranchesModel::filterNewCommits()
+{
+    cmStringT text;
+    {
+        cmMutexLock hold(modelLock);
+        if (!m_filtered || m_filterCount == m_store.count())
+            return;
+        text = m_filterText;
+    }
+    filter(text);
 }

@@ -65,6 +65,9 @@ public:
     /// Shows only the commits in which `text` occurs, all again when it is empty. False when it occurs in none: what is shown
     /// stays. For the editor's thread.
     bool filter(cmROStringT text);
+    /// Shows also those of the commits that came after the filter was set in which its text occurs. They come below the others,
+    /// whose lines may change. For the editor's thread.
+    void filterNewCommits();
 
 private:
     template <class Commits>
@@ -113,4 +116,6 @@ private:
     AncestorMarks m_onCurrentBranch CM_GUARDED_BY(modelLock);
     std::unique_ptr<Graph<AllCommits>> m_graph CM_GUARDED_BY(modelLock);
     std::unique_ptr<Graph<SomeCommits>> m_filtered CM_GUARDED_BY(modelLock);  ///< null when all are shown
+    cmStringT m_filterText CM_GUARDED_BY(modelLock);
+    std::uint32_t m_filterCount CM_GUARDED_BY(modelLock) = 0;  ///< of how many commits `m_filtered` was made
 };

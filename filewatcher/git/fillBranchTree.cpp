@@ -85,6 +85,8 @@ void fillTree(BrowserState& state)
     const bool loading = model->isRunning() || (state.log() && state.log()->isRunning());
     if (model->publishedCommitCount() == 0 && loading)
         return;
+    if (!loading)
+        model->filterNewCommits();
     if (txTreeRowCount() < model->shownCount()) {
         state.killTimer();
         addBranchTreeSlice(*model, state.cursor);
