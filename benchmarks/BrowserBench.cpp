@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <chrono>
 #include <optional>
+#include <random>
 #include <thread>
 
 namespace fs = std::filesystem;
@@ -26,11 +27,12 @@ public:
     explicit BrowserLoad(const fs::path& top) : m_top(top.string()) {}
 
     BenchModule& module() { return m_module; }
-    void begin()
+    void begin() { begin(m_top); }
+    void begin(const std::string& top)
     {
         constexpr std::int32_t evenIfItIsTheSame = 1;
         const std::string git = programInPath("git");
-        if (m_module.call("_GitGetBranchInfo", {m_top.c_str(), git.c_str(), evenIfItIsTheSame}) != 0)
+        if (m_module.call("_GitGetBranchInfo", {top.c_str(), git.c_str(), evenIfItIsTheSame}) != 0)
             throw BenchError("the browser does not load " + m_top);
     }
     void close() { m_module.call("_GitBranchClose", {}); }
@@ -141,6 +143,33 @@ std::vector<Row> measureResponse(const MadeHistory& made, const std::string& his
             limited(named("longest call during a load", history), "ms", longestCall, 10, 10)};
 }
 
+/// The longest of the calls that close the browser or show another repository, in the middle of loads.
+Row measureInterruptions(const MadeHistory& made, const std::string& history)
+{
+    constexpr int rounds = 100;
+    constexpr std::uint32_t latestMs = 1000;
+    BrowserLoad load(made.top());
+    std::mt19937 engine(5);
+    double longest = 0;
+    for (int round = 0; round < rounds; ++round) {
+        load.begin();
+        load.module().editor().runUntil([] { return false; }, static_cast<std::int32_t>(engine() % latestMs));
+        const bool change = round % 2 != 0;
+        longest = std::max(longest, milliseconds([&] {
+                               if (change)
+                                   load.begin((made.top() / ".").string());
+                               else
+                                   load.close();
+                           }));
+        if (load.count() != 0 && !change)
+            throw BenchError("a closed browser has commits");
+        txTreeClear();
+    }
+    Row row = limited(named("longest close or change in a load", history), "ms", longest, 300, 300);
+    row.rounds = rounds;
+    return row;
+}
+
 Row measureFilter(const MadeHistory& made, const std::string& history)
 {
     BrowserLoad load(made.top());
@@ -232,5 +261,6 @@ std::vector<Row> measureBrowserGraph()
     const std::string history = "200,000 commits";
     std::vector<Row> rows{measureLoad(made.top(), history, made.commits())};
     append(rows, measureGraph(made, history, rows.front().ours));
+    rows.push_back(measureInterruptions(made, history));
     return rows;
 }

@@ -75,15 +75,9 @@ private:
         const int count = m_output.read(m_block.data(), static_cast<std::uint32_t>(m_block.size()));
         if (count < 1)
             return false;
-        for (cmROStringT block{m_block.data(), static_cast<std::size_t>(count)}; !block.empty();) {
-            const cmROStringT chunk = block.substr(0, CaptureReadChunk);
-            block.remove_prefix(chunk.size());
-            m_sink(chunk);
-            m_taken += chunk.size();
-            if (m_taken > m_control.maxOutput)
-                return endTooLarge();
-        }
-        return true;
+        m_sink({m_block.data(), static_cast<std::size_t>(count)});
+        m_taken += static_cast<std::uint64_t>(count);
+        return m_taken <= m_control.maxOutput || endTooLarge();
     }
 
     bool endTooLarge()

@@ -7,7 +7,7 @@
 #include <functional>
 #include <limits>
 
-/// How much is read at once, in bytes; also how much of a command's standard error is kept.
+/// The unit of reading, in bytes; also how much of a command's standard error is kept.
 inline constexpr std::uint32_t CaptureReadChunk = 8095;
 
 inline constexpr std::int32_t statusOutputLimit = -6657;  ///< a command wrote more than it was allowed to
@@ -34,9 +34,9 @@ struct CaptureResult {
     cmStringT failure;      ///< in words, why the command could not be started
 };
 
-/// Runs a command and hands its standard output to `sink` as it comes, any bytes, in pieces of at most
-/// CaptureReadChunk. Returns when the child has ended and a pass finds nothing more to read, whoever else still
-/// holds its pipes. Blocks the calling thread meanwhile; a stop is seen within 20 ms. Never throws on its own account.
+/// Runs a command and hands its standard output to `sink` as it comes, any bytes, in pieces of at most a pipe's
+/// content. Returns when the child has ended and a pass finds nothing more to read, whoever else still holds its pipes. Blocks
+/// the calling thread meanwhile; a stop is seen within 20 ms. Never throws on its own account.
 CaptureResult captureCommand(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory,
                              const CaptureControl& control, const std::function<void(cmROStringT)>& sink);
 

@@ -8,9 +8,6 @@
 
 namespace {
 
-/// What comes in small pieces goes to the disk in large ones.
-constexpr std::streamsize bufferSize = 1 << 18;
-
 /// Nobody else's name in the folder, and short: a name may be as long as the system lets it be.
 std::string nameBeside()
 {
@@ -21,10 +18,8 @@ std::string nameBeside()
 }  // namespace
 
 cmFileReplacement::cmFileReplacement(cmROStringT path)
-    : m_path(cmSystemPath(path)), m_beside(m_path.parent_path() / nameBeside()), m_buffer(bufferSize)
+    : m_path(cmSystemPath(path)), m_beside(m_path.parent_path() / nameBeside()), m_file(m_beside, std::ios::binary)
 {
-    m_file.rdbuf()->pubsetbuf(m_buffer.data(), bufferSize);
-    m_file.open(m_beside, std::ios::binary);
 }
 
 cmFileReplacement::~cmFileReplacement()

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "common/cmArray.h"
 #include "common/cmString.h"
 
 #include <filesystem>
@@ -24,6 +23,5 @@ public:
 private:
     std::filesystem::path m_path;
     std::filesystem::path m_beside;
-    cmArray<char> m_buffer;
     std::ofstream m_file;
 };
