@@ -39,7 +39,5 @@ bool cmFileReplacement::finish()
     m_file.close();
     if (!m_file)
         return false;
-    std::error_code error;
-    std::filesystem::rename(m_beside, m_path, error);
-    return !error;
+    return putInPlace();
 }

@@ -21,6 +21,9 @@ public:
     bool finish();
 
 private:
+    /// Gives the file that was written its name. What had the name may be beside it afterwards.
+    bool putInPlace() const;
+
     std::filesystem::path m_path;
     std::filesystem::path m_beside;
     std::ofstream m_file;
