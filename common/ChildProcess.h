@@ -5,6 +5,7 @@
 #include "common/Environment.h"
 #include "common/cmString.h"
 
+#include <chrono>
 #include <cstdint>
 
 /// Bit set for spawnProcess.
@@ -47,6 +48,8 @@ public:
     ChildActivity look(ChildPipe& output, ChildPipe& error);
     /// Returns when the child has ended, when one of the pipes has data or ended, or after `timeoutMs` milliseconds.
     void waitForActivity(const ChildPipe& output, const ChildPipe& error, std::uint32_t timeoutMs);
+    /// Returns when the child has ended, or after about `timeout`; what it writes meanwhile gathers in its pipes.
+    void waitForEnd(std::chrono::microseconds timeout);
 
     bool isValid() const { return valid != 0; }
     std::uint32_t getProcessId() const { return processId; }

@@ -246,3 +246,10 @@ void ChildProcess::waitForActivity(const ChildPipe& output, const ChildPipe& err
     std::array<pollfd, 3> sources = activitySources(handle, output, error);
     poll(sources.data(), sources.size(), static_cast<int>(timeoutMs));
 }
+
+void ChildProcess::waitForEnd(std::chrono::microseconds timeout)
+{
+    pollfd child{static_cast<int>(handle), POLLIN, 0};
+    const timespec left{0, std::chrono::nanoseconds(timeout).count()};
+    ppoll(&child, 1, &left, nullptr);
+}

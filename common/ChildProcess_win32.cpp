@@ -12,18 +12,19 @@ HANDLE native(std::intptr_t handle)
     return reinterpret_cast<HANDLE>(handle);
 }
 
-/// Waits for the handle, not much longer than `ms`: an ordinary wait is rounded up to the system's tick of 15.6 ms.
-void waitExactly(HANDLE handle, std::uint32_t ms)
+/// Waits for the handle, not much longer than `time`: an ordinary wait is rounded up to the system's tick of 15.6 ms.
+void waitExactly(HANDLE handle, std::chrono::microseconds time)
 {
     constexpr DWORD highResolution = 2;  // CREATE_WAITABLE_TIMER_HIGH_RESOLUTION
     HANDLE timer = CreateWaitableTimerExW(nullptr, nullptr, highResolution, TIMER_MODIFY_STATE | SYNCHRONIZE);
+    const auto atMostMs = static_cast<DWORD>(std::chrono::ceil<std::chrono::milliseconds>(time).count());
     LARGE_INTEGER due;
-    due.QuadPart = -static_cast<LONGLONG>(ms) * 10000;  // from now on, in units of 100 ns
+    due.QuadPart = -time.count() * 10;  // from now on, in units of 100 ns
     if (timer && SetWaitableTimer(timer, &due, 0, nullptr, nullptr, FALSE)) {
         const HANDLE handles[] = {handle, timer};
-        WaitForMultipleObjects(2, handles, FALSE, ms + 20);
+        WaitForMultipleObjects(2, handles, FALSE, atMostMs + 20);
     } else {
-        WaitForSingleObject(handle, ms);
+        WaitForSingleObject(handle, atMostMs);
     }
     if (timer)
         CloseHandle(timer);
@@ -88,5 +89,10 @@ void ChildProcess::waitForActivity(const ChildPipe&, const ChildPipe&, std::uint
     if (++idleLooks <= looksAtOnce)
         SwitchToThread();
     else
-        waitExactly(native(handle), std::min({idleLooks - looksAtOnce, longest, timeoutMs}));
+        waitExactly(native(handle), std::chrono::milliseconds(std::min({idleLooks - looksAtOnce, longest, timeoutMs})));
+}
+
+void ChildProcess::waitForEnd(std::chrono::microseconds timeout)
+{
+    waitExactly(native(handle), timeout);
 }

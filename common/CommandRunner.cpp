@@ -14,9 +14,15 @@ using Clock = std::chrono::steady_clock;
 /// How long a pass that found nothing waits before it asks for a stop again.
 constexpr std::uint32_t idleWaitMs = 10;
 
-/// How soon after a read the next piece may come without a sleep in between: to wake a sleeper for every piece would cost a
-/// child that streams a fifth of its time.
-constexpr std::chrono::microseconds streamingGap{50};
+/// How soon after a read the next piece may come without a sleep in between.
+constexpr std::chrono::microseconds nextPieceGap{50};
+
+/// To be woken for every small piece would cost a child that streams a fifth of its time. So pieces below `smallPiece` are
+/// left to gather in the pipe, until as much as `largePiece` does: then the child would soon wait for room in it.
+constexpr std::size_t smallPiece = 4096;
+constexpr std::size_t largePiece = 4 * CaptureReadChunk;
+constexpr std::chrono::microseconds gatheringTime{300};
+constexpr std::chrono::milliseconds gatheringGap{2};  // how long after a read nothing more need be expected
 
 /// How much is taken out of the pipe with one call: about what it holds.
 constexpr std::size_t chunksAtOnce = 8;
@@ -81,7 +87,10 @@ private:
 
     void waitForMore()
     {
-        if (Clock::now() - m_lastRead < streamingGap)
+        const auto quiet = Clock::now() - m_lastRead;
+        if (m_gathering && quiet < gatheringGap)
+            m_process.waitForEnd(gatheringTime);
+        else if (!m_gathering && quiet < nextPieceGap)
             cmThread::yield();
         else
             m_process.waitForActivity(m_output, m_error, idleWaitMs);
@@ -92,8 +101,10 @@ private:
         const int count = m_output.read(m_block.data(), static_cast<std::uint32_t>(m_block.size()));
         if (count < 1)
             return false;
-        m_sink({m_block.data(), static_cast<std::size_t>(count)});
-        m_taken += static_cast<std::uint64_t>(count);
+        const auto length = static_cast<std::size_t>(count);
+        m_gathering = length < (m_gathering ? largePiece : smallPiece);
+        m_sink({m_block.data(), length});
+        m_taken += length;
         return m_taken <= m_control.maxOutput || endTooLarge();
     }
 
@@ -114,6 +125,7 @@ private:
     cmArray<char> m_block = cmArray<char>(chunksAtOnce * CaptureReadChunk);
     std::uint64_t m_taken = 0;
     Clock::time_point m_lastRead;
+    bool m_gathering = false;
     CaptureResult m_result;
 };
 

@@ -4,42 +4,52 @@
 
 std::optional<TXVCRECORD> VCRecords::find(cmROStringT path) const
 {
-    const cmStringT key = keyOf(path);
     cmMutexLock hold(m_lock);
-    const auto found = m_records.find(key);
-    return found == m_records.end() ? std::nullopt : std::optional(found->second.second);
+    const auto found = m_records.find(path);
+    return found == m_records.end() ? std::nullopt : std::optional(found->second);
 }
 
 void VCRecords::write(cmROStringT path, const TXVCRECORD& record)
 {
-    const cmStringT key = keyOf(path);
+    cmStringT key(path);
     cmMutexLock hold(m_lock);
-    m_records.insert_or_assign(key, Entry(path, record));
+    const auto [found, isNew] = m_records.try_emplace(std::move(key), record);
+    if (isNew)
+        return;
+    found->second = record;
+    if (found->first == path)
+        return;
+    auto respelled = m_records.extract(found);
+    respelled.key().assign(path);
+    m_records.insert(std::move(respelled));
 }
 
 void VCRecords::clear(std::int32_t tool)
 {
     cmMutexLock hold(m_lock);
     std::erase_if(m_records, [&](const auto& item) {
-        const std::int32_t writer = item.second.second.tool;
+        const std::int32_t writer = item.second.tool;
         return writer == tool || writer == 0;
     });
 }
 
 cmArray<std::pair<cmStringT, TXVCRECORD>> VCRecords::all() const
 {
-    cmArray<Entry> entries;
+    cmArray<std::pair<cmStringT, TXVCRECORD>> entries;
     {
         cmMutexLock hold(m_lock);
-        entries.reserve(m_records.size());
-        for (const auto& [key, entry] : m_records)
-            entries.push_back(entry);
+        entries.assign(m_records.begin(), m_records.end());
     }
-    std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.first < b.first; });
+    std::sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     return entries;
 }
 
-cmStringT VCRecords::keyOf(cmROStringT path) const
+std::size_t VCRecords::SamePath::operator()(cmROStringT path) const
 {
-    return m_style == cmPathStyle::windows ? cmLowerAscii(path) : cmStringT(path);
+    return style == cmPathStyle::windows ? std::hash<cmStringT>()(cmLowerAscii(path)) : std::hash<cmROStringT>()(path);
+}
+
+bool VCRecords::SamePath::operator()(cmROStringT a, cmROStringT b) const
+{
+    return style == cmPathStyle::windows ? cmEqualIgnoringCase(a, b) : a == b;
 }

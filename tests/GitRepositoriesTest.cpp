@@ -49,8 +49,9 @@ void GitRepositoriesTest::expectSameCommits()
                                       "--date=format-local:%Y-%m-%d %H:%M:%S", "--format=%H%n%P%n%ae%n%an%n%cd%n%s"});
     const Texts lines = split(log, '\n');
     ASSERT_EQ(lines.size(), fieldCount * static_cast<std::size_t>(published() - 1));
-    for (auto expected = lines.begin(); expected != lines.end(); expected += fieldCount) {
-        const GitCommitInfo info = commit((expected - lines.begin()) / fieldCount + 1);
+    auto expected = lines.begin();
+    for (std::int64_t item = 1; expected != lines.end(); ++item, expected += fieldCount) {
+        const GitCommitInfo info = commit(item);
         std::string parents = info.firstParent.c_str();
         for (const cmStringT& parent : info.otherParents)
             parents += std::string(" ") + parent.c_str();
