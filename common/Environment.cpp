@@ -26,7 +26,7 @@ constexpr std::array<Setting, 11> quietSettings{{
     {"NoDefaultCurrentDirectoryInExePath", "1"},
 }};
 
-constexpr std::array<Setting, 8> gitConfiguration{{
+constexpr std::array<Setting, 12> gitConfiguration{{
     {"core.quotePath", "false"},
     {"color.ui", "false"},
     {"log.showSignature", "false"},
@@ -34,6 +34,10 @@ constexpr std::array<Setting, 8> gitConfiguration{{
     {"log.diffMerges", "separate"},  // a merge lists its files
     {"diff.noprefix", "false"},
     {"diff.mnemonicPrefix", "false"},
+    {"diff.srcPrefix", "a/"},
+    {"diff.dstPrefix", "b/"},
+    {"diff.relative", "false"},
+    {"diff.submodule", "short"},
     {"i18n.logOutputEncoding", "UTF-8"},
 }};
 

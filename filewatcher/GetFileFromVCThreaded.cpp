@@ -7,11 +7,10 @@
 #include "filewatcher/StatusCodes.h"
 
 #include <exception>
-#include <memory>
 
 namespace {
 
-std::unique_ptr<GetFileFromVCThreaded> theWorker;
+GetFileFromVCThreaded* theWorker = nullptr;
 
 /// Returns whether the cache file holds what the command wrote.
 bool fetchIntoFile(const LiveDiffRequest& request, const CaptureControl& control)
@@ -46,8 +45,8 @@ std::int32_t fetchLiveDiffFile(const LiveDiffRequest& request, const CaptureCont
 GetFileFromVCThreaded* GetFileFromVCThreaded::instance(bool create)
 {
     if (!theWorker && create)
-        theWorker.reset(new GetFileFromVCThreaded);
-    return theWorker.get();
+        theWorker = new GetFileFromVCThreaded;
+    return theWorker;
 }
 
 void GetFileFromVCThreaded::stopInstance()
@@ -56,7 +55,8 @@ void GetFileFromVCThreaded::stopInstance()
         return;
     theWorker->requestStop();
     theWorker->join();
-    theWorker.reset();
+    delete theWorker;
+    theWorker = nullptr;
 }
 
 int GetFileFromVCThreaded::fetch(const LiveDiffRequest& newRequest)

@@ -25,14 +25,14 @@ TEST(Environment, AppendsItsGitConfigurationToTheHosts)
     const Environment host{"GIT_CONFIG_COUNT=1", "GIT_CONFIG_KEY_0=safe.directory", "GIT_CONFIG_VALUE_0=*",
                            "GIT_CONFIG_KEY_1=left.over"};
     const Environment quiet = quietEnvironment(host, cmPathStyle::posix);
-    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_COUNT"), "9");
+    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_COUNT"), "13");
     EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_KEY_0"), "safe.directory");
     EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_KEY_1"), "core.quotePath");
     EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_KEY_4"), "core.fsmonitor");
     EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_VALUE_4"), "false");
 
     const Environment bad = quietEnvironment({"GIT_CONFIG_COUNT=many"}, cmPathStyle::posix);
-    EXPECT_EQ(environmentValue(bad, "GIT_CONFIG_COUNT"), "8");
+    EXPECT_EQ(environmentValue(bad, "GIT_CONFIG_COUNT"), "12");
     EXPECT_EQ(environmentValue(bad, "GIT_CONFIG_KEY_0"), "core.quotePath");
 }
 

@@ -223,6 +223,11 @@ TEST_F(GitBrowserTest, EndsAToolThatHangsAndSurvivesOneThatFails)
     editor.runUntil([] { return false; }, 300);  // the tree's timer ticks and waits for nothing
     EXPECT_EQ(branch(0), "Error");
     importBranches();
+    show({1});  // forced, in the middle of a load of the same repository: begins anew
+    EXPECT_EQ(published(), 6);
+    editor.setProperty(152, cmStringT(""));
+    EXPECT_EQ(open({}, hanging), 0);
+    ASSERT_TRUE(eventually([&] { return processesOf(hanging) > 0; }));
     git(top, {"init", "--quiet", text(folder / "other")});
     EXPECT_EQ(call("_GitGetBranchInfo", {cmStringT(text(folder / "other")), "git"}), 0);
     EXPECT_TRUE(eventually([&] { return processesOf(hanging) == 0; }));

@@ -52,13 +52,13 @@ cmStringT logRestriction()
     return restriction;
 }
 
-bool shallStart(GitBranchesModel& model, bool newRepository, bool wasRunning, std::int32_t loadLimit)
+bool shallStart(GitBranchesModel& model, bool newRepository, std::int32_t loadLimit)
 {
     if (newRepository)
         return true;
     if (!isForced())
         return loadLimit != model.loadLimit();
-    return !wasRunning && !model.isLoaded();
+    return !model.isLoaded();  // nor does it go on: clearing ended it
 }
 
 /// 0, or the status of the thread that did not start.
@@ -110,13 +110,12 @@ std::int32_t gitGetBranchInfo(TXPSZ repository, TXPSZ git)
     state.replaceLog(request.logThread);
 
     GitBranchesModel& model = *GitBranchesModel::instance(true);
-    const bool wasRunning = model.isRunning();
     model.requestStop();  // clearing ends a load
     if (newRepository)
         state.killTimer();
     model.clearModel();
     std::int32_t result = 0;
-    const bool started = shallStart(model, newRepository, wasRunning, request.loadLimit);
+    const bool started = shallStart(model, newRepository, request.loadLimit);
     if (started)
         result = startLoad(model, request, newRepository);
     txSetStringProperty(repositoryProperty, request.path);

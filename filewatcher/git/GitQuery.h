@@ -15,6 +15,6 @@ bool isGitOption(cmROStringT revision);
 /// The top level of the working copy that holds the file or folder at `path`, as git writes it (with slashes). 0 or the status
 /// of the command; `root` is then left alone.
 std::int32_t readRepositoryRoot(cmROStringT path, cmROStringT git, cmStringT& root);
-/// The files below `directory` that differ from the index or, with `staged`, those in the index that differ from HEAD: from the
-/// top level, with slashes. 0 or the status of the command; `files` is then left alone.
+/// The files of the whole working copy around `directory` that differ from the index or, with `staged`, those in the index that
+/// differ from HEAD: from the top level, with slashes. 0 or the status of the command; `files` is then left alone.
 std::int32_t listChangedFiles(cmROStringT directory, cmROStringT git, cmArray<cmStringT>& files, bool staged);
