@@ -14,15 +14,15 @@ using Clock = std::chrono::steady_clock;
 /// How long a pass that found nothing waits before it asks for a stop again.
 constexpr std::uint32_t idleWaitMs = 10;
 
-/// How soon after a read the next piece may come without a sleep in between.
+/// To be woken for every piece of output costs a child that streams up to a third of its time. So the next piece is first
+/// looked for without a sleep. When small ones come, the rest is left to gather in the pipe, until as much as `largePiece`
+/// does: then the child would soon wait for room in it.
 constexpr std::chrono::microseconds nextPieceGap{50};
-
-/// To be woken for every small piece would cost a child that streams a fifth of its time. So pieces below `smallPiece` are
-/// left to gather in the pipe, until as much as `largePiece` does: then the child would soon wait for room in it.
-constexpr std::size_t smallPiece = 4096;
+constexpr std::size_t tinyPiece = 4096;   // below it, not even the next one is waited for
+constexpr std::size_t smallPiece = 8192;  // up to it, when the next one is late
 constexpr std::size_t largePiece = 4 * CaptureReadChunk;
-constexpr std::chrono::microseconds gatheringTime{300};
-constexpr std::chrono::milliseconds gatheringGap{2};  // how long after a read nothing more need be expected
+constexpr std::chrono::microseconds gatheringTime{500};
+constexpr std::chrono::milliseconds gatheringGap{2};  // how long after a read a child counts as one that streams
 
 /// How much is taken out of the pipe with one call: about what it holds.
 constexpr std::size_t chunksAtOnce = 8;
@@ -88,12 +88,14 @@ private:
     void waitForMore()
     {
         const auto quiet = Clock::now() - m_lastRead;
-        if (m_gathering && quiet < gatheringGap)
-            m_process.waitForEnd(gatheringTime);
-        else if (!m_gathering && quiet < nextPieceGap)
+        if (!m_gathering && quiet < nextPieceGap) {
             cmThread::yield();
-        else
+        } else if ((m_gathering || m_lastPiece <= smallPiece) && quiet < gatheringGap) {
+            m_gathering = true;
+            m_process.waitForEnd(gatheringTime);
+        } else {
             m_process.waitForActivity(m_output, m_error, idleWaitMs);
+        }
     }
 
     bool takeOutput()
@@ -101,10 +103,10 @@ private:
         const int count = m_output.read(m_block.data(), static_cast<std::uint32_t>(m_block.size()));
         if (count < 1)
             return false;
-        const auto length = static_cast<std::size_t>(count);
-        m_gathering = length < (m_gathering ? largePiece : smallPiece);
-        m_sink({m_block.data(), length});
-        m_taken += length;
+        m_lastPiece = static_cast<std::size_t>(count);
+        m_gathering = m_lastPiece < (m_gathering ? largePiece : tinyPiece);
+        m_sink({m_block.data(), m_lastPiece});
+        m_taken += m_lastPiece;
         return m_taken <= m_control.maxOutput || endTooLarge();
     }
 
@@ -125,6 +127,7 @@ private:
     cmArray<char> m_block = cmArray<char>(chunksAtOnce * CaptureReadChunk);
     std::uint64_t m_taken = 0;
     Clock::time_point m_lastRead;
+    std::size_t m_lastPiece = 0;
     bool m_gathering = false;
     CaptureResult m_result;
 };
