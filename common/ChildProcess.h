@@ -58,9 +58,11 @@ private:
     friend class ChildStarter;
 
     std::intptr_t handle = none;
-    std::intptr_t group = none;  ///< what ends the child's own children with it, where that needs a handle
+    /// What ends the child's own children with it, where that needs a handle.
+    [[maybe_unused]] std::intptr_t group = none;
     std::uint32_t processId = 0;
-    std::uint32_t idleLooks = 0;  ///< looks in a row that found nothing, where looking is all that can be done
+    /// Looks in a row that found nothing, where looking is all that can be done.
+    [[maybe_unused]] std::uint32_t idleLooks = 0;
     std::uint8_t valid = 0;
     bool terminated = false;
 };

@@ -250,6 +250,7 @@ void ChildProcess::waitForActivity(const ChildPipe& output, const ChildPipe& err
 void ChildProcess::waitForEnd(std::chrono::microseconds timeout)
 {
     pollfd child{static_cast<int>(handle), POLLIN, 0};
-    const timespec left{0, std::chrono::nanoseconds(timeout).count()};
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(timeout);
+    const timespec left{seconds.count(), std::chrono::nanoseconds(timeout - seconds).count()};
     ppoll(&child, 1, &left, nullptr);
 }

@@ -20,7 +20,7 @@ constexpr std::uint32_t idleWaitMs = 10;
 constexpr std::chrono::microseconds nextPieceGap{50};
 constexpr std::size_t tinyPiece = 4096;   // below it, not even the next one is waited for
 constexpr std::size_t smallPiece = 8192;  // up to it, when the next one is late
-constexpr std::size_t largePiece = 4 * CaptureReadChunk;
+constexpr std::size_t largePiece = 32768;
 constexpr std::chrono::microseconds gatheringTime{500};
 constexpr std::chrono::milliseconds gatheringGap{2};  // how long after a read a child counts as one that streams
 
