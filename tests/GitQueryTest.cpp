@@ -164,8 +164,11 @@ TEST_F(GitQueryTest, GivesTheLinesThatDifferFromARevision)
     EXPECT_EQ(textsOf(at(hunk, "lines")), (Texts{" one", "+two"}));
     EXPECT_TRUE(at(result, in("gone")));
     writeFile(top / "gone", "one\n");
-    ASSERT_EQ(diff("HEAD"), 0);
-    EXPECT_EQ(txHvarArrayLength(at(at(result, in("sub/a b")), "hunks")), 1);
+    for (const fs::path& directory : {top, top / "sub"}) {
+        ASSERT_EQ(diff("HEAD", directory), 0);
+        EXPECT_EQ(txHvarArrayLength(at(at(result, in("sub/a b")), "hunks")), 1);
+    }
+    EXPECT_FALSE(at(result, in("sub/sub/a b")));
 }
 
 TEST_F(GitQueryTest, FillsTheKeysThatACommitTableHas)

@@ -30,6 +30,7 @@ void console::catchInterrupts()
             continue;  // whoever started us wants it so
         struct sigaction action {};
         action.sa_handler = &remember;
+        action.sa_flags = signal == SIGPIPE ? 0 : static_cast<int>(SA_RESETHAND);  // the second one ends whatever hangs
         sigaction(signal, &action, nullptr);
     }
 }

@@ -17,7 +17,8 @@ std::atomic<bool> interrupted{false};
 
 BOOL WINAPI remember(DWORD event)
 {
-    interrupted = true;
+    if (interrupted.exchange(true))
+        return FALSE;  // the second one ends whatever hangs
     if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
         Sleep(INFINITE);  // the system ends the program when this returns; the main thread is to end it first
     return TRUE;

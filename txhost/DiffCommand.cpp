@@ -9,7 +9,9 @@
 
 namespace {
 
-constexpr std::int32_t statusNothingToTell = -1;  // also that of a revision from which nothing differs
+constexpr std::int32_t statusGitFailed = -1;  // also that of a revision from which nothing differs
+
+constexpr const char* noComparison = "there is no work tree, or git cannot compare it (--debug tells why)";
 
 /// A list that the module left empty is no array to the editor.
 void makeListsArrays(Json& table)
@@ -69,12 +71,16 @@ int runDiff(const HostOptions& options, const std::string& repository)
     const std::int32_t status = host.call(
         "_GitGetDiffInfo", {path, host.programPath(gitTool), CallArgument::variable(variable), cmStringT(options.revision)});
     const cmStringT complaint = host.toolComplaint();
-    const bool equal = status == statusNothingToTell && complaint.isNull();
+    const bool equal = status == statusGitFailed && complaint.isNull();
     if (status != 0 && !equal) {
         printFailure(path, {gitTool.name, status, complaint}, options.json);
         return 1;
     }
     Json table = equal ? Json::object() : jsonOfVariable(*host.editor().value(variable));
+    if (const std::string directory(path.view()); options.revision.empty() && !table.at(directory).contains("local")) {
+        printFailure(path, {gitTool.name, statusGitFailed, noComparison}, options.json);
+        return 1;
+    }
     makeListsArrays(table);
     if (options.json) {
         console::printLine(jsonText(table));

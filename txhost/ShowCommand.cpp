@@ -68,7 +68,6 @@ void printPlain(const Json& table)
 int runShow(const HostOptions& options, const std::string& repository)
 {
     const cmStringT path = browsedDirectory(repository);
-    console::catchInterrupts();
     Host host(options);
     host.requireTool(gitTool);
     const cmStringT hash = wholeHash(host, path, options.revision);
@@ -79,8 +78,7 @@ int runShow(const HostOptions& options, const std::string& repository)
         txHvarHashElement(variable, key, txCreateMissing);
     // That one commit is all that the browser has to know.
     Browser browser(host, path, cmStringT(cmCat("--max-count=1 ") + quoteArgument(hash)));
-    if (!browser.waitFor([] { return false; }))
-        throw HostError("interrupted");
+    browser.waitFor([] { return false; });
     const std::int32_t status =
         host.call("_GitGetCommitInfo", {host.programPath(gitTool), path, hash, CallArgument::variable(variable)});
     if (status != 0) {

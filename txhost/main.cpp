@@ -51,7 +51,7 @@ public:
         m_app.add_option("--p4", m_options.p4, "The p4 program")->type_name("PATH");
         m_app.add_option("--max-output", m_options.maxStatusOutput, "Bytes that one run of a tool may write")
             ->type_name("BYTES")
-            ->check(CLI::Range(0, std::numeric_limits<int>::max()));
+            ->check(CLI::Range(1, std::numeric_limits<int>::max()));
         addCommands();
     }
 
@@ -148,7 +148,7 @@ private:
         CLI::App* log = command("log", "Show the history of a Git repository with its graph",
                                 [this] { return runLog(m_options, m_name, m_log); });
         log->add_option("REPO", m_name, "The repository")->required();
-        log->add_option("--max", m_log.rows, "At most so many rows")->check(CLI::Range(0, std::numeric_limits<int>::max()));
+        log->add_option("--max", m_log.rows, "At most so many rows")->check(CLI::Range(1, std::numeric_limits<int>::max()));
         log->add_option("--restrict", m_log.restriction, "What git log is asked for, instead of all branches")->type_name("ARGS");
         log->add_option("--filter", m_log.filter, "Only commits with this in author, subject or hash")->type_name("TEXT");
     }

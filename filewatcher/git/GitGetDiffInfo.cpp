@@ -10,8 +10,9 @@
 
 namespace {
 
-/// Lines of git's own, whatever program or colour the user or the repository wants for them.
-constexpr cmROStringT ownDiff = "--no-ext-diff --no-textconv --no-color ";
+/// Lines of git's own, whatever program or colour the user or the repository wants for them, and names as seen from the
+/// directory that is put in front of them.
+constexpr cmROStringT ownDiff = "--no-ext-diff --no-textconv --no-color --relative ";
 
 /// Both lists are read before either is stored: outside a repository only the second command fails.
 std::int32_t storeChangedFiles(TXPSZ repository, TXPSZ git, TXHVAR table)
