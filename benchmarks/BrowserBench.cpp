@@ -3,8 +3,8 @@
 #include "benchmarks/Measurement.h"
 #include "benchmarks/ScratchFolder.h"
 #include "benchmarks/System.h"
-#include "filewatcher/git/AncestorMarks.h"
-#include "filewatcher/git/CommitGraph.h"
+#include "filewatcher/git/graph/AncestorMarks.h"
+#include "filewatcher/git/graph/CommitGraph.h"
 #include "txapi/txapi.h"
 
 #include <algorithm>

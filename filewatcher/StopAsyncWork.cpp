@@ -1,10 +1,10 @@
-#include "filewatcher/FileDateThread.h"
-#include "filewatcher/GetFileFromVCThreaded.h"
-#include "filewatcher/GitStatusThread.h"
-#include "filewatcher/PerforceStatusThread.h"
 #include "filewatcher/RegisteredFunctions.h"
-#include "filewatcher/SVNStatusThread.h"
-#include "filewatcher/git/GitBrowser.h"
+#include "filewatcher/git/browser/GitBrowser.h"
+#include "filewatcher/livediff/GetFileFromVCThreaded.h"
+#include "filewatcher/reload/FileDateThread.h"
+#include "filewatcher/status/GitStatusThread.h"
+#include "filewatcher/status/PerforceStatusThread.h"
+#include "filewatcher/status/SVNStatusThread.h"
 
 void filewatcher_stop_async_work()
 {

@@ -1,5 +1,5 @@
-#include "filewatcher/git/CommitStore.h"
-#include "filewatcher/git/AncestorMarks.h"
+#include "filewatcher/git/commits/CommitStore.h"
+#include "filewatcher/git/graph/AncestorMarks.h"
 
 #include <gtest/gtest.h>
 

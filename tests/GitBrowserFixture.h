@@ -1,8 +1,8 @@
 #pragma once
 
 #include "common/CommandRunner.h"
-#include "filewatcher/git/GitCommitInfo.h"
-#include "filewatcher/git/GraphRow.h"
+#include "filewatcher/git/commits/GitCommitInfo.h"
+#include "filewatcher/git/graph/GraphRow.h"
 #include "tests/ModuleFixture.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
-#include "filewatcher/git/GitBranchesModel.h"
-#include "filewatcher/git/GitCommitLookup.h"
-#include "filewatcher/git/GitRefs.h"
+#include "filewatcher/git/browser/GitBranchesModel.h"
+#include "filewatcher/git/commits/GitRefs.h"
+#include "filewatcher/git/query/GitCommitLookup.h"
 #include "tests/GitBrowserFixture.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
-#include "filewatcher/git/GitCommitText.h"
-#include "filewatcher/git/GitDiff.h"
-#include "filewatcher/git/GitHistory.h"
+#include "filewatcher/git/query/GitCommitText.h"
+#include "filewatcher/git/query/GitDiff.h"
+#include "filewatcher/git/query/GitHistory.h"
 
 #include <gtest/gtest.h>
 

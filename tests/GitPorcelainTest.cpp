@@ -1,5 +1,5 @@
-#include "filewatcher/GitPorcelain.h"
-#include "filewatcher/VCRecord.h"
+#include "filewatcher/status/GitPorcelain.h"
+#include "filewatcher/status/VCRecord.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "common/cmPath.h"
-#include "filewatcher/git/GitCommitTable.h"
+#include "filewatcher/git/query/GitCommitTable.h"
 #include "tests/GitStatusFixture.h"
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "filewatcher/git/GraphLayout.h"
+#include "filewatcher/git/graph/GraphLayout.h"
 
 #include "tests/LineFollower.h"
 

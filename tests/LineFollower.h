@@ -1,6 +1,6 @@
 #pragma once
 
-#include "filewatcher/git/GraphLayout.h"
+#include "filewatcher/git/graph/GraphLayout.h"
 
 #include <gtest/gtest.h>
 

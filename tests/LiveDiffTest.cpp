@@ -1,5 +1,5 @@
 #include "common/CommandLine.h"
-#include "filewatcher/LiveDiffCachePath.h"
+#include "filewatcher/livediff/LiveDiffCachePath.h"
 #include "tests/ModuleFixture.h"
 
 #include <array>

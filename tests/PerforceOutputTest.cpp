@@ -1,4 +1,4 @@
-#include "filewatcher/PerforceOutput.h"
+#include "filewatcher/status/PerforceOutput.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "filewatcher/RecentFiles.h"
+#include "filewatcher/recent/RecentFiles.h"
 #include "tests/ModuleFixture.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "filewatcher/RecentDocuments.h"
+#include "filewatcher/recent/RecentDocuments.h"
 #include "tests/TestSupport.h"
 
 #include <glib.h>

@@ -1,7 +1,7 @@
-#include "filewatcher/GitStatusThread.h"
-#include "filewatcher/PerforceStatusThread.h"
-#include "filewatcher/SVNStatusThread.h"
-#include "filewatcher/VCStatusSettings.h"
+#include "filewatcher/status/GitStatusThread.h"
+#include "filewatcher/status/PerforceStatusThread.h"
+#include "filewatcher/status/SVNStatusThread.h"
+#include "filewatcher/status/VCStatusSettings.h"
 #include "tests/ModuleFixture.h"
 
 #include <filesystem>

@@ -1,5 +1,5 @@
 #include "common/cmTick.h"
-#include "filewatcher/FileDateThread.h"
+#include "filewatcher/reload/FileDateThread.h"
 #include "tests/ModuleFixture.h"
 
 #include <atomic>

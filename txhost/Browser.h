@@ -1,7 +1,7 @@
 #pragma once
 
-#include "filewatcher/git/GitCommitInfo.h"
-#include "filewatcher/git/GraphRow.h"
+#include "filewatcher/git/commits/GitCommitInfo.h"
+#include "filewatcher/git/graph/GraphRow.h"
 #include "txhost/Host.h"
 
 #include <cstdint>

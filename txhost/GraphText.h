@@ -1,7 +1,7 @@
 #pragma once
 
 #include "common/cmString.h"
-#include "filewatcher/git/GraphRow.h"
+#include "filewatcher/git/graph/GraphRow.h"
 
 #include <cstddef>
 

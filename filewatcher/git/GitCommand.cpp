@@ -1,8 +1,8 @@
 #include "filewatcher/git/GitCommand.h"
 
 #include "common/cmStringCatHelper.h"
-#include "filewatcher/DebugLog.h"
 #include "filewatcher/StatusCodes.h"
+#include "filewatcher/bridge/DebugLog.h"
 
 cmStringT quotedGit(cmROStringT gitExePath)
 {

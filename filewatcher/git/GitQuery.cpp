@@ -2,9 +2,9 @@
 
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
-#include "filewatcher/DebugLog.h"
-#include "filewatcher/GitQuotedName.h"
+#include "filewatcher/bridge/DebugLog.h"
 #include "filewatcher/git/GitCommand.h"
+#include "filewatcher/git/GitQuotedName.h"
 
 #include <string>
 

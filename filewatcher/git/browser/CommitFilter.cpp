@@ -1,0 +1,59 @@
+#include "filewatcher/git/browser/CommitFilter.h"
+
+#include <cstddef>
+
+namespace {
+
+constexpr std::size_t hashDigits = 40;
+
+/// Whether `lowerText`, which is in lower case and not empty, occurs in `text`.
+bool occursIn(cmROStringT text, cmROStringT lowerText)
+{
+    const char first = lowerText.front();
+    const char upperFirst = first >= 'a' && first <= 'z' ? static_cast<char>(first - 'a' + 'A') : first;
+    for (std::size_t i = 0; i + lowerText.size() <= text.size(); ++i) {
+        if ((text[i] == first || text[i] == upperFirst) && cmEqualIgnoringCase(text.substr(i, lowerText.size()), lowerText))
+            return true;
+    }
+    return false;
+}
+
+/// Looks for one text in hashes.
+class HashMatcher {
+public:
+    explicit HashMatcher(cmROStringT lowerText)
+        : m_text(lowerText),
+          m_possible(lowerText.size() <= hashDigits && lowerText.find_first_not_of("0123456789abcdef") == cmROStringT::npos)
+    {
+    }
+    bool matches(const CommitHash& hash) const
+    {
+        if (!m_possible)
+            return false;
+        char digits[hashDigits];
+        hash.write(digits);
+        return cmROStringT(digits, hashDigits).find(m_text) != cmROStringT::npos;
+    }
+
+private:
+    cmROStringT m_text;
+    bool m_possible;
+};
+
+}  // namespace
+
+cmArray<std::uint32_t> filterCommits(const CommitStore& store, cmROStringT text)
+{
+    const cmStringT lowerText = cmLowerAscii(text);
+    cmArray<bool> authorMatches;  // there are far fewer authors than commits
+    for (const CommitStore::Author& author : store.authors())
+        authorMatches.push_back(text.empty() || occursIn(author.name, lowerText) || occursIn(author.email, lowerText));
+    const HashMatcher hash(lowerText);
+    cmArray<std::uint32_t> found;
+    for (std::uint32_t number = 0; number < store.count(); ++number) {
+        if (authorMatches[store.author(number)] || occursIn(store.subject(number), lowerText)
+            || (store.idOf(number) != CommitIds::workingCopy && hash.matches(store.hash(number))))
+            found.push_back(number);
+    }
+    return found;
+}

@@ -1,0 +1,76 @@
+#include "filewatcher/git/query/GitHistory.h"
+
+#include "filewatcher/git/GitQuotedName.h"
+#include "filewatcher/git/commits/GitLogRecord.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace {
+
+constexpr char recordEnd = '\x01';
+
+/// Takes the text up to the next NUL, and the NUL; false when there is none.
+bool takeField(cmROStringT& text, cmROStringT& field)
+{
+    const bool whole = text.find('\0') != cmROStringT::npos;
+    field = cmTakeUntil(text, '\0');
+    return whole;
+}
+
+std::int64_t unixTime(cmROStringT digits)
+{
+    std::int64_t seconds = noCommitTime;
+    std::from_chars(digits.data(), digits.data() + digits.size(), seconds);
+    return seconds;
+}
+
+void setParents(cmROStringT hashes, GitCommitInfo& commit)
+{
+    commit.firstParent = cmTakeUntil(hashes, ' ');
+    while (!hashes.empty())
+        commit.otherParents.push_back(cmTakeUntil(hashes, ' '));
+}
+
+/// Takes what follows the fields: the message and, behind its end, the names of the files. The next record's hash is on a line
+/// of its own right before the next NUL, so that no message, whatever it holds, is mistaken for one.
+bool takeMessage(cmROStringT& text, GitHistoryRecord& record)
+{
+    cmROStringT block = text.substr(0, text.find('\0'));
+    if (block.size() < text.size())
+        block = block.substr(0, block.rfind('\n') + 1);
+    text.remove_prefix(block.size());
+    const std::size_t end = block.rfind(recordEnd);
+    if (end == cmROStringT::npos)
+        return false;
+    record.commit.message = block.substr(0, end);
+    for (cmROStringT lines = block.substr(end + 1); !lines.empty();) {
+        const cmROStringT line = cmTakeUntil(lines, '\n');
+        if (!line.empty())
+            record.files.push_back(gitNameOnLine(line));
+    }
+    return true;
+}
+
+}  // namespace
+
+cmArray<GitHistoryRecord> parseGitHistory(cmROStringT output)
+{
+    cmArray<GitHistoryRecord> records;
+    for (;;) {
+        cmROStringT hash, parents, time, email, author, subject;
+        for (cmROStringT* field : {&hash, &parents, &time, &email, &author, &subject}) {
+            if (!takeField(output, *field))
+                return records;
+        }
+        GitHistoryRecord record;
+        record.commit.hash = hash.substr(std::min(hash.find_first_not_of('\n'), hash.size()));
+        setParents(parents, record.commit);
+        record.commit.date = GitDateTime::fromUnixTime(unixTime(time));
+        record.commit.authorEmail = email;
+        record.commit.authorName = author;
+        record.commit.subject = subject;
+        if (takeMessage(output, record))
+            records.push_back(std::move(record));
+    }
+}

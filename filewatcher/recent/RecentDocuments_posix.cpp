@@ -1,0 +1,84 @@
+#include "filewatcher/recent/RecentDocuments.h"
+
+#include "common/Environment.h"
+#include "common/cmPath.h"
+
+#include <glib.h>
+#include <glib/gstdio.h>
+
+#include <memory>
+
+namespace {
+
+struct Free {
+    void operator()(char* text) const { g_free(text); }
+    void operator()(GBookmarkFile* list) const { g_bookmark_file_free(list); }
+};
+using Text = std::unique_ptr<char, Free>;
+using List = std::unique_ptr<GBookmarkFile, Free>;
+
+/// Where desktops look for the list. GLib remembers the user's folder from its first question on; the host may have
+/// changed it since.
+cmStringT listPath()
+{
+    const cmStringT chosen = environmentValue(hostEnvironment(), "XDG_DATA_HOME");
+    const cmStringT data = cmIsAbsolutePath(chosen) ? chosen : cmJoinPath(g_get_home_dir(), ".local/share");
+    return cmJoinPath(data, "recently-used.xbel");
+}
+
+/// The list as it is, empty when there is none. Null when it cannot be read: it is not ours to lose.
+List readList(const cmStringT& path)
+{
+    List list(g_bookmark_file_new());
+    GError* error = nullptr;
+    if (g_bookmark_file_load_from_file(list.get(), path.c_str(), &error))
+        return list;
+    const bool missing = g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT);
+    g_error_free(error);
+    return missing ? std::move(list) : nullptr;
+}
+
+bool addFile(GBookmarkFile* list, const cmStringT& path)
+{
+    if (!g_file_test(path.c_str(), G_FILE_TEST_EXISTS))
+        return false;
+    const Text uri(g_filename_to_uri(path.c_str(), nullptr, nullptr));
+    if (!uri)
+        return false;
+    if (!g_bookmark_file_has_item(list, uri.get()))
+        g_bookmark_file_set_mime_type(list, uri.get(), "text/plain");  // readers pass over what has none
+    g_bookmark_file_add_application(list, uri.get(), recentDocumentsApplication, "tamarin %f");
+    return true;
+}
+
+/// The desktop's file of recently used documents, which all its programs share.
+class DesktopRecentDocuments : public RecentDocuments {
+public:
+    void setUp() override {}
+
+    std::size_t add(const cmArray<cmStringT>& paths) override
+    {
+        const cmStringT path = listPath();
+        const List list = readList(path);
+        if (!list)
+            return 0;
+        std::size_t taken = 0;
+        for (const cmStringT& document : paths)
+            taken += addFile(list.get(), document) ? 1 : 0;
+        const Text folder(g_path_get_dirname(path.c_str()));
+        constexpr int ownerOnly = 0700;
+        if (taken == 0 || g_mkdir_with_parents(folder.get(), ownerOnly) != 0
+            || !g_bookmark_file_to_file(list.get(), path.c_str(), nullptr))
+            return 0;
+        g_chmod(path.c_str(), 0600);  // what somebody read is nobody else's business
+        return taken;
+    }
+};
+
+}  // namespace
+
+RecentDocuments& systemRecentDocuments()
+{
+    static DesktopRecentDocuments documents;
+    return documents;
+}

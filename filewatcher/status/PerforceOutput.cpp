@@ -1,0 +1,151 @@
+#include "filewatcher/status/PerforceOutput.h"
+
+#include "common/cmDictionary.h"
+#include "common/cmStringCatHelper.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace {
+
+constexpr cmROStringT blanks = " \t";
+
+/// Takes the first line off `text`, without its end.
+cmROStringT takeLine(cmROStringT& text)
+{
+    cmROStringT line = cmTakeUntil(text, '\n');
+    if (line.ends_with('\r'))
+        line.remove_suffix(1);
+    return line;
+}
+
+cmROStringT trimmed(cmROStringT text)
+{
+    const std::size_t start = std::min(text.find_first_not_of(blanks), text.size());
+    return text.substr(start, text.find_last_not_of(blanks) + 1 - start);
+}
+
+/// The value of the field `name` ("Root:") on this line of a form; null when the line is another.
+cmStringT fieldValue(cmROStringT line, cmROStringT name)
+{
+    if (!line.starts_with(name))
+        return {};
+    cmROStringT value = trimmed(line.substr(name.size()));
+    if (value.size() >= 2 && value.front() == '"' && value.back() == '"')
+        value = value.substr(1, value.size() - 2);
+    return value;
+}
+
+int hexDigit(char c)
+{
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
+    return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
+}
+
+/// The characters that mean something in the client's own syntax (@ # * %) are written there as % and two digits.
+cmStringT decoded(cmROStringT text)
+{
+    cmStringT plain("");
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool escape = text[i] == '%' && i + 2 < text.size() && hexDigit(text[i + 1]) >= 0 && hexDigit(text[i + 2]) >= 0;
+        plain += escape ? static_cast<char>(hexDigit(text[i + 1]) * 16 + hexDigit(text[i + 2])) : text[i];
+        i += escape ? 2 : 0;
+    }
+    return plain;
+}
+
+}  // namespace
+
+PerforceClient parsePerforceClient(cmROStringT form, cmPathStyle style)
+{
+    PerforceClient client;
+    while (!form.empty()) {
+        const cmROStringT line = takeLine(form);
+        if (const cmStringT name = fieldValue(line, "Client:"); !name.isEmpty())
+            client.name = name;
+        if (const cmStringT root = fieldValue(line, "Root:"); !root.isEmpty() && root != "null")
+            client.root = cmWithoutTrailingSeparator(cmNativeSeparators(root, style), style);
+    }
+    return client;
+}
+
+cmArray<PerforceOpenedFile> parsePerforceOpened(cmROStringT output, const PerforceClient& client, cmPathStyle style)
+{
+    constexpr cmROStringT depotField = "... depotFile ";
+    constexpr cmROStringT clientField = "... clientFile ";
+    const cmStringT prefix = cmCat("//") + client.name + "/";
+    cmArray<PerforceOpenedFile> files;
+    PerforceOpenedFile file;
+    const auto endRecord = [&] {
+        if (!file.path.isEmpty())
+            files.push_back(file);
+        file = {};
+    };
+    while (!output.empty()) {
+        const cmROStringT line = takeLine(output);
+        if (line.empty()) {
+            endRecord();
+        } else if (line.starts_with(depotField)) {
+            file.depotPath = line.substr(depotField.size());
+        } else if (line.starts_with(clientField) && line.substr(clientField.size()).starts_with(prefix)) {
+            const cmStringT path = cmNativeSeparators(decoded(line.substr(clientField.size() + prefix.length())), style);
+            file.path = client.root.isEmpty() || path.isEmpty() ? path : cmJoinPath(client.root, path, style);
+        }
+    }
+    endRecord();
+    return files;
+}
+
+cmArray<cmStringT> parsePerforceDiff(cmROStringT output, cmPathStyle style)
+{
+    cmArray<cmStringT> files;
+    while (!output.empty()) {
+        const cmROStringT line = takeLine(output);
+        if (cmIsAbsolutePath(line, style))
+            files.push_back(cmNativeSeparators(line, style));
+    }
+    return files;
+}
+
+cmArray<cmStringT> parsePerforceSync(cmROStringT output, const cmArray<PerforceOpenedFile>& opened, cmPathStyle style)
+{
+    cmDictionary<std::string, cmStringT> openedPaths;
+    for (const PerforceOpenedFile& file : opened)
+        openedPaths.emplace(file.depotPath.view(), file.path);
+    cmArray<cmStringT> files;
+    while (!output.empty()) {
+        const cmROStringT line = takeLine(output);
+        // A depot path holds no "#", its own are escaped; what follows may hold anything.
+        const std::size_t end = line.find('#');
+        const std::size_t action = line.find(" - ", std::min(end, line.size()));
+        if (action == cmROStringT::npos || !line.starts_with("//"))
+            continue;
+        const cmROStringT words = line.substr(action);
+        const auto known = openedPaths.find(std::string(line.substr(0, end)));
+        if (known != openedPaths.end() && words.starts_with(" - is opened and not being changed"))
+            files.push_back(known->second);
+        for (const cmROStringT wanted : {cmROStringT(" - updating "), cmROStringT(" - deleted as ")}) {
+            if (words.starts_with(wanted) && cmIsAbsolutePath(words.substr(wanted.size()), style))
+                files.push_back(cmNativeSeparators(words.substr(wanted.size()), style));
+        }
+    }
+    return files;
+}
+
+bool isPerforceNothingToList(cmROStringT errorOutput)
+{
+    constexpr std::array<cmROStringT, 4> quiet{"not opened", "up-to-date", "No such file", "no such file"};
+    while (!errorOutput.empty()) {
+        const cmROStringT line = takeLine(errorOutput);
+        const bool harmless = trimmed(line).empty() || std::any_of(quiet.begin(), quiet.end(), [line](cmROStringT words) {
+                                  return line.find(words) != cmROStringT::npos;
+                              });
+        if (!harmless)
+            return false;
+    }
+    return true;
+}

@@ -1,0 +1,47 @@
+#include "filewatcher/status/PerforceStatusThread.h"
+
+#include "filewatcher/status/VCRecord.h"
+
+#include <utility>
+
+std::int32_t PerforceStatusThread::perforceStatusForPath(const cmStringT& path)
+{
+    cmStringT form;
+    cmStringT opened;
+    cmStringT differing;
+    cmStringT outdated;
+    const std::pair<cmROStringT, cmStringT*> commands[] = {
+        {" client -o", &form}, {" -ztag opened", &opened}, {" diff -sa", &differing}, {" sync -n", &outdated}};
+    for (const auto& [arguments, output] : commands) {
+        const std::int32_t status = runClient(arguments, path, *output);
+        if (status != 0)
+            return status;
+        if (isStopping())
+            return statusStopRequested;
+    }
+    const PerforceClient client = parsePerforceClient(form);
+    if (client.name.isNull())
+        return quotedProgram().isEmpty() ? 0 : statusPassFailed;
+    const auto mark = [this](const cmStringT& file, cmROStringT token, cmStringT TXVCRECORD::*list) {
+        if (markFile(file, tool.number, token, list))
+            noteChange();
+    };
+    const cmArray<PerforceOpenedFile> openedFiles = parsePerforceOpened(opened, client);
+    for (const PerforceOpenedFile& file : openedFiles)
+        mark(file.path, "edit", &TXVCRECORD::localStatus);
+    for (const cmStringT& file : parsePerforceDiff(differing))
+        mark(file, "mod", &TXVCRECORD::localStatus);
+    for (const cmStringT& file : parsePerforceSync(outdated, openedFiles))
+        mark(file, "mod", &TXVCRECORD::repositoryStatus);
+    return 0;
+}
+
+std::int32_t PerforceStatusThread::runClient(cmROStringT arguments, const cmStringT& path, cmStringT& output)
+{
+    const cmStringT program = quotedProgram();
+    if (program.isEmpty())
+        return 0;
+    cmStringT errorOutput;
+    const std::int32_t status = runTool(cmStringT(cmCat(program) + arguments), spawnPlainCommand, path, output, errorOutput);
+    return status == 0 && !isPerforceNothingToList(errorOutput) ? statusPassFailed : status;
+}

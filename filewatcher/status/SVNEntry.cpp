@@ -1,0 +1,60 @@
+#include "filewatcher/status/SVNEntry.h"
+
+#include "common/cmPath.h"
+
+#include <cstdlib>
+
+namespace {
+
+/// Sets a status by the "item" of the entry; any item but the two leaves it alone.
+bool applyItem(const cmStringT& item, cmStringT& status)
+{
+    if (item == "modified")
+        status = "mod";
+    else if (item == "normal")
+        status = "";
+    else
+        return false;
+    return true;
+}
+
+}  // namespace
+
+SVNEntry readSvnEntry(const XMLDocument& document, std::int32_t node)
+{
+    SVNEntry entry;
+    entry.path = cmNativeSeparators(document.attribute(node, "path"));
+    entry.revision = document.attribute(node, "revision");
+    if (const std::int32_t working = document.child(node, "wc-status")) {
+        entry.hasWorkingStatus = true;
+        entry.workingItem = document.attribute(working, "item");
+    }
+    if (const std::int32_t repository = document.child(node, "repos-status"))
+        entry.repositoryItem = document.attribute(repository, "item");
+    if (const std::int32_t commit = document.child(node, "commit"))
+        entry.commitRevision = document.attribute(commit, "revision");
+    return entry;
+}
+
+bool applySvnEntry(const SVNEntry& entry, bool serverAnswered, TXVCRECORD& record)
+{
+    bool write = false;
+    if (entry.hasWorkingStatus) {
+        write = applyItem(entry.workingItem, record.localStatus);
+    } else if (!record.localStatus.isEmpty()) {
+        record.localStatus = "";
+        write = true;
+    }
+    if (!entry.repositoryItem.isNull()) {
+        write |= applyItem(entry.repositoryItem, record.repositoryStatus);
+    } else if (serverAnswered && !record.repositoryStatus.isEmpty()) {
+        record.repositoryStatus = "";  // the server leaves out what is up to date
+        write = true;
+    }
+    if (!entry.revision.isNull() && !entry.commitRevision.isNull()) {
+        const bool newer = std::atoll(entry.commitRevision.c_str()) > std::atoll(entry.revision.c_str());
+        record.repositoryStatus = newer ? "mod" : "";
+        write = true;
+    }
+    return write;
+}
