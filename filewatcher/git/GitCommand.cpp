@@ -2,7 +2,7 @@
 
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/StatusCodes.h"
-#include "filewatcher/bridge/DebugLog.h"
+#include "filewatcher/bridge/LoggedCapture.h"
 
 cmStringT quotedGit(cmROStringT gitExePath)
 {
@@ -17,11 +17,8 @@ std::int32_t runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory
         wrote = true;
         sink(bytes);
     };
-    const CaptureResult result = captureCommand(commandLine, spawnScannedCommand, workingDirectory, control, note);
-    for (const cmStringT& problem : {result.failure, result.errorOutput}) {
-        if (!problem.isEmpty())
-            debugLog("runGitCommand", __LINE__, problem);
-    }
+    const CaptureResult result =
+        captureLogged("runGitCommand", commandLine, spawnScannedCommand, workingDirectory, control, note);
     if (result.status != 0)
         return result.status;
     if (result.stopped)

@@ -4,6 +4,7 @@
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/StatusCodes.h"
 #include "filewatcher/bridge/DebugLog.h"
+#include "filewatcher/bridge/LoggedCapture.h"
 #include "filewatcher/livediff/LiveDiffStatus.h"
 
 #include <exception>
@@ -16,10 +17,11 @@ GetFileFromVCThreaded* theWorker = nullptr;
 bool fetchIntoFile(const LiveDiffRequest& request, const CaptureControl& control)
 {
     cmFileReplacement file(request.cacheFile);
-    const CaptureResult result = captureCommand(request.commandLine, spawnScannedCommand, request.workingDirectory, control,
-                                                [&file](cmROStringT bytes) { file.write(bytes); });
+    const CaptureResult result =
+        captureLogged("fetchLiveDiffFile", request.commandLine, spawnScannedCommand, request.workingDirectory, control,
+                      [&file](cmROStringT bytes) { file.write(bytes); });
     if (result.status != 0 || result.errorOutput.view().find("fatal:") != cmROStringT::npos) {
-        debugLog("fetchLiveDiffFile", __LINE__, cmStringT(cmCat(request.file) + ": " + result.failure + result.errorOutput));
+        debugLog("fetchLiveDiffFile", __LINE__, cmStringT(cmCat("cannot fetch ") + request.file));
         return false;
     }
     if (file.finish())

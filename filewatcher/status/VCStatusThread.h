@@ -1,9 +1,9 @@
 #pragma once
 
-#include "common/CommandRunner.h"
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/StatusCodes.h"
 #include "filewatcher/bridge/DebugLog.h"
+#include "filewatcher/bridge/LoggedCapture.h"
 #include "filewatcher/status/FileWatcherThreadBase.h"
 #include "txapi/txapi.h"
 
@@ -138,11 +138,7 @@ protected:
         };
         output.clear();
         const auto append = [&output](cmROStringT bytes) { output += bytes; };
-        CaptureResult result = captureCommand(commandLine, options, workingDirectory, control, append);
-        for (const cmStringT& problem : {result.failure, result.errorOutput}) {
-            if (!problem.isEmpty())
-                debugLog("VCStatusThread::runTool", __LINE__, problem);
-        }
+        CaptureResult result = captureLogged("VCStatusThread::runTool", commandLine, options, workingDirectory, control, append);
         errorOutput = std::move(result.errorOutput);
         const std::int32_t status = result.status == 0 && result.stopped ? statusStopRequested : result.status;
         debugLog("VCStatusThread::runTool", __LINE__, cmStringT(cmCat("status=") + std::to_string(status) + " " + commandLine));
