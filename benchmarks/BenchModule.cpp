@@ -15,11 +15,11 @@ constexpr std::int32_t passLimitMs = 120'000;
 
 BenchModule::BenchModule(const std::string& tool, std::int32_t type) : m_tool(cmROStringT(tool)), m_type(type)
 {
-    const bool git = type == gitType;
-    m_editor.defineMacro(git ? "_GitGetExePath" : "_SVNGetExePath", [this] { return m_tool; });
-    m_editor.setSetting(git ? "def_git_update_interval" : "def_svn_update_interval", 5);
-    m_editor.setSetting(git ? "def_git_show_file_status" : "def_svn_show_file_status", 1);
-    m_editor.setSetting("def_vc_max_status_output_size", outputLimit);
+    const TXVCTOOL& known = type == gitType ? txVCToolGit : txVCToolSVN;
+    m_editor.defineMacro(known.exePathMacro, [this] { return m_tool; });
+    m_editor.setSetting(known.intervalSetting, 5);
+    m_editor.setSetting(known.showFileStatusSetting, 1);
+    m_editor.setSetting(txVCMaxOutputSetting, outputLimit);
     EditorObserver observer;
     observer.passBegan = [this](const cmStringT&) { m_begun = true; };
     observer.statusChanged = [this] { m_changed = true; };

@@ -2,6 +2,7 @@
 
 #include "common/cmString.h"
 #include "editor/Editor.h"
+#include "txapi/VersionControlTools.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -11,8 +12,8 @@
 /// An editor that has initialised the module, with settings for one tool. Ending it stops the module's threads.
 class BenchModule {
 public:
-    static constexpr std::int32_t gitType = 8;
-    static constexpr std::int32_t svnType = 1;
+    static constexpr std::int32_t gitType = txVCToolGit.number;
+    static constexpr std::int32_t svnType = txVCToolSVN.number;
 
     /// `tool` is the program that the editor names for the tool with that watch type.
     explicit BenchModule(const std::string& tool, std::int32_t type = gitType);

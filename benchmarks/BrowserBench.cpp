@@ -38,7 +38,7 @@ public:
     void close() { m_module.call("_GitBranchClose", {}); }
     bool isLoading() { return m_module.call("_GitGetBranchInfoRunning", {}) != 0; }
     /// How many commits there are; the working copy is one.
-    std::int32_t count() { return reinterpret_cast<std::int32_t (*)()>(m_module.editor().callback(49))(); }
+    std::int32_t count() { return reinterpret_cast<std::int32_t (*)()>(m_module.editor().callback(txSlotGitCount))(); }
     /// The time of one load without an editor that shows anything, in milliseconds.
     double wholeLoad()
     {

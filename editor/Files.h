@@ -1,13 +1,14 @@
 #pragma once
 
 #include "common/cmString.h"
+#include "txapi/EditorNumbers.h"
 
 #include <cstdint>
 
 // What the editor knows of paths without looking at the files. Paths are UTF-8. Any thread.
 
 /// The numbers are those of txPathKind.
-enum class PathKind : std::int32_t { local = 1, remote = 2, relative = 8 };
+enum class PathKind : std::int32_t { local = txPathLocal, remote = txPathRemote, relative = txPathRelative };
 
 /// Remote is what a server holds: "scheme://..." and, on Windows, "\\server\share".
 PathKind pathKind(cmROStringT path);

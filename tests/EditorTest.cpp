@@ -301,13 +301,13 @@ TEST_F(EditorTest, TheTreeKeepsItsOwnCopyOfUserData)
 
 TEST_F(EditorTest, PathsAreToldApartAndMadeAbsolute)
 {
-    EXPECT_EQ(txPathKind("src/a.c"), 8);
-    EXPECT_EQ(txPathKind("ftp://host/a.c"), 2);
+    EXPECT_EQ(txPathKind("src/a.c"), txPathRelative);
+    EXPECT_EQ(txPathKind("ftp://host/a.c"), txPathRemote);
     EXPECT_EQ(txFileSupportsGetFileTime("ftp://host/a.c"), 0);
     EXPECT_EQ(txFileSupportsGetFileTime("src/a.c"), 1);
     tamarin::TMString here;
     txAbsolute("", "", 0, here);
-    EXPECT_EQ(txPathKind(here), 1);
+    EXPECT_EQ(txPathKind(here), txPathLocal);
     EXPECT_EQ(absolute("x/../\xC3\xA4.c", here.getCString()), cmJoinPath(here.getCMString(), "\xC3\xA4.c"));
     EXPECT_EQ(absolute("x/..", here.getCString()), here.getCMString());
 }

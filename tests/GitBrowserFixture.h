@@ -63,7 +63,7 @@ protected:
     {
         return editor.runUntil([this] { return call("_GitGetBranchInfoRunning", {}) == 0; }, 30000);
     }
-    std::int32_t published() const { return callback<std::int32_t()>(49)(); }
+    std::int32_t published() const { return callback<std::int32_t()>(txSlotGitCount)(); }
     /// Loads, and lets the tree be filled.
     void show(const cmArray<CallArgument>& options = {})
     {
@@ -77,7 +77,7 @@ protected:
     GitCommitInfo commit(std::int64_t number) const
     {
         GitCommitInfo info;
-        EXPECT_EQ(callback<std::int32_t(std::int64_t, GitCommitInfo&)>(50)(number, info), 0);
+        EXPECT_EQ(callback<std::int32_t(std::int64_t, GitCommitInfo&)>(txSlotGitCommit)(number, info), 0);
         return info;
     }
     std::string hashOf(const std::string& revision) const
@@ -106,7 +106,7 @@ protected:
         std::vector<std::uint16_t> found;
         for (const std::int64_t number : commits) {
             GraphRow row;
-            EXPECT_EQ((callback<std::int32_t(std::int64_t, GraphRow&)>(52)(number, row)), 0);
+            EXPECT_EQ((callback<std::int32_t(std::int64_t, GraphRow&)>(txSlotGitGraphRow)(number, row)), 0);
             found.push_back(row.column);
         }
         return found;

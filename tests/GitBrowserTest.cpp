@@ -57,7 +57,7 @@ TEST_F(GitBrowserTest, ShowsBranchesCommitsAndTheirGraph)
 
     // The current branch runs straight down from the working copy.
     EXPECT_EQ(columns({0, 1, 2, 3, 4, 5}), (std::vector<std::uint16_t>{0, 1, 0, 0, 2, 0}));
-    EXPECT_EQ(callback<std::int32_t()>(54)(), 3);
+    EXPECT_EQ(callback<std::int32_t()>(txSlotGitGraphWidth)(), 3);
     const GitCommitInfo merge = commit(2);
     EXPECT_EQ(merge.firstParent, cmStringT(hashOf("v1")));
     EXPECT_EQ(merge.otherParents, cmArray<cmStringT>{cmStringT(hashOf("side"))});
@@ -68,11 +68,11 @@ TEST_F(GitBrowserTest, ShowsBranchesCommitsAndTheirGraph)
     for (const std::int64_t number : {0, 1, 2, 3, 4, 5})
         EXPECT_EQ(commit(number).onCurrentBranch, number == 1 ? 0 : 1) << number;
     GitCommitInfo info;
-    EXPECT_EQ((callback<std::int32_t(std::int64_t, GitCommitInfo&)>(50)(6, info)), -1);
-    EXPECT_EQ(editor.treeModel(), callback<GitBranchesModel*()>(47)());
+    EXPECT_EQ((callback<std::int32_t(std::int64_t, GitCommitInfo&)>(txSlotGitCommit)(6, info)), -1);
+    EXPECT_EQ(editor.treeModel(), callback<GitBranchesModel*()>(txSlotGitModel)());
     cmStringT path;
     cmStringT gitPath;
-    callback<void(cmStringT&, cmStringT&)>(51)(path, gitPath);
+    callback<void(cmStringT&, cmStringT&)>(txSlotGitPaths)(path, gitPath);
     EXPECT_EQ(path, cmStringT(text(top)));
     EXPECT_EQ(gitPath, "git");
 }
@@ -134,11 +134,11 @@ TEST_F(GitBrowserTest, FiltersTheTreeAndItsGraph)
     EXPECT_EQ(filter("ADA@"), 0);
     EXPECT_EQ(editor.tree().size(), 3u);  // extra, second, root
     EXPECT_EQ(columns({1, 3, 5}), (std::vector<std::uint16_t>{0, 0, 0}));
-    EXPECT_EQ(callback<std::int32_t()>(54)(), 1);
+    EXPECT_EQ(callback<std::int32_t()>(txSlotGitGraphWidth)(), 1);
     EXPECT_EQ(commit(3).row, 1);
     GitCommitInfo info;
-    EXPECT_EQ((callback<std::int32_t(std::int64_t, GitCommitInfo&)>(50)(2, info)), -1);
-    callback<void(TXPSZ, TXPSZ, std::int32_t)>(48)("", "git", 0);  // must not add the others
+    EXPECT_EQ((callback<std::int32_t(std::int64_t, GitCommitInfo&)>(txSlotGitCommit)(2, info)), -1);
+    callback<void(TXPSZ, TXPSZ, std::int32_t)>(txSlotGitRefresh)("", "git", 0);  // must not add the others
     EXPECT_FALSE(editor.runUntil([this] { return editor.tree().size() != 3; }, 700));
 
     for (const std::string& wanted : {hashOf("side").substr(5, 20), std::string("GRACE h"), std::string("THE SIDE")}) {
@@ -162,7 +162,7 @@ TEST_F(GitBrowserTest, LoadsALongHistoryInSlicesAndKeepsEveryCommit)
     for (int i = 0; i < count; ++i)
         last = history.commit("main", last == 0 ? std::vector<int>{} : std::vector<int>{last}, "commit " + std::to_string(i));
     history.import(folder, top);
-    editor.setProperty(103, 7);
+    editor.setProperty(txPropertyBrowserWindow, 7);
     int adjusted = 0;
     editor.defineMacro("_TreeAdjustLastColButtonWidth", [&adjusted] {
         ++adjusted;
@@ -177,7 +177,7 @@ TEST_F(GitBrowserTest, LoadsALongHistoryInSlicesAndKeepsEveryCommit)
     const int before = adjusted;
     editor.runUntil([this] { return call("_GitGettingInfo", {}) != 0; }, 700);
     EXPECT_LE(adjusted, before + 1) << "the timer goes on";
-    EXPECT_EQ(txGetIntProperty(103), 7);
+    EXPECT_EQ(txGetIntProperty(txPropertyBrowserWindow), 7);
 
     txTreeClear();
     EXPECT_EQ(open({1}), 0);
@@ -191,7 +191,7 @@ TEST_F(GitBrowserTest, ClosesAndReplacesALoadAtAnyMoment)
     importBranches();
     const std::size_t threads = threadCount();
     for (int round = 0; round < affordableStarts(60); ++round) {
-        editor.setProperty(152, cmStringT(""));
+        editor.setProperty(txPropertyBrowserRepository, cmStringT(""));
         EXPECT_EQ(open(), 0);
         editor.runUntil([] { return false; }, round % 15);
         if (round % 3 == 0) {
@@ -225,20 +225,20 @@ TEST_F(GitBrowserTest, EndsAToolThatHangsAndSurvivesOneThatFails)
     importBranches();
     show({1});  // forced, in the middle of a load of the same repository: begins anew
     EXPECT_EQ(published(), 6);
-    editor.setProperty(152, cmStringT(""));
+    editor.setProperty(txPropertyBrowserRepository, cmStringT(""));
     EXPECT_EQ(open({}, hanging), 0);
     ASSERT_TRUE(eventually([&] { return processesOf(hanging) > 0; }));
     git(top, {"init", "--quiet", text(folder / "other")});
     EXPECT_EQ(call("_GitGetBranchInfo", {cmStringT(text(folder / "other")), "git"}), 0);
     EXPECT_TRUE(eventually([&] { return processesOf(hanging) == 0; }));
     for (const std::string& tool : {helperAs(folder, "tool-fails"), text(folder / "no-git")}) {
-        editor.setProperty(152, cmStringT(""));
+        editor.setProperty(txPropertyBrowserRepository, cmStringT(""));
         EXPECT_EQ(open({}, tool), 0);
         EXPECT_TRUE(waitForLoad());
         EXPECT_EQ(published(), 0);
         EXPECT_EQ(branch(0), "Error");
     }
-    editor.setProperty(152, cmStringT(""));
+    editor.setProperty(txPropertyBrowserRepository, cmStringT(""));
     show();
     EXPECT_EQ(published(), 6);
 }

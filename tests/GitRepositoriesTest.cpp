@@ -113,7 +113,7 @@ void GitRepositoriesTest::expectLinesToParents()
         for (const std::string& parent : parents)
             node.parents.push_back({numbers.at(parent), numbers.at(parent) <= number});
         GraphRow row;
-        ASSERT_EQ((callback<std::int32_t(std::int64_t, GraphRow&)>(52)(number, row)), 0);
+        ASSERT_EQ((callback<std::int32_t(std::int64_t, GraphRow&)>(txSlotGitGraphRow)(number, row)), 0);
         ASSERT_NO_FATAL_FAILURE(follower.follow(node, row)) << number;
     }
     EXPECT_EQ(follower.openLines(), 0u);

@@ -33,7 +33,7 @@ TEST_F(GitStatusTest, MarksExactlyTheFilesModifiedInTheWorkTree)
 
     EXPECT_EQ(pass(text(top)), 0);
     EXPECT_EQ(localStatus(), expected);
-    EXPECT_EQ(editor.record(in("modified"))->tool, 8);
+    EXPECT_EQ(editor.record(in("modified"))->tool, txVCToolGit.number);
     EXPECT_FALSE(fs::exists(top / "ran"));
 }
 
@@ -46,7 +46,7 @@ TEST_F(GitStatusTest, LooksBelowTheWatchedDirectoryOnly)
     for (const std::string& name : names)
         modify(name);
     for (const std::string& directory : oddFolderNames()) {
-        editor.clearRecords(8);
+        editor.clearRecords(gitType);
         addPath(in(directory) + cmPathSeparator());
         EXPECT_EQ(waitForPass(in(directory)), 0);
         EXPECT_EQ(localStatus(), (Status{{in(directory + "/f"), "mod"}}));
@@ -59,7 +59,7 @@ TEST_F(GitStatusTest, ReportsADirectoryOutsideAnyRepository)
     fs::create_directory(folder / "outside");
     EXPECT_EQ(pass(outside), 0);
     ASSERT_TRUE(editor.record(outside));
-    EXPECT_EQ(editor.record(outside)->state, 2);
+    EXPECT_EQ(editor.record(outside)->state, txVCStateOutsideRepository);
     EXPECT_TRUE(localStatus().empty());
     EXPECT_TRUE(editor.runUntil([&] { return notifications == 1; }, 5000));
     EXPECT_EQ(pass(outside), 0);
@@ -123,7 +123,7 @@ TEST_F(GitStatusTest, TakesAnEmptyAnswerForOutside)
     setTool(helperAs(folder, "tool-fails"));
     EXPECT_EQ(pass(text(top)), 0);
     ASSERT_TRUE(editor.record(text(top)));
-    EXPECT_EQ(editor.record(text(top))->state, 2);
+    EXPECT_EQ(editor.record(text(top))->state, txVCStateOutsideRepository);
 }
 
 TEST_F(GitStatusTest, GivesTheReasonWhenGitCannotBeStarted)

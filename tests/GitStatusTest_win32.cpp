@@ -18,7 +18,7 @@ TEST_F(GitStatusTest, TheDriveLetterMayComeInEitherCase)
     modify("sub/a");
     modify("b");
     for (const std::string& directory : {in("sub"), withOtherDriveCase(in("sub"))}) {
-        editor.clearRecords(8);
+        editor.clearRecords(gitType);
         EXPECT_EQ(pass(directory), 0);
         ASSERT_EQ(localStatus().size(), 1u) << directory;
         // The record has git's own spelling of the drive; to the editor they are one file.
@@ -34,7 +34,7 @@ TEST_F(GitStatusTest, TakesEitherSeparatorAndAnyCase)
     std::string slashes = in("Some Folder");
     std::replace(slashes.begin(), slashes.end(), '\\', '/');
     for (const std::string& directory : {slashes, in("sOME fOLDER")}) {
-        editor.clearRecords(8);
+        editor.clearRecords(gitType);
         EXPECT_EQ(pass(directory), 0);
         EXPECT_EQ(localStatus(), (Status{{in("Some Folder/a"), "mod"}})) << directory;
     }

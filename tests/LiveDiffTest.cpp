@@ -160,7 +160,7 @@ TEST_F(LiveDiffTest, LeavesTheCacheFileAloneWhenTheToolFails)
     EXPECT_EQ(cached().size(), 10u);
     EXPECT_EQ(fetchNow(helper("complain 8090"), file), 0) << "it is past what counts";
     EXPECT_EQ(have(), 1);
-    editor.setProperty(2, 1);
+    editor.setProperty(txPropertyLiveDiffReset, 1);
     EXPECT_EQ(have(), 0);
     editor.removeProperty(2);
     EXPECT_EQ(have(), 0);

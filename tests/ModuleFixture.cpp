@@ -4,17 +4,15 @@
 
 ModuleTest::ModuleTest()
 {
-    for (const char* name : {"_GitGetExePath", "_SVNGetExePath", "_PerforceGetExePath"}) {
-        editor.defineMacro(name, [this] {
+    for (const TXVCTOOL* known : txVCTools) {
+        editor.defineMacro(known->exePathMacro, [this] {
             ++macroCalls;
             return cmStringT(cmROStringT(tool));
         });
+        editor.setSetting(known->intervalSetting, 5);
+        editor.setSetting(known->showFileStatusSetting, 1);
     }
-    for (const char* name : {"def_git_update_interval", "def_svn_update_interval", "def_perforce_update_interval"})
-        editor.setSetting(name, 5);
-    for (const char* name : {"def_git_show_file_status", "def_svn_show_file_status", "def_perforce_show_file_status"})
-        editor.setSetting(name, 1);
-    editor.setSetting("def_vc_max_status_output_size", 1000000);
+    editor.setSetting(txVCMaxOutputSetting, 1000000);
     EditorObserver observer;
     observer.statusChanged = [this] { ++notifications; };
     observer.passBegan = [this](const cmStringT&) { ++passesBegun; };

@@ -2,6 +2,7 @@
 
 #include "editor/Editor.h"
 #include "tests/TestSupport.h"
+#include "txapi/VersionControlTools.h"
 
 #include <gtest/gtest.h>
 
@@ -13,9 +14,9 @@
 /// An editor that has initialised the module, with settings for all tools and the real git. Ending it stops every thread.
 class ModuleTest : public testing::Test {
 protected:
-    static constexpr std::int32_t svnType = 1;
-    static constexpr std::int32_t perforceType = 4;
-    static constexpr std::int32_t gitType = 8;
+    static constexpr std::int32_t svnType = txVCToolSVN.number;
+    static constexpr std::int32_t perforceType = txVCToolPerforce.number;
+    static constexpr std::int32_t gitType = txVCToolGit.number;
 
     ModuleTest();
     ~ModuleTest() override;

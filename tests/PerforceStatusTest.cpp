@@ -66,7 +66,7 @@ TEST_F(PerforceStatusTest, GivesEachFileItsTokens)
                           {in("behind.c"), {"", "mod"}},        {in("opened behind.c"), {"edit", "mod"}}};
     EXPECT_EQ(perforcePass(), 0);
     EXPECT_EQ(tokens(), expected);
-    EXPECT_EQ(editor.record(in("opened.c"))->tool, 4);
+    EXPECT_EQ(editor.record(in("opened.c"))->tool, txVCToolPerforce.number);
     EXPECT_TRUE(editor.runUntil([&] { return notifications == 1; }, 5000));
     EXPECT_EQ(perforcePass(), 0);
     EXPECT_EQ(tokens(), expected);

@@ -56,8 +56,8 @@ TEST_F(RegistryTest, AnswersByTypeGateAndRunningThread)
 TEST_F(RegistryTest, KeepsAQueueOfDistinctPathsWithTheEditorsContext)
 {
     suspend();
-    editor.setProperty(4, cmStringT("context"));
-    editor.setProperty(5, 7);
+    editor.setProperty(txPropertyWatchContext, cmStringT("context"));
+    editor.setProperty(txPropertyWatchContextFlag, 7);
     for (const char* path : {"/a", "/A", "/b", "/c", "/a"})
         addPath(path, gitType);
     addPath("/p", perforceType);

@@ -80,7 +80,7 @@ TEST_F(SVNReplayTest, SetsAndClearsWhatTheEntriesTell)
                            + entry("newer", "normal", outdated) + entry("same", "added", upToDate)
                            + entry("odd", "modified", "<x/>") + "<entry path=\"" + in("gone") + "\"/>"));
     EXPECT_EQ(record("modified").localStatus, "mod");
-    EXPECT_EQ(record("modified").tool, 1);
+    EXPECT_EQ(record("modified").tool, txVCToolSVN.number);
     EXPECT_EQ(record("normal").localStatus, "");
     EXPECT_EQ(record("normal").repositoryStatus, "mod");  // the server was not heard
     EXPECT_EQ(record("added").localStatus, "mod");
@@ -89,7 +89,7 @@ TEST_F(SVNReplayTest, SetsAndClearsWhatTheEntriesTell)
     EXPECT_EQ(record("same").repositoryStatus, "");
     EXPECT_EQ(record("same").localStatus, "mod");
     EXPECT_EQ(record("gone").localStatus, "");
-    EXPECT_EQ(record("gone").tool, 1);
+    EXPECT_EQ(record("gone").tool, txVCToolSVN.number);
     EXPECT_EQ(record("left").tool, 0);
     EXPECT_TRUE(editor.runUntil([&] { return notifications == 1; }, 5000));
 
@@ -124,7 +124,7 @@ TEST_F(SVNReplayTest, AsksByTheFlagsOfThePathAndTheServerOnceAMinute)
 {
     answer(document(""));
     const auto ask = [this](const std::string& path, std::int32_t flag, std::int32_t contextFlag) {
-        editor.setProperty(5, contextFlag);
+        editor.setProperty(txPropertyWatchContextFlag, contextFlag);
         call("filewatcherAddPath", {cmStringT(cmROStringT(path)), svnType, flag});
         EXPECT_TRUE(editor.runUntil([&] { return !passesEnded.empty(); }, 20000));
         passesEnded.clear();
@@ -181,7 +181,7 @@ TEST_F(SVNReplayTest, AsksAgainWithoutTheServerWhenThatOneFails)
 
 TEST_F(SVNReplayTest, TakesAHugeAnswerUpToTheLimit)
 {
-    editor.setSetting("def_vc_max_status_output_size", 110 << 20);
+    editor.setSetting(txVCMaxOutputSetting, 110 << 20);
     std::string padding = "<!--" + std::string(100 << 20, '.') + "-->";
     answerAndPass(document(padding + entry("a", "modified")));
     EXPECT_EQ(record("a").localStatus, "mod");

@@ -90,7 +90,7 @@ TEST_F(SVNStatusTest, MarksExactlyTheModifiedFiles)
     Status marked = localStatus();
     marked.erase(top.string());  // the folder whose property was set
     EXPECT_EQ(marked, expected);
-    EXPECT_EQ(editor.record(in("normal"))->tool, 1);
+    EXPECT_EQ(editor.record(in("normal"))->tool, txVCToolSVN.number);
     for (const char* untouched : {"added", "deleted", "unversioned"})
         EXPECT_FALSE(editor.record(in(untouched))) << untouched;
 

@@ -2,6 +2,7 @@
 
 #include "common/cmArray.h"
 #include "common/cmString.h"
+#include "txapi/EditorNumbers.h"
 #include "txapi/TMIterator.h"
 #include "txapi/TMString.h"
 #include "txapi/TXEXPORT.h"
@@ -10,7 +11,8 @@
 
 // The editor's services, as the module calls them. Those with a number in front are reached by that ordinal
 // (txapi.def holds the same numbers), the others by name. "Any thread" services may be called from everywhere;
-// all others only on the editor's thread. A service that finds nothing answers 0: an invalid handle or index.
+// all others only on the editor's thread. A service that finds nothing answers 0: an invalid handle or index. The numbers of
+// properties, callback slots and the like are in EditorNumbers.h.
 
 // --- Kinds of arguments and results of registered functions ---------------------------------------------------
 
@@ -24,11 +26,6 @@ using TMStringByRef = tamarin::TMString&;
 /// Address of any function; the prototype that goes with it tells its true type.
 using TXPFN = void (*)();
 
-inline constexpr int txKindFunction = 1;  ///< txFindName: a macro function
-inline constexpr int txKindVariable = 4;  ///< txFindName: a variable, settings included
-inline constexpr int txCreateMissing = -1;
-inline constexpr TXHVAR txLastResult = 1;  ///< the handle under which txCallFunction leaves a function's result
-
 /// The editor's version-control record of one file. The unnamed strings are the editor's own.
 struct TXVCRECORD {
     cmStringT first;
@@ -37,8 +34,8 @@ struct TXVCRECORD {
     cmStringT localStatus;       ///< tokens separated by "|"
     cmStringT fifth;
     cmStringT sixth;
-    std::int32_t state = 0;  ///< -1 unknown, 2 a directory outside any repository
-    std::int32_t tool = 0;   ///< 1 Subversion, 4 Perforce, 8 Git: which tool wrote the record
+    std::int32_t state = 0;  ///< txVCStateUnknown, txVCStateOutsideRepository, or the editor's own
+    std::int32_t tool = 0;   ///< the tool that wrote the record; VersionControlTools.h has the numbers
 };
 
 /// A date with its time of day, in the local time zone.
@@ -55,7 +52,7 @@ extern "C" {
 TXAPI std::int32_t txRegisterFunction(TXPSZ prototype, std::int32_t flags, std::int32_t reserved, TXPFN function);
 /// 1056. Whether the editor's edition offers this module's features. 0: it does not.
 TXAPI std::int32_t txFeatureAvailable();
-/// 15. Index of the macro function or variable `name`, or 0.
+/// 15. Index of the macro function or variable `name`, or 0. `kind` is txKindFunction or txKindVariable.
 TXAPI std::int32_t txFindName(TXPSZ name, std::int32_t kind);
 /// 311. Whether the function with this index can be called.
 TXAPI std::int32_t txIsCallable(std::int32_t index);
@@ -138,14 +135,14 @@ TXAPI void txXMLClose(std::int32_t document);
 
 // --- Files ------------------------------------------------------------------------------------------------------
 
-/// 567; any thread. 1 for a plain local path, 8 for one that must first be made absolute, other numbers for the rest.
+/// 567; any thread. txPathLocal, txPathRelative, or another number for a path of any other kind.
 TXAPI std::int32_t txPathKind(const tamarin::TMString& path);
 /// Any thread. The absolute form of `path`; an empty `directory` stands for the current one. `normalise` resolves . and ..
 TXAPI void txAbsolute(const tamarin::TMString& path, const tamarin::TMString& directory, std::int32_t normalise,
                       tamarin::TMString& absolute);
 /// Any thread. Whether the file system of `path` can report file times.
 TXAPI std::int32_t txFileSupportsGetFileTime(const tamarin::TMString& path);
-/// 798. A directory of the editor's; 0 is the one for its private data. Ends without a separator.
+/// 798. A directory of the editor's, such as txDirectoryPrivate. Ends without a separator.
 TXAPI void txDirectory(std::int32_t which, tamarin::TMString& directory);
 
 // --- Browser tree -----------------------------------------------------------------------------------------------

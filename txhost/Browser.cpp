@@ -4,10 +4,6 @@
 
 namespace {
 
-constexpr std::int32_t countSlot = 49;
-constexpr std::int32_t commitSlot = 50;
-constexpr std::int32_t graphRowSlot = 52;
-constexpr std::int32_t graphWidthSlot = 54;
 constexpr std::int32_t lookEveryMs = 10;
 
 /// The function that the module offered at a slot.
@@ -51,22 +47,22 @@ bool Browser::isLoading()
 
 std::int32_t Browser::count() const
 {
-    return callback<std::int32_t()>(m_host, countSlot)();
+    return callback<std::int32_t()>(m_host, txSlotGitCount)();
 }
 
 bool Browser::commit(std::int64_t number, GitCommitInfo& info) const
 {
-    return callback<std::int32_t(std::int64_t, GitCommitInfo&)>(m_host, commitSlot)(number, info) == 0;
+    return callback<std::int32_t(std::int64_t, GitCommitInfo&)>(m_host, txSlotGitCommit)(number, info) == 0;
 }
 
 bool Browser::graphRow(std::int64_t number, GraphRow& row) const
 {
-    return callback<std::int32_t(std::int64_t, GraphRow&)>(m_host, graphRowSlot)(number, row) == 0;
+    return callback<std::int32_t(std::int64_t, GraphRow&)>(m_host, txSlotGitGraphRow)(number, row) == 0;
 }
 
 std::int32_t Browser::graphWidth() const
 {
-    return callback<std::int32_t()>(m_host, graphWidthSlot)();
+    return callback<std::int32_t()>(m_host, txSlotGitGraphWidth)();
 }
 
 cmStringT Browser::branchName(std::int32_t number)

@@ -13,18 +13,17 @@
 namespace {
 
 /// The program as the user named it, or empty.
-const std::string& namedProgram(const HostOptions& options, const Tool& tool)
+std::string namedProgram(const HostOptions& options, const Tool& tool)
 {
-    if (tool.number == svnTool.number)
-        return options.svn;
-    return tool.number == p4Tool.number ? options.p4 : options.git;
+    const auto named = options.programs.find(tool.number);
+    return named == options.programs.end() ? std::string() : named->second;
 }
 
 /// The tool as an absolute path: a name is looked for in PATH, a path may be relative to the current directory. Null when
 /// there is no such program.
 cmStringT toolPath(const HostOptions& options, const Tool& tool)
 {
-    const std::string& named = namedProgram(options, tool);
+    const std::string named = namedProgram(options, tool);
     if (named.empty())
         return findHostProgram(tool.name);
     const std::filesystem::path path = cmSystemPath(named);
@@ -52,26 +51,24 @@ cmStringT privateDirectory()
 
 Host::Host(const HostOptions& options) : m_options(options)
 {
-    for (const Tool& tool : {gitTool, svnTool, p4Tool})
-        m_programs[tool.number] = toolPath(options, tool);
+    for (const Tool* tool : allTools) {
+        cmStringT& program = m_programs[tool->number];
+        program = toolPath(options, *tool);
+        m_editor.defineMacro(tool->exePathMacro, [&program] { return program; });
+        m_editor.setSetting(tool->intervalSetting, options.intervalSeconds);
+        m_editor.setSetting(tool->showFileStatusSetting, 1);
+    }
+    m_editor.setSetting(txVCMaxOutputSetting, options.maxStatusOutput);
     m_editor.setDebugSink([this](cmROStringT line) {
         noteComplaint(line);
         if (m_options.debug)
             std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
     });
-    for (const char* tool : {"git", "svn", "perforce"}) {
-        m_editor.setSetting(cmStringT(cmCat("def_") + tool + "_update_interval"), options.intervalSeconds);
-        m_editor.setSetting(cmStringT(cmCat("def_") + tool + "_show_file_status"), 1);
-    }
     m_directory = options.cache.empty() ? privateDirectory() : cmStringT(options.cache);
     m_editor.setDirectory(m_directory);
-    m_editor.setSetting("def_vc_max_status_output_size", options.maxStatusOutput);
     m_editor.defineClass("SVCHistoryInfo", {"revision", "author", "date", "comment", "affectedFilesDetails", "picIndex",
                                             "lsibIndex", "rsibIndex", "firstChildIndex", "parentIndex", "expandable", "hidden",
                                             "revisionCaption", "tagNames", "changelist", "curVersionFilename"});
-    m_editor.defineMacro("_GitGetExePath", [this] { return m_programs[gitTool.number]; });
-    m_editor.defineMacro("_SVNGetExePath", [this] { return m_programs[svnTool.number]; });
-    m_editor.defineMacro("_PerforceGetExePath", [this] { return m_programs[p4Tool.number]; });
 
     const cmStringT failure = m_module.load("filewatcher");
     auto* init = m_module.function<std::int32_t()>("txDllInit");
@@ -93,7 +90,7 @@ void Host::requireTool(const Tool& tool) const
 {
     if (!m_programs.at(tool.number).isNull())
         return;
-    const std::string& named = namedProgram(m_options, tool);
+    const std::string named = namedProgram(m_options, tool);
     const std::string name = tool.name;
     throw HostError(named.empty() ? name + " was not found in PATH; name it with --" + name
                                   : "no program that can be started: " + named);

@@ -8,6 +8,7 @@
 #include "txhost/WorkingCopy.h"
 
 #include <cstdint>
+#include <map>
 #include <stdexcept>
 #include <string>
 
@@ -15,9 +16,7 @@
 struct HostOptions {
     bool json = false;
     bool debug = false;
-    std::string git;  ///< the tools as the user named them; empty: looked for in PATH
-    std::string svn;
-    std::string p4;
+    std::map<std::int32_t, std::string> programs;  ///< by tool number, as the user named them; empty: looked for in PATH
     std::string cache;     ///< where this editor keeps private data; empty: in the user's folder for what can be made again
     std::string tool;      ///< the tool that every directory belongs to; empty: found out
     bool updates = false;  ///< show what is newer in the repository

@@ -15,8 +15,6 @@
 
 namespace {
 
-constexpr std::int32_t stateOutside = 2;
-
 cmArray<cmStringT> tokens(cmROStringT list)
 {
     cmArray<cmStringT> found;
@@ -31,7 +29,7 @@ cmArray<cmStringT> tokens(cmROStringT list)
 void collectRecords(const Editor& editor, bool updates, StatusRound& round)
 {
     for (const auto& [path, record] : editor.records()) {
-        if (record.state == stateOutside)
+        if (record.state == txVCStateOutsideRepository)
             round.outside.push_back(path);
         FileStatus file{toolNumbered(record.tool).name, tokens(record.localStatus), {}};
         if (updates)

@@ -187,10 +187,10 @@ private:
     Outcome limited()
     {
         m_host.call("filewatcherStop", {gitTool.number});
-        m_host.editor().setSetting("def_vc_max_status_output_size", 10);
+        m_host.editor().setSetting(txVCMaxOutputSetting, 10);
         const StatusRound round = poll(m_repository->path());
         m_host.call("filewatcherAddPath", {m_repository->path(), gitTool.number, 1});
-        const bool off = m_host.editor().setting("def_git_show_file_status") == 0;
+        const bool off = m_host.editor().setting(gitTool.showFileStatusSetting) == 0;
         return {round.failed.size() == 1 && round.failed.begin()->second.status == -6657 && off,
                 "def_git_show_file_status is 0 now"};
     }

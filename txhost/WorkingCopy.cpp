@@ -4,14 +4,11 @@
 #include "common/cmFile.h"
 #include "common/cmSystemPath.h"
 
-#include <array>
 #include <filesystem>
 #include <system_error>
 #include <utility>
 
 namespace {
-
-constexpr std::array<const Tool*, 3> tools{&gitTool, &svnTool, &p4Tool};
 
 /// The name of the file that says to which server and workspace a folder belongs; the user may choose another.
 std::filesystem::path perforceConfigurationName()
@@ -22,9 +19,17 @@ std::filesystem::path perforceConfigurationName()
 
 }  // namespace
 
+std::vector<std::string> toolNames()
+{
+    std::vector<std::string> names;
+    for (const Tool* tool : allTools)
+        names.emplace_back(tool->name);
+    return names;
+}
+
 const Tool* toolNamed(const std::string& name)
 {
-    for (const Tool* tool : tools) {
+    for (const Tool* tool : allTools) {
         if (tool->name == name)
             return tool;
     }
@@ -33,7 +38,7 @@ const Tool* toolNamed(const std::string& name)
 
 const Tool& toolNumbered(std::int32_t number)
 {
-    for (const Tool* tool : tools) {
+    for (const Tool* tool : allTools) {
         if (tool->number == number)
             return *tool;
     }

@@ -1,20 +1,25 @@
 #pragma once
 
 #include "common/cmString.h"
+#include "txapi/VersionControlTools.h"
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 /// A version-control tool as the module and the user know it.
-struct Tool {
-    std::int32_t number;  ///< its watch type, and how its records are marked
-    const char* name;     ///< on the command line and in JSON; also the program's name
+struct Tool : TXVCTOOL {
+    const char* name;  ///< on the command line and in JSON; also the program's name
 };
 
-inline constexpr Tool gitTool{8, "git"};
-inline constexpr Tool svnTool{1, "svn"};
-inline constexpr Tool p4Tool{4, "p4"};
+inline constexpr Tool gitTool{txVCToolGit, "git"};
+inline constexpr Tool svnTool{txVCToolSVN, "svn"};
+inline constexpr Tool p4Tool{txVCToolPerforce, "p4"};
+/// All tools, in the order in which users are told of them.
+inline constexpr const Tool* allTools[] = {&gitTool, &svnTool, &p4Tool};
 
+/// The names of all tools.
+std::vector<std::string> toolNames();
 /// The tool with that name; null when there is none.
 const Tool* toolNamed(const std::string& name);
 /// The tool with that number; git for any other, since it alone marks directories that belong to none.

@@ -46,9 +46,10 @@ public:
         m_app.fallthrough();
         m_app.add_flag("--json", m_options.json, "One JSON object a line");
         m_app.add_flag("--debug", m_options.debug, "Write the editor's debug log to standard error");
-        m_app.add_option("--git", m_options.git, "The git program")->type_name("PATH");
-        m_app.add_option("--svn", m_options.svn, "The svn program")->type_name("PATH");
-        m_app.add_option("--p4", m_options.p4, "The p4 program")->type_name("PATH");
+        for (const Tool* tool : allTools) {
+            const std::string name = tool->name;
+            m_app.add_option("--" + name, m_options.programs[tool->number], "The " + name + " program")->type_name("PATH");
+        }
         m_app.add_option("--max-output", m_options.maxStatusOutput, "Bytes that one run of a tool may write")
             ->type_name("BYTES")
             ->check(CLI::Range(1, std::numeric_limits<int>::max()));
@@ -61,9 +62,10 @@ public:
             m_app.parse(guardedWords(words));
             for (std::string& word : m_words)
                 removeGuard(word);
-            for (std::string* word : {&m_name, &m_command, &m_log.restriction, &m_log.filter, &m_options.git, &m_options.svn,
-                                      &m_options.p4, &m_options.revision})
+            for (std::string* word : {&m_name, &m_command, &m_log.restriction, &m_log.filter, &m_options.revision})
                 removeGuard(*word);
+            for (auto& [tool, program] : m_options.programs)
+                removeGuard(program);
         } catch (const CLI::ParseError& error) {
             return m_app.exit(error) == 0 ? 0 : exitUsage;
         }
@@ -157,7 +159,7 @@ private:
     {
         command->add_option("DIR", m_words, "Directories in working copies, of watch also files")->required();
         command->add_option("--tool", m_options.tool, "Whose they are, instead of finding out")
-            ->check(CLI::IsMember({"git", "svn", "p4"}));
+            ->check(CLI::IsMember(toolNames()));
         command->add_flag("--updates", m_options.updates, "Show what is newer in the repository, too");
     }
 

@@ -6,11 +6,6 @@
 
 namespace {
 
-constexpr std::int32_t resetProperty = 2;
-constexpr std::int32_t permissionProperty = 6;
-constexpr std::int32_t privateDirectory = 0;
-constexpr std::int32_t relativePath = 8;
-
 bool isBusy()
 {
     GetFileFromVCThreaded* worker = GetFileFromVCThreaded::instance(false);
@@ -21,10 +16,10 @@ bool isBusy()
 cmStringT prepareCacheFile(const tamarin::TMString& file)
 {
     tamarin::TMString path(file);
-    if (txPathKind(file) == relativePath)
+    if (txPathKind(file) == txPathRelative)
         txAbsolute(file, tamarin::TMString(""), 1, path);
     tamarin::TMString directory;
-    txDirectory(privateDirectory, directory);
+    txDirectory(txDirectoryPrivate, directory);
     return prepareLiveDiffCacheFile(directory.getCMString(), path.getCMString());
 }
 
@@ -35,7 +30,7 @@ std::int32_t svcLiveDiffGetVCFile(TMStringConst origin, TMStringConst command, T
 {
     if (isBusy())
         return statusLiveDiffBusy;
-    if (const TXHVAR permission = txProperty(permissionProperty)) {
+    if (const TXHVAR permission = txProperty(txPropertyLiveDiffPermission)) {
         std::int32_t ignored = 0;
         if (const std::int32_t status = txHvarGetFlag(permission, &ignored))
             return status;
@@ -64,7 +59,7 @@ std::int32_t svcLiveDiffGetVCFileImmediate(TMStringConst origin, TMStringConst c
 
 std::int32_t svcLiveDiffHaveVCFile(TMStringConst cacheFile)
 {
-    const TXHVAR reset = txProperty(resetProperty);
+    const TXHVAR reset = txProperty(txPropertyLiveDiffReset);
     if (reset && txHvarGetInt(reset) != 0) {
         setLiveDiffStatus(cacheFile.getCMString(), 0);
         return 0;

@@ -10,9 +10,6 @@
 
 namespace {
 
-constexpr std::int32_t localPath = 1;
-constexpr std::int32_t relativePath = 8;
-
 cmMutex fileDateLock;
 FileDateData* theData CM_GUARDED_BY(fileDateLock) = nullptr;
 std::atomic<FileItemReader> reader{&cmReadFileItem};
@@ -22,7 +19,7 @@ bool readFileDate(FILE_DATE_THREAD_OUTPUT_INFO& result)
 {
     tamarin::TMString path(result.fileName);
     std::int32_t kind = txPathKind(path);
-    if (kind == relativePath) {
+    if (kind == txPathRelative) {
         txAbsolute(tamarin::TMString(result.fileName), tamarin::TMString(""), 1, path);
         kind = txPathKind(path);
     }
@@ -34,7 +31,7 @@ bool readFileDate(FILE_DATE_THREAD_OUTPUT_INFO& result)
     result.elapsedMs = end < start ? 0 : static_cast<std::int32_t>(end - start);
     if (item.state == cmItemState::found)
         result.item = item;
-    result.readOnlyFlag = kind != localPath || (result.item.attributes & cmAttributeReadOnly) ? 1 : 0;
+    result.readOnlyFlag = kind != txPathLocal || (result.item.attributes & cmAttributeReadOnly) ? 1 : 0;
     return true;
 }
 

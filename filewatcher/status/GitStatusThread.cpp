@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr std::int32_t stateOutsideRepository = 2;
 constexpr char workTreeModified = 'M';
 
 /// The watched path as an argument of a command that runs in the top level. git reports that without links and, like the
@@ -41,9 +40,9 @@ std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path)
     const cmStringT top = cmNativeSeparators(cmWithoutLineEnd(output));
     TXVCRECORD directory = readVCRecord(path);
     if (top.isEmpty()) {
-        if (directory.state != stateOutsideRepository)
+        if (directory.state != txVCStateOutsideRepository)
             noteChange();
-        directory.state = stateOutsideRepository;
+        directory.state = txVCStateOutsideRepository;
         txVCSetRecord(tamarin::TMString(path), directory);
         return 0;
     }

@@ -6,7 +6,7 @@
 /// the status below the directory, and marks every file that is modified in the work tree "mod".
 class GitStatusThread : public VCStatusThread<GitStatusThread> {
 public:
-    static constexpr StatusTool tool{8, "_GitGetExePath", "def_git_update_interval", "def_git_show_file_status"};
+    static constexpr const TXVCTOOL& tool = txVCToolGit;
 
 private:
     friend class VCStatusThread<GitStatusThread>;

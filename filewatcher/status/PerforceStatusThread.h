@@ -7,7 +7,7 @@
 /// the depot ("mod"), and which have a newer revision there ("mod" as repository status).
 class PerforceStatusThread : public VCStatusThread<PerforceStatusThread> {
 public:
-    static constexpr StatusTool tool{4, "_PerforceGetExePath", "def_perforce_update_interval", "def_perforce_show_file_status"};
+    static constexpr const TXVCTOOL& tool = txVCToolPerforce;
 
 private:
     friend class VCStatusThread<PerforceStatusThread>;

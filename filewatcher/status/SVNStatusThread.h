@@ -8,7 +8,7 @@
 /// editor, and writes what is modified here and in the repository. The repository is asked at most once a minute.
 class SVNStatusThread : public VCStatusThread<SVNStatusThread> {
 public:
-    static constexpr StatusTool tool{1, "_SVNGetExePath", "def_svn_update_interval", "def_svn_show_file_status"};
+    static constexpr const TXVCTOOL& tool = txVCToolSVN;
 
 private:
     friend class VCStatusThread<SVNStatusThread>;

@@ -2,12 +2,6 @@
 
 #include "common/cmStringCatHelper.h"
 
-namespace {
-
-constexpr std::int32_t stateUnknown = -1;
-
-}  // namespace
-
 bool hasStatusToken(cmROStringT list, cmROStringT token)
 {
     const cmStringT wrappedList = cmCat("|") + list + "|";
@@ -28,7 +22,7 @@ bool addStatusToken(cmStringT& list, cmROStringT token)
 TXVCRECORD readVCRecord(const cmStringT& path)
 {
     TXVCRECORD record;
-    record.state = stateUnknown;
+    record.state = txVCStateUnknown;
     txVCGetRecord(tamarin::TMString(path), record);
     return record;
 }

@@ -5,6 +5,7 @@
 #include "filewatcher/status/PerforceStatusThread.h"
 #include "filewatcher/status/SVNStatusThread.h"
 #include "filewatcher/status/SuspendState.h"
+#include "txapi/VersionControlTools.h"
 
 namespace {
 
@@ -20,7 +21,7 @@ std::int32_t readStatusSettings()
     const std::int32_t interval = editorSetting(Thread::tool.intervalSetting, missingSetting);
     if (exePath.isEmpty())
         return statusNoExecutable;
-    const std::int32_t maxOutputSize = editorSetting("def_vc_max_status_output_size", missingSetting);
+    const std::int32_t maxOutputSize = editorSetting(txVCMaxOutputSetting, missingSetting);
     if (interval != missingSetting)
         // Got anew: the editor's macro may have stopped the thread.
         Thread::instance(true)->setStatusConfig(exePath, static_cast<std::uint32_t>(interval) * 1000, maxOutputSize);

@@ -5,6 +5,7 @@
 #include "filewatcher/bridge/DebugLog.h"
 #include "filewatcher/bridge/LoggedCapture.h"
 #include "filewatcher/status/FileWatcherThreadBase.h"
+#include "txapi/VersionControlTools.h"
 #include "txapi/txapi.h"
 
 #include <cstdint>
@@ -12,17 +13,9 @@
 #include <string>
 #include <utility>
 
-/// How one version-control tool is known to the editor.
-struct StatusTool {
-    std::int32_t number;          ///< in the records that its thread writes
-    TXPSZ exePathMacro;           ///< macro function that returns the executable's path
-    TXPSZ intervalSetting;        ///< seconds between two passes over a path
-    TXPSZ showFileStatusSetting;  ///< 0 switches the tool's file status off
-};
-
 /// What the three status threads share: a process-wide instance per class behind the class's own lock, the settings that
 /// this lock guards, the polling loop, and the way to run a tool. `Derived` supplies
-///     static constexpr StatusTool tool;
+///     static constexpr const TXVCTOOL& tool;
 ///     std::int32_t processEntry(const WatchEntry&);  // one pass, on the thread; 0 or the status that ended it
 /// Only the thread itself calls the protected operations.
 template <class Derived>

@@ -7,15 +7,11 @@
 
 namespace {
 
-// Types of filewatcherAddPath and filewatcherInitType; the first three are also the bits of the other functions' masks.
-constexpr std::int32_t typeSvn = 1;
-constexpr std::int32_t typePerforce = 4;
-constexpr std::int32_t typeGit = 8;
-constexpr std::int32_t typeSvnSecond = 16;
-constexpr std::int32_t typeGitSecond = 32;
-
-constexpr std::int32_t propertyContext = 4;
-constexpr std::int32_t propertyContextFlag = 5;
+constexpr std::int32_t typeSvn = txVCToolSVN.number;
+constexpr std::int32_t typePerforce = txVCToolPerforce.number;
+constexpr std::int32_t typeGit = txVCToolGit.number;
+constexpr std::int32_t typeSvnSecond = txVCToolSVN.secondWatchType;
+constexpr std::int32_t typeGitSecond = txVCToolGit.secondWatchType;
 
 /// Switches the tool's file status off for good, in the editor and here. False when the editor has no such setting.
 template <class Thread>
@@ -71,9 +67,9 @@ void stopThread()
 std::int32_t filewatcherAddPath(TXPSZ path, std::int32_t type, std::int32_t flag)
 {
     WatchEntry entry{path, "", flag != 0, false};
-    if (const TXHVAR context = txProperty(propertyContext))
+    if (const TXHVAR context = txProperty(txPropertyWatchContext))
         txHvarGetString(context, entry.context);
-    if (const TXHVAR contextFlag = txProperty(propertyContextFlag))
+    if (const TXHVAR contextFlag = txProperty(txPropertyWatchContextFlag))
         entry.contextFlag = txHvarGetInt(contextFlag) != 0;
     switch (type) {
     case typeSvn:

@@ -2,6 +2,7 @@
 
 #include "common/cmArray.h"
 #include "filewatcher/git/browser/GitRunLogThread.h"
+#include "txapi/EditorNumbers.h"
 
 #include <cstdint>
 #include <memory>
@@ -16,7 +17,7 @@ struct RefreshRequest {
 /// Where the browser's tree goes on.
 struct TreeCursor {
     std::int32_t lastNode = 0;
-    std::int32_t nextFlags = 2;
+    std::int32_t nextFlags = txNodeFirst;
 };
 
 /// The browser's side of the editor's thread, for which alone it is.

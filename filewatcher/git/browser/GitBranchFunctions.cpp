@@ -13,8 +13,6 @@
 namespace {
 
 constexpr std::int32_t firstTickMs = 100;
-constexpr std::int32_t repositoryProperty = 152;
-constexpr std::int32_t windowProperty = 103;
 constexpr std::int32_t usualLoadLimit = 10;
 constexpr std::int32_t forceArgument = 3;
 constexpr std::int32_t restrictionArgument = 4;
@@ -103,9 +101,9 @@ std::int32_t gitGetBranchInfo(TXPSZ repository, TXPSZ git)
     GitLoadRequest request{git, repository, loadLimitSetting(), logRestriction(), nullptr};
     registerGitCallbacks();
     cmStringT lastRepository;
-    txGetStringProperty(repositoryProperty, lastRepository);
+    txGetStringProperty(txPropertyBrowserRepository, lastRepository);
     const bool newRepository = !GitBranchesModel::instance(false) || lastRepository != request.path;
-    const std::int32_t windowId = txGetIntProperty(windowProperty);
+    const std::int32_t windowId = txGetIntProperty(txPropertyBrowserWindow);
     request.logThread = std::make_shared<GitRunLogThread>(request.gitExePath, request.path, request.logRestriction);
     state.replaceLog(request.logThread);
 
@@ -118,7 +116,7 @@ std::int32_t gitGetBranchInfo(TXPSZ repository, TXPSZ git)
     const bool started = shallStart(model, newRepository, request.loadLimit);
     if (started)
         result = startLoad(model, request, newRepository);
-    txSetStringProperty(repositoryProperty, request.path);
+    txSetStringProperty(txPropertyBrowserRepository, request.path);
     if ((started && result == 0) || model.isRunning()) {
         if (!state.isTimerArmed()) {
             state.refreshRequest = {request.path, request.gitExePath, windowId};

@@ -59,17 +59,18 @@ void offer(std::int32_t slot, Function* function)
 
 void registerGitCallbacks()
 {
-    offer(47, &modelCallback);
-    offer(48, &refreshCallback);
-    offer(49, &countCallback);
-    offer(50, &commitCallback);
-    offer(51, &pathsCallback);
-    offer(52, &graphRowCallback);
-    offer(54, &graphWidthCallback);
+    offer(txSlotGitModel, &modelCallback);
+    offer(txSlotGitRefresh, &refreshCallback);
+    offer(txSlotGitCount, &countCallback);
+    offer(txSlotGitCommit, &commitCallback);
+    offer(txSlotGitPaths, &pathsCallback);
+    offer(txSlotGitGraphRow, &graphRowCallback);
+    offer(txSlotGitGraphWidth, &graphWidthCallback);
 }
 
 void withdrawGitCallbacks()
 {
-    for (const std::int32_t slot : {47, 48, 49, 50, 51, 52, 54})
+    for (const std::int32_t slot : {txSlotGitModel, txSlotGitRefresh, txSlotGitCount, txSlotGitCommit, txSlotGitPaths,
+                                    txSlotGitGraphRow, txSlotGitGraphWidth})
         txSetCallback(slot, nullptr);
 }

@@ -12,8 +12,6 @@ constexpr std::int32_t refreshMs = 300;
 constexpr std::uint32_t firstSliceMs = 50;
 constexpr std::uint32_t sliceMs = 200;
 constexpr std::int32_t fewRows = 2;
-constexpr std::int32_t windowProperty = 103;
-constexpr std::int32_t dateColumn = 2;
 constexpr std::int32_t workingCopyBranch = -1;
 
 /// The caption's cells: none, branches with the subject, none, author, short hash.
@@ -68,7 +66,7 @@ bool addRow(GitBranchesModel& model, std::int64_t number, TreeCursor& cursor)
     txHvarFree(numbers);
     if (info.date.isSet()) {
         const cmDateTime date = info.date.unpacked();
-        txTreeSetDate(cursor.lastNode, dateColumn, {date.year, date.month, date.day, date.hour, date.minute, date.second});
+        txTreeSetDate(cursor.lastNode, txTreeDateColumn, {date.year, date.month, date.day, date.hour, date.minute, date.second});
     }
     return true;
 }
@@ -110,10 +108,10 @@ void fillBranchTree()
 {
     BrowserState& state = browserState();
     state.armTimer(refreshMs);
-    const std::int32_t window = txGetIntProperty(windowProperty);
-    txSetIntProperty(windowProperty, state.refreshRequest.windowId);
+    const std::int32_t window = txGetIntProperty(txPropertyBrowserWindow);
+    txSetIntProperty(txPropertyBrowserWindow, state.refreshRequest.windowId);
     fillTree(state);
-    txSetIntProperty(windowProperty, window);
+    txSetIntProperty(txPropertyBrowserWindow, window);
 }
 
 void addBranchTreeSlice(GitBranchesModel& model, TreeCursor& cursor)
