@@ -1,6 +1,5 @@
 #include "filewatcher/git/browser/GitBranchesModel.h"
 #include "filewatcher/git/commits/GitRefs.h"
-#include "filewatcher/git/query/GitCommitLookup.h"
 #include "tests/GitBrowserFixture.h"
 
 #include <algorithm>
@@ -145,7 +144,7 @@ TEST_F(GitBrowserTest, FiltersTheTreeAndItsGraph)
         EXPECT_EQ(filter(wanted), 0);
         ASSERT_EQ(editor.tree().size(), 1u) << wanted;
         EXPECT_NE(captions()[0].find("on the side"), std::string::npos);
-        EXPECT_TRUE(findModelCommit(hashOf("extra"), info)) << "it is known, though not shown";
+        EXPECT_TRUE(GitBranchesModel::instance(false)->findCommit(hashOf("extra"), info)) << "it is known, though not shown";
     }
     EXPECT_EQ(filter("no such thing"), 0);
     EXPECT_EQ(editor.tree().size(), 1u);

@@ -1,5 +1,5 @@
 #include "common/cmPath.h"
-#include "filewatcher/git/query/GitCommitTable.h"
+#include "filewatcher/git/GitCommand.h"
 #include "tests/GitStatusFixture.h"
 
 #include <filesystem>
@@ -29,10 +29,20 @@ protected:
         return call("_GitGetHistoryInfo",
                     {cmStringT(in(name)), "git", CallArgument::variable(result), revision, newest, follow, working});
     }
-    std::int32_t diff(const char* revision) { return diff(revision, top); }
     std::int32_t diff(const char* revision, const fs::path& directory)
     {
         return call("_GitGetDiffInfo", {cmStringT(text(directory)), "git", CallArgument::variable(result), revision});
+    }
+    std::int32_t diff(const char* revision) { return diff(revision, top); }
+    std::int32_t show(const char* revision)
+    {
+        return call("_GitGetCommitInfo", {"git", cmStringT(text(top)), revision, CallArgument::variable(result)});
+    }
+    /// git's output without its line end.
+    std::string gitLine(const std::vector<std::string>& arguments) const
+    {
+        const std::string output = git(top, arguments);
+        return output.substr(0, output.find('\n'));
     }
     static std::string textOf(TXHVAR variable)
     {
@@ -51,7 +61,7 @@ protected:
     {
         return textOf(txHvarField(txHvarArrayElement(result, entry, 0), name));
     }
-    /// That field of all entries but the root.
+    /// That field of every entry except the root.
     Texts fields(const char* name)
     {
         Texts texts;
@@ -79,15 +89,15 @@ TEST_F(GitQueryTest, BuildsTheHistoryTreeOfAFile)
     EXPECT_EQ(fields("affectedFilesDetails"), (Texts{"(null)", "sub/new", "sub/old"}));
     EXPECT_EQ(fields("curVersionFilename"), (Texts{"sub/new", "sub/new", "sub/old"}));
     EXPECT_EQ(fields("parentIndex"), (Texts{"0", "0", "0"}));
+    EXPECT_EQ(fields("lsibIndex"), (Texts{"-1", "1", "2"}));
     EXPECT_EQ(fields("rsibIndex"), (Texts{"2", "3", "-1"}));
     EXPECT_EQ(field(0, "revision") + field(0, "firstChildIndex") + field(0, "parentIndex"), "root1-1");
     EXPECT_EQ(field(1, "revision") + field(1, "author"), "Working file(null)");
     const std::string hash = field(2, "revision");
-    EXPECT_EQ(hash + "\n", git(top, {"rev-parse", "HEAD~1"}));
+    EXPECT_EQ(hash, gitLine({"rev-parse", "HEAD~1"}));
     EXPECT_EQ(field(2, "revisionCaption"), hash.substr(0, 7));
     EXPECT_EQ(field(2, "author") + field(2, "picIndex"), "Ada" + std::to_string(txFindPicture("_f_doc.svg")));
-    EXPECT_EQ(field(2, "date") + "\n",
-              git(top, {"log", "-1", "--format=%cd", "--date=format-local:%Y-%m-%d %H:%M:%S", hash.c_str()}));
+    EXPECT_EQ(field(2, "date"), gitLine({"log", "-1", "--format=%cd", "--date=format-local:%Y-%m-%d %H:%M:%S", hash}));
 
     ASSERT_EQ(history("sub/new", "HEAD~1", 1), 0);
     EXPECT_NE(lastCommand.find("--max-count=1  \"--pretty"), std::string::npos);
@@ -97,6 +107,11 @@ TEST_F(GitQueryTest, BuildsTheHistoryTreeOfAFile)
     EXPECT_EQ(history("untracked", "", 0, 0, 1), 0);
     EXPECT_EQ(txHvarArrayLength(result), 1);
     EXPECT_EQ(field(0, "firstChildIndex"), "-1");
+    if (cmNativePathStyle == cmPathStyle::windows)
+        return;  // no symbolic links under Wine
+    fs::create_directory_symlink(top, folder / "link");
+    ASSERT_EQ(history(text(folder / "link/sub/new"), "", 0, 0, 1), 0);
+    EXPECT_EQ(field(1, "curVersionFilename"), "sub/new");
 }
 
 TEST_F(GitQueryTest, TakesEveryFileNameForAFile)
@@ -116,25 +131,37 @@ TEST_F(GitQueryTest, FailsWithoutTouchingTheVariable)
 {
     commit({"a"});
     txHvarSetString(result, "as it was");
+    for (const char* revision : {"nonsense", "--output=ran", "HEAD;touch ran"}) {
+        EXPECT_EQ(history("a", revision), -1) << revision;
+        EXPECT_EQ(diff(revision), -1) << revision;
+        EXPECT_EQ(show(revision), -1) << revision;
+    }
     EXPECT_EQ(history("../outside"), -1);
-    EXPECT_EQ(history("a", "nonsense"), -1);
-    EXPECT_EQ(history("a", "--output=ran"), -1);
-    EXPECT_EQ(diff("nonsense"), -1);
-    EXPECT_EQ(diff("HEAD"), -1);  // nothing differs
-    EXPECT_EQ(diff("--output=ran"), -1);
-    EXPECT_EQ(diff("", folder.path()), -1);  // no repository
+    EXPECT_EQ(diff("HEAD"), -1) << "nothing differs";
+    EXPECT_EQ(diff("", folder.path()), -1) << "no repository";
+    EXPECT_EQ(show("HEAD"), 0) << "no model";
     writeFile(top / ".git" / "index", std::string(100, 'x'));
     EXPECT_EQ(diff(""), -1);
-    const auto show = [&](const char* hash) {
-        return call("_GitGetCommitInfo", {"git", cmStringT(text(top)), hash, CallArgument::variable(result)});
-    };
-    EXPECT_EQ(show("nonsense"), -1);
-    EXPECT_EQ(show("--output=ran"), -1);
     editor.setFeatureAvailable(false);
     EXPECT_EQ(show("HEAD"), -2173);
     EXPECT_EQ(diff(""), -2173);
     EXPECT_EQ(textOf(result), "as it was");
     EXPECT_FALSE(fs::exists(top / "ran"));
+}
+
+TEST_F(GitQueryTest, TreatsAnErrorAsFatalOnlyWithoutOutput)
+{
+    commit({"a"});
+    git(top, {"branch", "side"});
+    cmStringT output("old");
+    EXPECT_EQ(runGitQuery("\"git\" branch -d side missing", text(top), output), 0);
+    EXPECT_TRUE(output.view().starts_with("Deleted branch side"));
+    EXPECT_EQ(runGitQuery("\"git\" branch -d missing", text(top), output), -1);
+    EXPECT_EQ(output, "");
+    EXPECT_EQ(runGitQuery(cmROStringT(text(folder / "missing")), text(top), output), -102646);
+    CaptureControl control;
+    control.stopRequested = [] { return true; };
+    EXPECT_EQ(runGitCommand("\"git\" version", text(top), control, [](cmROStringT) {}), -102621);
 }
 
 TEST_F(GitQueryTest, ListsWhatIsChangedAndWhatIsStaged)
@@ -155,37 +182,56 @@ TEST_F(GitQueryTest, ListsWhatIsChangedAndWhatIsStaged)
 
 TEST_F(GitQueryTest, GivesTheLinesThatDifferFromARevision)
 {
-    commit({"sub/a b", "gone"});
-    writeFile(top / "sub" / "a b", "one\ntwo\n");
+    const std::string middle = "\n\n\n\n\n\n\n\n";
+    writeFile(top / "a b", "one" + middle + "end\n");
+    commit({"sub/c d", "gone"});
+    writeFile(top / "a b", "1" + middle + "2\n");
+    writeFile(top / "sub" / "c d", "one\ntwo\n");
     fs::remove(top / "gone");
     ASSERT_EQ(diff("HEAD"), 0);
-    const TXHVAR hunk = txHvarArrayElement(at(at(result, in("sub/a b")), "hunks"), 0, 0);
-    EXPECT_EQ(textOf(at(hunk, "oldCount")) + textOf(at(hunk, "newStart")) + textOf(at(hunk, "newCount")), "112");
+    EXPECT_EQ(txHvarArrayLength(at(at(result, in("a b")), "hunks")), 2);
+    const TXHVAR hunk = txHvarArrayElement(at(at(result, in("sub/c d")), "hunks"), 0, 0);
+    EXPECT_EQ(textOf(at(hunk, "oldStart")) + textOf(at(hunk, "oldCount")), "11");
+    EXPECT_EQ(textOf(at(hunk, "newStart")) + textOf(at(hunk, "newCount")), "12");
     EXPECT_EQ(textsOf(at(hunk, "lines")), (Texts{" one", "+two"}));
     EXPECT_TRUE(at(result, in("gone")));
     writeFile(top / "gone", "one\n");
+    writeFile(top / "a b", "one" + middle + "2\n");
     for (const fs::path& directory : {top, top / "sub"}) {
         ASSERT_EQ(diff("HEAD", directory), 0);
-        EXPECT_EQ(txHvarArrayLength(at(at(result, in("sub/a b")), "hunks")), 1);
+        EXPECT_EQ(txHvarArrayLength(at(at(result, in("a b")), "hunks")), 1);
+        EXPECT_EQ(txHvarArrayLength(at(at(result, in("sub/c d")), "hunks")), 1);
     }
-    EXPECT_FALSE(at(result, in("sub/sub/a b")));
+    EXPECT_FALSE(at(result, in("sub/sub/c d")));
 }
 
 TEST_F(GitQueryTest, FillsTheKeysThatACommitTableHas)
 {
-    GitCommitInfo commit;
-    commit.hash = "abc";
-    commit.otherParents = {"p2"};
-    for (const char* key : {"hash", "parentHash", "otherParents", "longComment", "modifiedFiles"})
+    commit({"f", "sub/g"});
+    git(top, {"checkout", "--quiet", "-b", "side"});
+    commit({"h"});
+    git(top, {"checkout", "--quiet", "main"});
+    git(top, {"merge", "--quiet", "--no-ff", "side", "--message", "merged\n\nwhy"});
+    ASSERT_EQ(call("_GitGetBranchInfo", {cmStringT(text(top)), "git"}), 0);
+    ASSERT_TRUE(editor.runUntil([this] { return call("_GitGetBranchInfoRunning", {}) == 0; }, 20000));
+    for (const char* key : {"hash", "parentHash", "otherParents", "authorEmail", "committerDate", "longComment", "modifiedFiles"})
         txHvarSetString(txHvarHashElement(result, key, txCreateMissing), "old");
-    for (const GitCommitText& text : {GitCommitText{{"one", "two"}, {"f", "g"}}, GitCommitText{{"one"}, {}}}) {
-        fillCommitTable(result, commit, text);
-        EXPECT_EQ(textsOf(at(result, "longComment")).size(), text.message.size());
-        EXPECT_EQ(textsOf(at(result, "modifiedFiles")).size(), text.files.size());
-    }
-    EXPECT_EQ(textOf(at(result, "hash")) + textOf(at(result, "parentHash")), "abcold");
-    EXPECT_EQ(textsOf(at(result, "otherParents")), Texts{"p2"});
+    const std::string merge = gitLine({"rev-parse", "HEAD"});
+    ASSERT_EQ(show(merge.c_str()), 0);
+    EXPECT_EQ(textOf(at(result, "hash")) + textOf(at(result, "parentHash")), merge + gitLine({"rev-parse", "HEAD^1"}));
+    EXPECT_EQ(textsOf(at(result, "otherParents")), Texts{gitLine({"rev-parse", "side"})});
+    EXPECT_EQ(textOf(at(result, "authorEmail")), gitLine({"log", "-1", "--format=%ae"}));
+    EXPECT_EQ(textOf(at(result, "committerDate")),
+              gitLine({"log", "-1", "--format=%cd", "--date=format-local:%Y-%m-%d %H:%M:%S"}));
+    EXPECT_EQ(textsOf(at(result, "longComment")), (Texts{"merged", "", "why", ""}));
+    EXPECT_EQ(textsOf(at(result, "modifiedFiles")), Texts{"h"});
     EXPECT_EQ(at(result, "comment"), 0);
+
+    txHvarSetString(at(result, "parentHash"), "old");
+    ASSERT_EQ(show(gitLine({"rev-parse", "HEAD~1"}).c_str()), 0);
+    EXPECT_EQ(textOf(at(result, "parentHash")), "old") << "this commit has no parent";
+    EXPECT_EQ(textsOf(at(result, "longComment")), (Texts{"files", ""}));
+    EXPECT_EQ(textsOf(at(result, "modifiedFiles")), (Texts{"f", "sub/g"}));
 }
 
 }  // namespace

@@ -2,7 +2,10 @@
 
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/StatusCodes.h"
+#include "filewatcher/bridge/DebugLog.h"
 #include "filewatcher/bridge/LoggedCapture.h"
+
+#include <string>
 
 cmStringT quotedGit(cmROStringT gitExePath)
 {
@@ -12,18 +15,33 @@ cmStringT quotedGit(cmROStringT gitExePath)
 std::int32_t runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory, const CaptureControl& control,
                            const std::function<void(cmROStringT)>& sink)
 {
-    bool wrote = false;
-    const auto note = [&wrote, &sink](cmROStringT bytes) {
-        wrote = true;
+    bool anyOutput = false;
+    const auto passOn = [&anyOutput, &sink](cmROStringT bytes) {
+        anyOutput = true;
         sink(bytes);
     };
     const CaptureResult result =
-        captureLogged("runGitCommand", commandLine, spawnScannedCommand, workingDirectory, control, note);
+        captureLogged("runGitCommand", commandLine, spawnScannedCommand, workingDirectory, control, passOn);
     if (result.status != 0)
         return result.status;
     if (result.stopped)
         return statusStopRequested;
-    // An error alone may be one file's trouble; without any output it is the command's. git says it before some fatal ones, too.
+    // With output, "error:" can concern a single file. Without output the whole command failed; git then writes "error:" before
+    // some of its "fatal:" lines, too.
     const cmROStringT error = result.errorOutput;
-    return error.starts_with("fatal:") || (!wrote && error.starts_with("error:")) ? statusGitFailed : 0;
+    return error.starts_with("fatal:") || (!anyOutput && error.starts_with("error:")) ? statusGitFailed : 0;
+}
+
+std::int32_t runGitQuery(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output)
+{
+    output.clear();
+    const auto append = [&output](cmROStringT bytes) { output += bytes; };
+    const std::int32_t status = runGitCommand(commandLine, workingDirectory, {}, append);
+    debugLog("runGitQuery", __LINE__, cmStringT(cmCat("status=") + std::to_string(status) + " " + commandLine));
+    return status;
+}
+
+bool isGitOption(cmROStringT revision)
+{
+    return revision.starts_with('-');
 }

@@ -6,11 +6,19 @@
 #include <cstdint>
 #include <functional>
 
-/// What a git command line begins with: the executable in double quotes.
+/// The first word of a git command line: the executable's path in double quotes.
 cmStringT quotedGit(cmROStringT gitExePath);
 
-/// Runs one git command of the browser and hands its output to `sink`. 0; statusStopRequested; statusGitFailed when git called
-/// it a fatal error, or told an error and nothing else; or why it could not be started. Blocks the calling thread, any one, until
-/// git ends or a stop is seen.
+/// Runs one git command in `workingDirectory` and passes its standard output to `sink` as it is read. Blocks the calling thread
+/// until git ends or `control` cuts the run short. Returns 0; statusGitFailed when standard error begins with "fatal:", or with
+/// "error:" and there is no output; statusStopRequested; statusOutputLimit; or the status with which the start failed. Standard
+/// error goes to the debug log. Any thread.
 std::int32_t runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory, const CaptureControl& control,
                            const std::function<void(cmROStringT)>& sink);
+
+/// runGitCommand without a way to stop it, for queries that the editor waits for. Replaces `output` by git's standard output,
+/// whatever the result, and writes the result to the debug log.
+std::int32_t runGitQuery(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output);
+
+/// Whether git would take `revision` for an option. A query refuses such a revision, since an option can write files.
+bool isGitOption(cmROStringT revision);

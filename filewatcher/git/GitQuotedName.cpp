@@ -9,7 +9,7 @@ bool isOctal(char c)
     return c >= '0' && c <= '7';
 }
 
-/// Takes one escape, its backslash gone already, from the front of `text`.
+/// Removes the rest of an escape, after its backslash, from the front of `text`, which is not empty. Returns its character.
 char takeEscape(cmROStringT& text)
 {
     if (text.size() >= 3 && std::all_of(text.begin(), text.begin() + 3, &isOctal)) {
@@ -18,11 +18,11 @@ char takeEscape(cmROStringT& text)
         return static_cast<char>(value);
     }
     constexpr cmROStringT letters = "abtnvfr";
-    constexpr cmROStringT meanings = "\a\b\t\n\v\f\r";
+    constexpr cmROStringT characters = "\a\b\t\n\v\f\r";
     const char c = text.front();
     text.remove_prefix(1);
     const std::size_t index = letters.find(c);
-    return index == cmROStringT::npos ? c : meanings[index];
+    return index == cmROStringT::npos ? c : characters[index];
 }
 
 }  // namespace

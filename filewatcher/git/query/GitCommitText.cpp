@@ -16,7 +16,7 @@ GitCommitText parseGitCommitText(cmROStringT output)
         end = std::min(output.find('\0'), output.size());
         cmROStringT lines = output.substr(0, end);
         if (end < output.size() && lines.ends_with(message))
-            lines.remove_suffix(message.size());  // a merge repeats it before the names of its next parent
+            lines.remove_suffix(message.size());  // git repeats the message of a merge for each parent
         while (!lines.empty()) {
             const cmROStringT line = cmTakeUntil(lines, '\n');
             if (!line.empty())

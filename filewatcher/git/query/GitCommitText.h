@@ -3,14 +3,14 @@
 #include "common/cmArray.h"
 #include "common/cmString.h"
 
-/// How a commit is to be shown: what parseGitCommitText reads.
+/// The format of `git show` that parseGitCommitText parses.
 inline constexpr cmROStringT gitCommitFormat = "%B%n%x00";
 
-/// What git shows of a commit.
+/// Message and changed files of one commit.
 struct GitCommitText {
     cmArray<cmStringT> message;  ///< its lines
-    cmArray<cmStringT> files;    ///< the changed ones, from the top level; for a merge those of every parent, one after the other
+    cmArray<cmStringT> files;    ///< from the top level; for a merge the files changed against each parent, parent after parent
 };
 
-/// Reads the output of `git show --name-only -m` in gitCommitFormat.
+/// Parses the output of `git show --name-only -m` in gitCommitFormat. Pure function.
 GitCommitText parseGitCommitText(cmROStringT output);

@@ -19,7 +19,7 @@ bool takePrefix(cmROStringT& text, cmROStringT prefix)
     return true;
 }
 
-/// Takes "12,3" or "12" (whose count is 1).
+/// Removes a range, "12,3" or "12", from the front of `text`. Leaves `count` as it is when the range has none.
 bool takeRange(cmROStringT& text, std::int32_t& start, std::int32_t& count)
 {
     const auto takeNumber = [&text](std::int32_t& number) {
@@ -30,28 +30,28 @@ bool takeRange(cmROStringT& text, std::int32_t& start, std::int32_t& count)
     return takeNumber(start) && (!takePrefix(text, ",") || takeNumber(count));
 }
 
-/// The line "@@ -12,3 +12,4 @@ ...".
+/// Parses a line like "@@ -12,3 +12,4 @@ ..."; false for any other line.
 bool readHunkHeader(cmROStringT line, GitDiffHunk& hunk)
 {
     return takePrefix(line, "@@ -") && takeRange(line, hunk.oldStart, hunk.oldCount) && takePrefix(line, " +")
            && takeRange(line, hunk.newStart, hunk.newCount) && line.starts_with(" @@");
 }
 
-/// `name` without the letter of its side.
+/// `name` without its prefix "a/" or "b/".
 cmStringT withoutSide(const cmStringT& name)
 {
     return name.view().substr(std::min(sidePrefixLength, name.length()));
 }
 
-/// The name behind "--- " or "+++ "; null for /dev/null. git ends one that holds blanks with a tab.
+/// The file name after "--- " or "+++ "; null for /dev/null. git appends a tab to a name that contains blanks.
 cmStringT nameOfSide(cmROStringT text)
 {
     const cmStringT name = gitNameOnLine(text.substr(0, text.find('\t')));
     return name == "/dev/null" ? cmStringT() : withoutSide(name);
 }
 
-/// The name in "a/NAME b/NAME", which nothing else tells for a binary file or a change of mode; null when the two differ,
-/// since then other lines tell.
+/// NAME in "a/NAME b/NAME". For a binary file or a change of mode no other line has the name. Null when the two names differ (a
+/// rename or a copy), since other lines have them then.
 cmStringT nameOfBothSides(cmROStringT text)
 {
     if (text.starts_with('"'))
@@ -63,7 +63,8 @@ cmStringT nameOfBothSides(cmROStringT text)
     return name == text.substr(half + 1 + sidePrefixLength) ? cmStringT(name) : cmStringT();
 }
 
-/// Walks through a diff. The counts of a hunk's header tell where it ends, so that no line in it is taken for a header.
+/// Reads a diff line by line. A hunk ends where the counts in its header say, so that a line such as "--- x" inside a hunk is not
+/// mistaken for a file header.
 class DiffReader {
 public:
     explicit DiffReader(cmROStringT text) : m_text(text) {}
@@ -114,7 +115,8 @@ private:
         std::int32_t oldLeft = hunk.oldCount;
         std::int32_t newLeft = hunk.newCount;
         while (!m_text.empty() && (oldLeft > 0 || newLeft > 0 || m_text.front() == '\\')) {
-            const char kind = m_text.front() == '\n' ? ' ' : m_text.front();  // git can be told to leave the blank out
+            const char kind =
+                m_text.front() == '\n' ? ' ' : m_text.front();  // diff.suppressBlankEmpty drops the blank of an empty line
             if (cmROStringT("+- \\").find(kind) == cmROStringT::npos)
                 return;
             oldLeft -= kind == '-' || kind == ' ' ? 1 : 0;
@@ -124,7 +126,8 @@ private:
         }
     }
 
-    /// A file that changed its type is there twice in a row, deleted and made again: one file.
+    /// Stores the file read so far. git writes a changed file type as a deletion and a creation of the same path in a row; the
+    /// two are merged into one file.
     void endFile()
     {
         if (!m_files.empty() && m_files.back().path == m_file.path)

@@ -2,10 +2,48 @@
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/RegisteredFunctions.h"
 #include "filewatcher/StatusCodes.h"
+#include "filewatcher/bridge/EditorVariables.h"
 #include "filewatcher/git/GitCommand.h"
-#include "filewatcher/git/GitQuery.h"
-#include "filewatcher/git/query/GitCommitLookup.h"
-#include "filewatcher/git/query/GitCommitTable.h"
+#include "filewatcher/git/browser/GitBranchesModel.h"
+#include "filewatcher/git/commits/DateTimeText.h"
+#include "filewatcher/git/query/GitCommitText.h"
+
+namespace {
+
+void setText(TXHVAR table, TXPSZ key, const cmStringT& text)
+{
+    if (const TXHVAR element = txHvarHashElement(table, key, 0))
+        txHvarSetString(element, text);
+}
+
+void setTextUnlessEmpty(TXHVAR table, TXPSZ key, const cmStringT& text)
+{
+    if (!text.isEmpty())
+        setText(table, key, text);
+}
+
+void setTexts(TXHVAR table, TXPSZ key, const cmArray<cmStringT>& texts)
+{
+    if (const TXHVAR element = txHvarHashElement(table, key, 0))
+        storeTexts(element, texts);
+}
+
+/// Fills the elements that the hash table has; keys that it lacks are skipped.
+void fillCommitTable(TXHVAR table, const GitCommitInfo& commit, const GitCommitText& text)
+{
+    setTextUnlessEmpty(table, "hash", commit.hash);
+    setTextUnlessEmpty(table, "parentHash", commit.firstParent);
+    setTexts(table, "otherParents", commit.otherParents);
+    setTextUnlessEmpty(table, "authorName", commit.authorName);
+    setTextUnlessEmpty(table, "authorEmail", commit.authorEmail);
+    setText(table, "committerDate", dateTimeText(commit.date));
+    setText(table, "comment", commit.subject);
+    setTexts(table, "longComment", text.message);
+    setTexts(table, "modifiedFiles", text.files);
+    setTexts(table, "stagedFiles", commit.stagedFiles.names());
+}
+
+}  // namespace
 
 std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR result)
 {
@@ -15,12 +53,13 @@ std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR
     if (isGitOption(revision))
         return statusGitFailed;
     const cmStringT argument = revision.isEmpty() ? cmStringT("") : quoteArgument(revision);
+    const cmStringT commandLine =
+        cmCat(quotedGit(git)) + " --no-pager show --name-only -m \"--pretty=format:" + gitCommitFormat + "\" " + argument;
     cmStringT output;
-    const std::int32_t status = runGitQuery(cmStringT(cmCat(quotedGit(git)) + " --no-pager show --name-only -m \"--pretty=format:"
-                                                      + gitCommitFormat + "\" " + argument),
-                                            repository, output);
+    const std::int32_t status = runGitQuery(commandLine, repository, output);
+    GitBranchesModel* model = GitBranchesModel::instance(false);
     GitCommitInfo commit;
-    if (status == 0 && !output.isEmpty() && findModelCommit(revision, commit))
+    if (status == 0 && !output.isEmpty() && model && model->findCommit(revision, commit))
         fillCommitTable(result, commit, parseGitCommitText(output));
     return status;
 }

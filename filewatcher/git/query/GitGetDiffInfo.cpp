@@ -5,16 +5,34 @@
 #include "filewatcher/StatusCodes.h"
 #include "filewatcher/bridge/EditorVariables.h"
 #include "filewatcher/git/GitCommand.h"
-#include "filewatcher/git/GitQuery.h"
+#include "filewatcher/git/GitQuotedName.h"
 #include "filewatcher/git/query/GitDiff.h"
 
 namespace {
 
-/// Lines of git's own, whatever program or colour the user or the repository wants for them, and names as seen from the
-/// directory that is put in front of them.
-constexpr cmROStringT ownDiff = "--no-ext-diff --no-textconv --no-color --relative ";
+/// Makes git write its own unified diff, whatever external program, converter or colour is configured, with paths relative to the
+/// working directory.
+constexpr cmROStringT plainDiffOptions = "--no-ext-diff --no-textconv --no-color --relative ";
 
-/// Both lists are read before either is stored: outside a repository only the second command fails.
+/// Replaces `files` by those of the whole working copy around `directory` that differ from the index or, with `staged`, by those
+/// in the index that differ from HEAD: paths from the top level, with slashes. Returns 0 or the status of the command; `files` is
+/// then unchanged.
+std::int32_t listChangedFiles(cmROStringT directory, cmROStringT git, cmArray<cmStringT>& files, bool staged)
+{
+    cmStringT output;
+    const cmStringT commandLine =
+        cmCat(quotedGit(git)) + " --no-pager diff " + " " + " --name-only" + (staged ? " --cached" : "");
+    const std::int32_t status = runGitQuery(commandLine, cmNativeSeparators(directory), output);
+    if (status != 0)
+        return status;
+    files.clear();
+    for (cmROStringT rest = output; !rest.empty() && rest.front() != '\n';)
+        files.push_back(gitNameOnLine(cmWithoutLineEnd(cmTakeUntil(rest, '\n'))));
+    return 0;
+}
+
+/// Reads both lists before it stores either: outside a repository only the second command fails, and the table must then stay as
+/// it was.
 std::int32_t storeChangedFiles(TXPSZ repository, TXPSZ git, TXHVAR table)
 {
     cmArray<cmStringT> local;
@@ -48,16 +66,17 @@ void storeFile(TXHVAR table, cmROStringT directory, const GitDiffFile& file)
         storeHunk(txHvarArrayElement(hunks, static_cast<std::int32_t>(i), txCreateMissing), file.hunks[i]);
 }
 
-/// The repository comes before the revision, as editors have always asked. git takes a revision first and refuses this one as
-/// no path: then it is asked the other way round.
+/// Runs the diff with the repository before the revision, the order that is kept for compatibility. git expects the revision
+/// first and refuses the other order when the revision is not also a path; then the diff runs again in git's own order. Returns
+/// statusGitFailed when nothing differs.
 std::int32_t runDiff(cmROStringT repository, cmROStringT git, cmROStringT revision, cmStringT& output)
 {
     const cmStringT command = cmCat(quotedGit(git)) + " --no-pager diff ";
     const cmStringT path = quoteArgument(repository);
-    const cmStringT tree = quoteArgument(revision);
-    std::int32_t status = runGitQuery(cmStringT(cmCat(command) + path + " " + tree), repository, output);
+    const cmStringT commit = quoteArgument(revision);
+    std::int32_t status = runGitQuery(cmStringT(cmCat(command) + path + " " + commit), repository, output);
     if (status == statusGitFailed)
-        status = runGitQuery(cmStringT(cmCat(command) + ownDiff + tree + " -- " + path), repository, output);
+        status = runGitQuery(cmStringT(cmCat(command) + plainDiffOptions + commit + " -- " + path), repository, output);
     return status == 0 && output.isEmpty() ? statusGitFailed : status;
 }
 
@@ -67,13 +86,13 @@ std::int32_t gitGetDiffInfo(TXPSZ repository, TXPSZ git, TXHREFVAR result, TXPSZ
 {
     if (!txFeatureAvailable())
         return statusFeatureUnavailable;
-    const cmStringT tree(revision);
-    if (tree.isEmpty())
+    const cmStringT commit(revision);
+    if (commit.isEmpty())
         return storeChangedFiles(repository, git, result);
-    if (isGitOption(tree))
+    if (isGitOption(commit))
         return statusGitFailed;
     cmStringT output;
-    const std::int32_t status = runDiff(repository, git, tree, output);
+    const std::int32_t status = runDiff(repository, git, commit, output);
     if (status != 0)
         return status;
     for (const GitDiffFile& file : parseGitDiff(output))

@@ -5,7 +5,6 @@
 #include "filewatcher/RegisteredFunctions.h"
 #include "filewatcher/StatusCodes.h"
 #include "filewatcher/git/GitCommand.h"
-#include "filewatcher/git/GitQuery.h"
 #include "filewatcher/git/query/GitHistory.h"
 #include "filewatcher/git/query/SVCHistoryInfo.h"
 
@@ -14,14 +13,26 @@
 
 namespace {
 
-/// Whether git could read a file's name, alone, as an option or as revisions without looking for the file.
-bool needsPathMark(cmROStringT name)
+/// Finds the top level of the working copy that holds `path`, as git writes it (with slashes). Returns 0 or the status of the
+/// command; `root` is then unchanged.
+std::int32_t readRepositoryRoot(cmROStringT path, cmROStringT git, cmStringT& root)
+{
+    cmStringT output;
+    const std::int32_t status =
+        runGitQuery(cmStringT(cmCat(quotedGit(git)) + " rev-parse --show-toplevel"), cmDirectoryOf(path), output);
+    if (status == 0)
+        root = cmStringT(cmWithoutLineEnd(output));
+    return status;
+}
+
+/// Whether git could parse a lone file name as an option or as revisions, without checking that the file exists.
+bool isAmbiguousAlone(cmROStringT name)
 {
     return name.starts_with('-') || name.find_first_of("^:") != cmROStringT::npos || name.find("..") != cmROStringT::npos;
 }
 
-/// Runs the log. Other names git looks up as files and as revisions; what is both, or a file no more, it refuses: then it is told
-/// that a path is meant.
+/// Runs the log. For a lone name git checks whether it is a file or a revision, and refuses a name that is both or neither (a
+/// deleted file). The log then runs again with "--" before the name, which marks it as a path.
 std::int32_t runHistoryLog(cmROStringT command, cmROStringT revision, cmROStringT file, cmStringT& output)
 {
     const cmROStringT directory = cmDirectoryOf(file);
@@ -29,13 +40,14 @@ std::int32_t runHistoryLog(cmROStringT command, cmROStringT revision, cmROString
     if (!revision.empty())
         return runGitQuery(cmStringT(cmCat(command) + quoteArgument(revision) + " -- " + name), directory, output);
     std::int32_t status = statusGitFailed;
-    if (!needsPathMark(cmFileNameOf(file)))
+    if (!isAmbiguousAlone(cmFileNameOf(file)))
         status = runGitQuery(cmStringT(cmCat(command) + name), directory, output);
     return status == statusGitFailed ? runGitQuery(cmStringT(cmCat(command) + "-- " + name), directory, output) : status;
 }
 
-/// The file's path from the top level, with slashes. git reports that with its links followed.
-cmStringT pathBelow(cmROStringT root, cmROStringT file)
+/// The path of `file` relative to the top level `root`, with slashes. git resolves the links in `root`, so the real path of the
+/// file is tried as well.
+cmStringT pathFromRoot(cmROStringT root, cmROStringT file)
 {
     const cmStringT top = cmNativeSeparators(root);
     const cmStringT given = cmNativeSeparators(file);
@@ -72,5 +84,5 @@ std::int32_t gitGetHistoryInfo(TXPSZ file, TXPSZ git, TXHREFVAR result, TXPSZ re
         records.push_back(workingFileRecord());
     cmArray<GitHistoryRecord> revisions = parseGitHistory(output);
     std::move(revisions.begin(), revisions.end(), std::back_inserter(records));
-    return fillHistoryTree(result, records, pathBelow(root, file));
+    return fillHistoryTree(result, records, pathFromRoot(root, file));
 }

@@ -10,7 +10,7 @@ namespace {
 
 constexpr char recordEnd = '\x01';
 
-/// Takes the text up to the next NUL, and the NUL; false when there is none.
+/// Removes a field and the NUL that ends it from the front of `text`; false when there is no NUL.
 bool takeField(cmROStringT& text, cmROStringT& field)
 {
     const bool whole = text.find('\0') != cmROStringT::npos;
@@ -32,8 +32,9 @@ void setParents(cmROStringT hashes, GitCommitInfo& commit)
         commit.otherParents.push_back(cmTakeUntil(hashes, ' '));
 }
 
-/// Takes what follows the fields: the message and, behind its end, the names of the files. The next record's hash is on a line
-/// of its own right before the next NUL, so that no message, whatever it holds, is mistaken for one.
+/// Removes the message and the file names, which follow the fields, from the front of `text`; false when the message has no end.
+/// Only the next record's hash stands between a line feed and the next NUL, so a message may contain any text, the byte that ends
+/// records included.
 bool takeMessage(cmROStringT& text, GitHistoryRecord& record)
 {
     cmROStringT block = text.substr(0, text.find('\0'));

@@ -12,7 +12,7 @@ constexpr std::int32_t noEntry = -1;
 constexpr std::int32_t rootEntry = 0;
 constexpr std::size_t shortHashLength = 7;
 
-/// One entry of the editor's history view, field by field.
+/// The fields of one "SVCHistoryInfo" instance. A null text is stored as "(null)".
 struct HistoryEntry {
     cmStringT revision;
     cmStringT author;
@@ -51,7 +51,8 @@ HistoryEntry entryOf(const GitHistoryRecord& record, cmROStringT path)
     entry.caption = working ? commit.hash : cmStringT(commit.hash.view().substr(0, shortHashLength));
     if (!working)
         entry.affectedFiles = joinedLines(record.files);
-    entry.fileName = record.files.size() == 1 ? record.files.front() : cmStringT(path);  // before a rename it was another
+    // With --follow a record lists the path that the file had at that commit.
+    entry.fileName = record.files.size() == 1 ? record.files.front() : cmStringT(path);
     return entry;
 }
 

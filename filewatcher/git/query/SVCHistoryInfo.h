@@ -6,10 +6,10 @@
 
 #include <cstdint>
 
-/// The entry that stands for the file as it is on the disk.
+/// The record for the uncommitted file on disk.
 GitHistoryRecord workingFileRecord();
 
-/// Fills an editor array with a history tree: element 0 is the root, the records follow as its children, in their order.
-/// `path` is the file's path from the top level, with slashes. Returns 0, or the editor's negative status when it has no class
-/// "SVCHistoryInfo". For the editor's thread.
+/// Replaces the editor array by a history tree of "SVCHistoryInfo" instances: element 0 is the root, the records follow in their
+/// order as its children. `path` is the file's path from the top level, with slashes. Returns 0, or the editor's negative status
+/// when it has no such class. For the editor's thread.
 std::int32_t fillHistoryTree(TXHVAR array, const cmArray<GitHistoryRecord>& records, cmROStringT path);
