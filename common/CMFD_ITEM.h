@@ -1,11 +1,9 @@
 #pragma once
 
+#include "common/cmDateTime.h"
 #include "common/cmString.h"
 
 #include <cstdint>
-
-/// A moment, in units of 100 ns since the beginning of 1601, UTC; 0 for none.
-using cmUTCTime = std::int64_t;
 
 inline constexpr std::uint32_t cmAttributeReadOnly = 0x01;
 inline constexpr std::uint32_t cmAttributeDirectory = 0x10;

@@ -9,9 +9,7 @@ namespace {
 
 cmUTCTime timeOf(const timespec& time)
 {
-    constexpr cmUTCTime perSecond = 10'000'000;
-    constexpr cmUTCTime secondsFrom1601To1970 = 11'644'473'600;
-    return (time.tv_sec + secondsFrom1601To1970) * perSecond + time.tv_nsec / 100;
+    return cmUTCTimeOfUnixTime(time.tv_sec, time.tv_nsec);
 }
 
 }  // namespace

@@ -4,11 +4,10 @@
 
 bool cmLocalDateTime(std::int64_t unixTime, cmDateTime& local)
 {
-    constexpr std::int64_t from1601To1970 = 11'644'473'600;  // seconds
-    constexpr std::int64_t latest = 910'000'000'000;         // file times end soon after
-    if (unixTime < -from1601To1970 || unixTime > latest)
+    constexpr std::int64_t latest = 910'000'000'000;  // Windows file times end soon after this second
+    if (unixTime < -cmSecondsFrom1601To1970 || unixTime > latest)
         return false;
-    const auto ticks = static_cast<std::uint64_t>(unixTime + from1601To1970) * 10'000'000;
+    const auto ticks = static_cast<std::uint64_t>(cmUTCTimeOfUnixTime(unixTime));
     const FILETIME time{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
     SYSTEMTIME universal;
     SYSTEMTIME fields;

@@ -1,6 +1,6 @@
 #include "common/WideText.h"
 #include "common/cmFile.h"
-#include "common/cmStringCatHelper.h"
+#include "common/cmPath.h"
 
 #include <windows.h>
 
@@ -33,14 +33,7 @@ cmStringT cmRealPath(cmROStringT path)
     const cmStringT real = filledText(
         [file](wchar_t* text, DWORD size) { return GetFinalPathNameByHandleW(file, text, size, FILE_NAME_NORMALIZED); });
     CloseHandle(file);
-
-    constexpr cmROStringT verbatimShare = R"(\\?\UNC\)";
-    constexpr cmROStringT verbatim = R"(\\?\)";
-    if (real.view().starts_with(verbatimShare))
-        return cmCat(R"(\\)") + real.view().substr(verbatimShare.size());
-    if (real.view().starts_with(verbatim))
-        return real.view().substr(verbatim.size());
-    return real;
+    return cmWithoutVerbatimPrefix(real);
 }
 
 cmStringT cmProgramPath()

@@ -1,5 +1,7 @@
 #include "common/cmPath.h"
 
+#include "common/cmStringCatHelper.h"
+
 #include <algorithm>
 
 namespace {
@@ -52,6 +54,17 @@ cmROStringT cmFileNameOf(cmROStringT path, cmPathStyle style)
     const auto isSeparator = [style](char c) { return cmIsPathSeparator(c, style); };
     const auto length = std::find_if(path.rbegin(), path.rend(), isSeparator) - path.rbegin();
     return path.substr(path.size() - static_cast<std::size_t>(length));
+}
+
+cmStringT cmWithoutVerbatimPrefix(cmROStringT path, cmPathStyle style)
+{
+    constexpr cmROStringT verbatimShare = R"(\\?\UNC\)";
+    constexpr cmROStringT verbatim = R"(\\?\)";
+    if (style == cmPathStyle::windows && path.starts_with(verbatimShare))
+        return cmCat(R"(\\)") + path.substr(verbatimShare.size());
+    if (style == cmPathStyle::windows && path.starts_with(verbatim))
+        return path.substr(verbatim.size());
+    return path;
 }
 
 bool cmIsAbsolutePath(cmROStringT path, cmPathStyle style)

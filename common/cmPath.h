@@ -22,6 +22,9 @@ cmROStringT cmWithoutTrailingSeparator(cmROStringT path, cmPathStyle style = cmN
 cmROStringT cmDirectoryOf(cmROStringT path, cmPathStyle style = cmNativePathStyle);
 /// What follows the last separator.
 cmROStringT cmFileNameOf(cmROStringT path, cmPathStyle style = cmNativePathStyle);
+/// `path` without the Windows prefix `\\?\`, and with `\\` in place of `\\?\UNC\`; in native separators. Elsewhere the path
+/// itself.
+cmStringT cmWithoutVerbatimPrefix(cmROStringT path, cmPathStyle style = cmNativePathStyle);
 /// From the root: "/a", "C:\a", "\\server\share".
 bool cmIsAbsolutePath(cmROStringT path, cmPathStyle style = cmNativePathStyle);
 /// `directory` and `name` with one separator between them.

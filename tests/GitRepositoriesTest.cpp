@@ -19,15 +19,6 @@ Texts split(const std::string& text, char separator)
     return parts;
 }
 
-std::string dateText(const GitDateTime& packed)
-{
-    const cmDateTime date = packed.unpacked();
-    char text[80];
-    std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", date.year, date.month, date.day, date.hour, date.minute,
-                  date.second);
-    return text;
-}
-
 }  // namespace
 
 void GitRepositoriesTest::expectSameAsGit(const fs::path& path)
@@ -55,7 +46,7 @@ void GitRepositoriesTest::expectSameCommits()
         std::string parents = info.firstParent.c_str();
         for (const cmStringT& parent : info.otherParents)
             parents += std::string(" ") + parent.c_str();
-        EXPECT_EQ((Texts{info.hash.c_str(), parents, info.authorEmail.c_str(), info.authorName.c_str(), dateText(info.date),
+        EXPECT_EQ((Texts{info.hash.c_str(), parents, info.authorEmail.c_str(), info.authorName.c_str(), info.date.text().c_str(),
                          info.subject.c_str()}),
                   Texts(expected, expected + fieldCount));
     }

@@ -1,3 +1,4 @@
+#include "common/cmDateTime.h"
 #include "common/cmPath.h"
 
 #include <gtest/gtest.h>
@@ -56,12 +57,27 @@ TEST(Path, DividesIntoDirectoryAndName)
     EXPECT_EQ(cmFileNameOf("/a\\b", posix), "a\\b");
 }
 
+TEST(Path, DropsTheVerbatimPrefixOfWindowsOnly)
+{
+    EXPECT_EQ(cmWithoutVerbatimPrefix(R"(\\?\C:\a)", windows), R"(C:\a)");
+    EXPECT_EQ(cmWithoutVerbatimPrefix(R"(\\?\UNC\server\share)", windows), R"(\\server\share)");
+    EXPECT_EQ(cmWithoutVerbatimPrefix(R"(\\?\C:\a)", posix), R"(\\?\C:\a)");
+}
+
 TEST(Path, KnowsAbsolutePaths)
 {
     for (const char* path : {"C:\\a", "c:/a", R"(\\server\share)"})
         EXPECT_TRUE(cmIsAbsolutePath(path, windows)) << path;
     for (const char* path : {"C:a", "\\a", "/a", "a", ""})
         EXPECT_FALSE(cmIsAbsolutePath(path, windows)) << path;
+}
+
+TEST(DateTime, CountsFileTimesFrom1601)
+{
+    EXPECT_EQ(cmUTCTimeOfUnixTime(0), 116'444'736'000'000'000);
+    EXPECT_EQ(cmUTCTimeOfUnixTime(1, 250), 116'444'736'010'000'002);
+    EXPECT_EQ(cmUnixTimeOfUTCTime(116'444'736'019'999'999), 1);
+    EXPECT_EQ(cmDateTimeText({2024, 2, 9, 3, 4, 5}), "2024-02-09 03:04:05");
 }
 
 }  // namespace

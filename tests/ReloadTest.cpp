@@ -1,4 +1,4 @@
-#include "common/cmTick.h"
+#include "common/cmDateTime.h"
 #include "filewatcher/reload/FileDateThread.h"
 #include "tests/ModuleFixture.h"
 

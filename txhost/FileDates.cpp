@@ -1,12 +1,12 @@
 #include "txhost/FileDates.h"
 
+#include "common/cmStringCatHelper.h"
 #include "common/cmSystemPath.h"
 #include "txapi/txapi.h"
 #include "txhost/JsonText.h"
 
 #include <array>
 #include <cstdio>
-#include <ctime>
 #include <filesystem>
 
 namespace {
@@ -70,12 +70,11 @@ cmStringT fileTimeText(cmUTCTime time)
 {
     if (time == 0)
         return "-";
-    constexpr std::int64_t from1601To1970 = 116'444'736'000'000'000;
-    const std::int64_t ms = (time - from1601To1970) / 10'000;
-    const auto seconds = static_cast<std::time_t>(ms / 1000);
-    std::array<char, 32> text{};
-    std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", std::localtime(&seconds));  // one thread asks
-    std::array<char, 48> whole{};
-    std::snprintf(whole.data(), whole.size(), "%s.%03d", text.data(), static_cast<int>(ms % 1000));
-    return whole.data();
+    cmDateTime local;
+    if (!cmLocalDateTime(cmUnixTimeOfUTCTime(time), local))
+        return "-";
+    constexpr cmUTCTime perMillisecond = cmUTCTimePerSecond / 1000;
+    std::array<char, 8> milliseconds{};
+    std::snprintf(milliseconds.data(), milliseconds.size(), ".%03d", static_cast<int>(time / perMillisecond % 1000));
+    return cmCat(cmDateTimeText(local)) + milliseconds.data();
 }

@@ -7,24 +7,11 @@
 #include "txhost/JsonText.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 namespace {
 
 constexpr std::size_t shortHash = 7;
 constexpr std::size_t mostColumns = 40;  ///< of the graph, where no terminal says how many there is room for
-
-cmStringT dateText(const GitDateTime& packed)
-{
-    if (!packed.isSet())
-        return "";
-    const cmDateTime date = packed.unpacked();
-    std::array<char, 80> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", date.year, date.month, date.day, date.hour,
-                  date.minute, date.second);
-    return text.data();
-}
 
 /// Writes the rows of the browser one after the other.
 class RowPrinter {
@@ -66,7 +53,7 @@ private:
                                      {"parents", parents},
                                      {"author", jsonString(info.authorName)},
                                      {"email", jsonString(info.authorEmail)},
-                                     {"date", jsonString(dateText(info.date))},
+                                     {"date", jsonString(info.date.text())},
                                      {"subject", jsonString(info.subject)},
                                      {"branches", branches},
                                      {"column", row.column}}));
@@ -81,7 +68,7 @@ private:
         const cmStringT hash = info.hash.isEmpty() ? cmStringT("       ") : cmStringT(info.hash.view().substr(0, shortHash));
         const cmStringT about = info.hash.isEmpty()
                                     ? cmStringT("")
-                                    : cmStringT(cmCat("  ") + console::printable(info.authorName) + ", " + dateText(info.date));
+                                    : cmStringT(cmCat("  ") + console::printable(info.authorName) + ", " + info.date.text());
         cmStringT subject = console::printable(info.subject);
         if (const std::size_t width = console::width()) {
             const std::size_t taken = 2 * columns + shortHash + 1;

@@ -42,14 +42,6 @@ cmStringT takeRoot(cmROStringT& path, cmPathStyle style)
 {
     if (style == cmPathStyle::posix)
         return "";
-    constexpr cmROStringT verbatimShare = R"(\\?\UNC\)";
-    constexpr cmROStringT verbatim = R"(\\?\)";
-    if (path.starts_with(verbatimShare)) {
-        path.remove_prefix(verbatimShare.size());
-        return "";
-    }
-    if (path.starts_with(verbatim))
-        path.remove_prefix(verbatim.size());
     if (path.size() < 2 || path[1] != ':')
         return "";  // a share
     cmStringT drive = path.substr(0, 1);
@@ -63,7 +55,7 @@ cmStringT liveDiffMirrorPath(cmROStringT file, cmPathStyle style)
 {
     if (!cmIsAbsolutePath(file, style))
         return {};
-    const cmStringT native = cmNativeSeparators(file, style);
+    const cmStringT native = cmWithoutVerbatimPrefix(cmNativeSeparators(file, style), style);
     cmROStringT rest = native;
     cmArray<cmROStringT> names;
     const cmStringT drive = takeRoot(rest, style);

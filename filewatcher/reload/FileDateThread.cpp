@@ -1,6 +1,6 @@
 #include "filewatcher/reload/FileDateThread.h"
 
-#include "common/cmTick.h"
+#include "common/cmDateTime.h"
 #include "txapi/txapi.h"
 
 #include <algorithm>

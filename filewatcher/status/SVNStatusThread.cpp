@@ -1,8 +1,8 @@
 #include "filewatcher/status/SVNStatusThread.h"
 
 #include "common/CommandLine.h"
+#include "common/cmDateTime.h"
 #include "common/cmPath.h"
-#include "common/cmTick.h"
 #include "filewatcher/status/SVNEntry.h"
 #include "filewatcher/status/VCRecord.h"
 

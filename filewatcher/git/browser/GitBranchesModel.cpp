@@ -1,8 +1,8 @@
 #include "filewatcher/git/browser/GitBranchesModel.h"
 
+#include "common/cmDateTime.h"
 #include "common/cmFile.h"
 #include "common/cmStringCatHelper.h"
-#include "common/cmTick.h"
 #include "filewatcher/StatusCodes.h"
 #include "filewatcher/bridge/DebugLog.h"
 #include "filewatcher/git/GitCommand.h"

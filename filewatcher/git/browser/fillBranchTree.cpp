@@ -1,6 +1,6 @@
 #include "filewatcher/git/browser/fillBranchTree.h"
 
-#include "common/cmTick.h"
+#include "common/cmDateTime.h"
 #include "filewatcher/bridge/EditorSettings.h"
 #include "filewatcher/git/commits/CommitStore.h"
 

@@ -38,6 +38,9 @@ struct GitDateTime {
                 field(first, 27, 5), field(second, 0, 6), field(second, 6, 6)};
     }
 
+    /// "YYYY-MM-DD hh:mm:ss"; null when unset.
+    cmStringT text() const { return isSet() ? cmDateTimeText(unpacked()) : cmStringT(); }
+
     friend bool operator==(const GitDateTime&, const GitDateTime&) = default;
 
 private:

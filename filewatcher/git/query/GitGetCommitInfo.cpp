@@ -5,7 +5,7 @@
 #include "filewatcher/bridge/EditorVariables.h"
 #include "filewatcher/git/GitCommand.h"
 #include "filewatcher/git/browser/GitBranchesModel.h"
-#include "filewatcher/git/commits/DateTimeText.h"
+#include "filewatcher/git/commits/GitDateTime.h"
 #include "filewatcher/git/query/GitCommitText.h"
 
 namespace {
@@ -36,7 +36,7 @@ void fillCommitTable(TXHVAR table, const GitCommitInfo& commit, const GitCommitT
     setTexts(table, "otherParents", commit.otherParents);
     setTextUnlessEmpty(table, "authorName", commit.authorName);
     setTextUnlessEmpty(table, "authorEmail", commit.authorEmail);
-    setText(table, "committerDate", dateTimeText(commit.date));
+    setText(table, "committerDate", commit.date.text());
     setText(table, "comment", commit.subject);
     setTexts(table, "longComment", text.message);
     setTexts(table, "modifiedFiles", text.files);

@@ -1,7 +1,7 @@
 #include "filewatcher/git/query/SVCHistoryInfo.h"
 
 #include "filewatcher/bridge/EditorVariables.h"
-#include "filewatcher/git/commits/DateTimeText.h"
+#include "filewatcher/git/commits/GitDateTime.h"
 
 #include <utility>
 
@@ -46,7 +46,7 @@ HistoryEntry entryOf(const GitHistoryRecord& record, cmROStringT path)
     HistoryEntry entry;
     entry.revision = commit.hash;
     entry.author = commit.authorName;
-    entry.date = dateTimeText(commit.date);
+    entry.date = commit.date.text();
     entry.comment = commit.message.isNull() ? commit.subject : commit.message;
     entry.caption = working ? commit.hash : cmStringT(commit.hash.view().substr(0, shortHashLength));
     if (!working)
