@@ -208,9 +208,9 @@ std::vector<Row> measureGraph(const MadeHistory& made, const std::string& histor
     fill(store, made);
     const auto layOut = [&] {
         AncestorMarks marks;
-        marks.begin(store.idOf(1));
+        marks.markStart(store.idOf(1));
         for (std::uint32_t number = 1; number < store.count(); ++number)
-            marks.arrived(store, number);
+            marks.onCommitAdded(store, number);
         AllCommits commits(store);
         GraphLayout layout(commits);
         layout.extend(store.count());

@@ -134,10 +134,10 @@ TEST(AncestorMarks, ReachAllAncestorsInWhateverOrderCommitsCome)
     do {
         CommitStore store;
         AncestorMarks marks;
-        marks.begin(store.intern(hash(1)));
+        marks.markStart(store.intern(hash(1)));
         for (const std::string& text : records) {
             addAll(store, text);
-            marks.arrived(store, store.count() - 1);
+            marks.onCommitAdded(store, store.count() - 1);
         }
         for (int number = 1; number <= 7; ++number)
             ASSERT_EQ(marks.isMarked(store.intern(hash(number))), number <= 5) << number;

@@ -1,4 +1,5 @@
 #include "common/cmStringCatHelper.h"
+#include "filewatcher/git/commits/ShortHash.h"
 #include "txhost/Browser.h"
 #include "txhost/BrowserPath.h"
 #include "txhost/Commands.h"
@@ -16,8 +17,8 @@ void printBranch(std::int32_t number, const cmStringT& name, const cmStringT& ha
         return;
     }
     const cmStringT shown = console::printable(name);
-    console::printLine(cmStringT(cmCat(current ? "* " : "  ") + console::coloured(console::yellow, hash.view().substr(0, 7))
-                                 + "  " + (current ? console::coloured(console::green, shown) : shown)));
+    console::printLine(cmStringT(cmCat(current ? "* " : "  ") + console::coloured(console::yellow, shortHash(hash)) + "  "
+                                 + (current ? console::coloured(console::green, shown) : shown)));
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "common/cmStringCatHelper.h"
+#include "filewatcher/git/commits/ShortHash.h"
 #include "txhost/Browser.h"
 #include "txhost/BrowserPath.h"
 #include "txhost/Commands.h"
@@ -10,7 +11,6 @@
 
 namespace {
 
-constexpr std::size_t shortHash = 7;
 constexpr std::size_t mostColumns = 40;  ///< of the graph, where no terminal says how many there is room for
 
 /// Writes the rows of the browser one after the other.
@@ -65,13 +65,13 @@ private:
         cmStringT names("");
         for (const cmStringT& name : branchNames(info))
             names += cmStringT(cmCat("[") + console::printable(name) + "] ");
-        const cmStringT hash = info.hash.isEmpty() ? cmStringT("       ") : cmStringT(info.hash.view().substr(0, shortHash));
+        const cmStringT hash = info.hash.isEmpty() ? cmStringT("       ") : cmStringT(shortHash(info.hash));
         const cmStringT about = info.hash.isEmpty()
                                     ? cmStringT("")
                                     : cmStringT(cmCat("  ") + console::printable(info.authorName) + ", " + info.date.text());
         cmStringT subject = console::printable(info.subject);
         if (const std::size_t width = console::width()) {
-            const std::size_t taken = 2 * columns + shortHash + 1;
+            const std::size_t taken = 2 * columns + shortHashLength + 1;
             const std::size_t left = width > taken ? width - taken : 0;
             names = console::shortened(names, left / 2);
             const std::size_t forSubject = left - console::placesOf(names);

@@ -1,6 +1,7 @@
 #include "filewatcher/status/PerforceOutput.h"
 
 #include "common/cmDictionary.h"
+#include "common/cmHexDigits.h"
 #include "common/cmStringCatHelper.h"
 
 #include <algorithm>
@@ -37,22 +38,14 @@ cmStringT fieldValue(cmROStringT line, cmROStringT name)
     return value;
 }
 
-int hexDigit(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
-}
-
 /// The characters that mean something in the client's own syntax (@ # * %) are written there as % and two digits.
 cmStringT decoded(cmROStringT text)
 {
     cmStringT plain("");
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool escape = text[i] == '%' && i + 2 < text.size() && hexDigit(text[i + 1]) >= 0 && hexDigit(text[i + 2]) >= 0;
-        plain += escape ? static_cast<char>(hexDigit(text[i + 1]) * 16 + hexDigit(text[i + 2])) : text[i];
+        const bool escape =
+            text[i] == '%' && i + 2 < text.size() && cmHexDigitValue(text[i + 1]) >= 0 && cmHexDigitValue(text[i + 2]) >= 0;
+        plain += escape ? static_cast<char>(cmHexDigitValue(text[i + 1]) * 16 + cmHexDigitValue(text[i + 2])) : text[i];
         i += escape ? 2 : 0;
     }
     return plain;

@@ -1,12 +1,12 @@
 #include "filewatcher/git/browser/CommitFilter.h"
 
+#include "common/cmHexDigits.h"
+
 #include <cstddef>
 
 namespace {
 
-constexpr std::size_t hashDigits = 40;
-
-/// Whether `lowerText`, which is in lower case and not empty, occurs in `text`.
+/// Whether `text` contains `lowerText`, without regard to ASCII case. `lowerText` is in lower case and not empty.
 bool occursIn(cmROStringT text, cmROStringT lowerText)
 {
     const char first = lowerText.front();
@@ -18,21 +18,21 @@ bool occursIn(cmROStringT text, cmROStringT lowerText)
     return false;
 }
 
-/// Looks for one text in hashes.
+/// Searches hashes for one text.
 class HashMatcher {
 public:
     explicit HashMatcher(cmROStringT lowerText)
         : m_text(lowerText),
-          m_possible(lowerText.size() <= hashDigits && lowerText.find_first_not_of("0123456789abcdef") == cmROStringT::npos)
+          m_possible(lowerText.size() <= CommitHash::digits && lowerText.find_first_not_of(cmHexDigits) == cmROStringT::npos)
     {
     }
     bool matches(const CommitHash& hash) const
     {
         if (!m_possible)
             return false;
-        char digits[hashDigits];
+        char digits[CommitHash::digits];
         hash.write(digits);
-        return cmROStringT(digits, hashDigits).find(m_text) != cmROStringT::npos;
+        return cmROStringT(digits, CommitHash::digits).find(m_text) != cmROStringT::npos;
     }
 
 private:
@@ -45,7 +45,7 @@ private:
 cmArray<std::uint32_t> filterCommits(const CommitStore& store, cmROStringT text)
 {
     const cmStringT lowerText = cmLowerAscii(text);
-    cmArray<bool> authorMatches;  // there are far fewer authors than commits
+    cmArray<bool> authorMatches;  // by author: there are far fewer of them than commits
     for (const CommitStore::Author& author : store.authors())
         authorMatches.push_back(text.empty() || occursIn(author.name, lowerText) || occursIn(author.email, lowerText));
     const HashMatcher hash(lowerText);

@@ -6,6 +6,6 @@
 
 #include <cstdint>
 
-/// The numbers of the commits in which `text` occurs, ascending: in author's name, e-mail or subject, without ASCII case, or
-/// anywhere in the hash. An empty text occurs everywhere.
+/// Returns the numbers of the commits that contain `text`, ascending: in author name, e-mail or subject, without regard to ASCII
+/// case, or anywhere in the hash. Every commit contains the empty text.
 cmArray<std::uint32_t> filterCommits(const CommitStore& store, cmROStringT text);

@@ -2,13 +2,13 @@
 #include "filewatcher/RegisteredFunctions.h"
 #include "filewatcher/StatusCodes.h"
 #include "filewatcher/bridge/EditorSettings.h"
-#include "filewatcher/git/browser/BrowserState.h"
+#include "filewatcher/git/browser/BranchTree.h"
 #include "filewatcher/git/browser/GitBranchesModel.h"
 #include "filewatcher/git/browser/GitBrowser.h"
 #include "filewatcher/git/browser/GitCallbacks.h"
+#include "filewatcher/git/browser/LogThreads.h"
 
-#include <algorithm>
-#include <utility>
+#include <memory>
 
 namespace {
 
@@ -19,7 +19,7 @@ constexpr std::int32_t restrictionArgument = 4;
 
 using Buffer = char[1024];
 
-/// What fits of `text`.
+/// Copies as much of `text` as fits, and a NUL.
 TXPSZ toBuffer(cmROStringT text, Buffer& buffer)
 {
     const std::size_t length = text.copy(buffer, sizeof buffer - 1);
@@ -36,12 +36,13 @@ std::int32_t loadLimitSetting()
     return txHvarGetInt(variable);
 }
 
-/// The optional arguments of _GitGetBranchInfo.
+/// The optional argument 3 of _GitGetBranchInfo.
 bool isForced()
 {
     return txArgumentCount() >= forceArgument && txHvarGetInt(txArgument(forceArgument)) != 0;
 }
 
+/// The optional argument 4 of _GitGetBranchInfo.
 cmStringT logRestriction()
 {
     cmStringT restriction("");
@@ -50,54 +51,51 @@ cmStringT logRestriction()
     return restriction;
 }
 
-bool shallStart(GitBranchesModel& model, bool newRepository, std::int32_t loadLimit)
+bool shouldStart(GitBranchesModel& model, bool newRepository, std::int32_t loadLimit)
 {
     if (newRepository)
         return true;
     if (!isForced())
         return loadLimit != model.loadLimit();
-    return !model.isLoaded();  // nor does it go on: clearing ended it
+    return !model.isLoaded();  // nor is it loading any more: clearing ended that
 }
 
-/// 0, or the status of the thread that did not start.
+/// Starts the log thread and the model's thread. Returns 0 or the status of the one that did not start.
 std::int32_t startLoad(GitBranchesModel& model, const GitLoadRequest& request, bool newRepository)
 {
-    BrowserState& state = browserState();
-    model.join();  // it has ended, or was told to: then it does so at once
+    model.join();  // short: the thread has ended or has been asked to
     model.init(request);
-    state.cursor = {};
+    branchTree().restart();
     if (newRepository)
         txTreeSetModel(&model);
-    if (newRepository || txTreeRowCount() > 0)  // rows of another load would pass for the first of this one
+    if (newRepository || txTreeRowCount() > 0)  // rows of an earlier load would be taken for this one's
         txTreeClear();
     int status = request.logThread->start();
     if (status == 0)
         status = model.start();
-    if (status != 0) {  // nobody would take what the log delivers
+    if (status != 0) {  // without the model nobody takes the log's output
         model.setLogThread(nullptr);
-        state.replaceLog(nullptr);
+        logThreads().replace(nullptr);
     }
     return status;
 }
 
 void closeBrowser()
 {
-    BrowserState& state = browserState();
-    state.killTimer();
-    GitBranchesModel* const model = GitBranchesModel::instance(false);
-    if (model) {
+    branchTree().killTimer();
+    if (GitBranchesModel* const model = GitBranchesModel::instance(false)) {
         model->requestStop();
         model->join();
         model->clearModel();
     }
-    state.stopLogs();
+    logThreads().stopAll();
 }
 
 }  // namespace
 
 std::int32_t gitGetBranchInfo(TXPSZ repository, TXPSZ git)
 {
-    BrowserState& state = browserState();
+    BranchTree& tree = branchTree();
     GitLoadRequest request{git, repository, loadLimitSetting(), logRestriction(), nullptr};
     registerGitCallbacks();
     cmStringT lastRepository;
@@ -105,22 +103,22 @@ std::int32_t gitGetBranchInfo(TXPSZ repository, TXPSZ git)
     const bool newRepository = !GitBranchesModel::instance(false) || lastRepository != request.path;
     const std::int32_t windowId = txGetIntProperty(txPropertyBrowserWindow);
     request.logThread = std::make_shared<GitRunLogThread>(request.gitExePath, request.path, request.logRestriction);
-    state.replaceLog(request.logThread);
+    logThreads().replace(request.logThread);
 
     GitBranchesModel& model = *GitBranchesModel::instance(true);
-    model.requestStop();  // clearing ends a load
+    model.requestStop();  // before clearing, so that a load that runs adds nothing to the cleared model
     if (newRepository)
-        state.killTimer();
+        tree.killTimer();
     model.clearModel();
     std::int32_t result = 0;
-    const bool started = shallStart(model, newRepository, request.loadLimit);
+    const bool started = shouldStart(model, newRepository, request.loadLimit);
     if (started)
         result = startLoad(model, request, newRepository);
     txSetStringProperty(txPropertyBrowserRepository, request.path);
     if ((started && result == 0) || model.isRunning()) {
-        if (!state.isTimerArmed()) {
-            state.refreshRequest = {request.path, request.gitExePath, windowId};
-            state.armTimer(firstTickMs);
+        if (!tree.isTimerArmed()) {
+            tree.setRefreshRequest({request.path, request.gitExePath, windowId});
+            tree.armTimer(firstTickMs);
         }
         result = 0;
     }
@@ -176,4 +174,23 @@ TXPSZ gitCurBranchEndHash()
     static Buffer buffer;
     GitBranchesModel* const model = GitBranchesModel::instance(false);
     return toBuffer(model ? model->currentBranchEndHash() : cmStringT(""), buffer);
+}
+
+std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR)
+{
+    if (!txFeatureAvailable())
+        return statusFeatureUnavailable;
+    GitBranchesModel* const model = GitBranchesModel::instance(false);
+    if (!model)
+        return statusNoGitModel;
+    BranchTree& tree = branchTree();
+    tree.killTimer();
+    if (model->filter(text.getCMString())) {
+        txTreeClear();
+        tree.restart();
+        tree.addSlice(*model);
+    }
+    // The timer adds what this slice left out, and the matching commits that the load still publishes.
+    tree.requestRefresh(tree.refreshRequest());
+    return 0;
 }

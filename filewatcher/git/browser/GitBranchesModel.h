@@ -2,120 +2,92 @@
 
 #include "common/cmThread.h"
 #include "filewatcher/git/browser/GitRunLogThread.h"
-#include "filewatcher/git/commits/CommitStore.h"
-#include "filewatcher/git/commits/GitRefs.h"
-#include "filewatcher/git/graph/AncestorMarks.h"
-#include "filewatcher/git/graph/CommitGraph.h"
+#include "filewatcher/git/browser/ShownHistory.h"
 
 #include <cstdint>
 #include <memory>
 
-/// What a load is asked for.
+/// The parameters of a load.
 struct GitLoadRequest {
     cmStringT gitExePath;
     cmStringT path;  ///< the repository's directory
     std::int32_t loadLimit = 0;
-    cmStringT logRestriction;
+    cmStringT logRestriction;  ///< log arguments that replace "all refs"; empty for none
     std::shared_ptr<GitRunLogThread> logThread;
 };
 
-/// The branches and commits of the repository that the editor's Git browser shows. Its thread reads the branches, then
-/// takes what the log thread delivers until that has ended. One instance a process; the editor's thread makes and destroys it,
-/// starts it and requests its stops. The reading operations are for any thread.
+/// The branches and commits of the repository that the editor's Git browser shows. Its thread reads the branches with git
+/// commands of its own, then takes the records from the log thread until that has ended. There is one instance in a process; the
+/// editor's thread creates and destroys it, starts its thread and requests its stops. Any thread may call the reading operations.
 class GitBranchesModel : public cmThread {
 public:
-    /// The instance; made when there is none and `create` holds, else null.
+    /// Returns the instance. Without one, creates it when `create` is set and returns null otherwise.
     static GitBranchesModel* instance(bool create);
     /// Stops the instance, waits for its thread, and destroys it.
     static void destroyInstance();
 
     std::int32_t run() override;
 
-    /// Takes over a request; the thread does not run.
+    /// Sets the parameters of the next load. The thread must not run.
     void init(const GitLoadRequest& request);
-    /// Forgets everything. A thread that runs was told to stop before, so that it adds nothing afterwards.
+    /// Forgets the load: branches, commits, filter and log thread. When the thread runs, request its stop first; it then adds
+    /// nothing afterwards.
     void clearModel();
     void setLogThread(std::shared_ptr<GitRunLogThread> logThread);
 
     bool isLogRunning();
+    /// Whether a load has run to its end since the last clearModel.
     bool isLoaded();
     std::int32_t loadLimit();
     cmStringT path();
     cmStringT gitExePath();
     cmStringT currentBranchEndHash();
-    /// False when there is no branch of that number.
+    /// Returns false when there is no branch of that number.
     bool getBranchName(std::int64_t number, cmStringT& name);
-    /// Empty when there is none.
+    /// Returns the empty string when there is no branch of that number.
     cmStringT branchHash(std::int64_t number);
 
-    /// How many commits may be read, the working copy among them.
+    /// The number of commits that may be read, the working copy included.
     std::int32_t publishedCommitCount();
-    /// Copies a commit. 0; -1 when there is none of that number, or when it has no row (the working copy needs none).
+    /// Copies a commit by number. Returns 0, or -1 when there is none or when it has no row (the working copy needs none).
     std::int32_t copyCommit(std::int64_t number, GitCommitInfo& info);
-    /// Copies a commit, found by its hash or the first seven digits of it, whether it is shown or not. False when there is none.
+    /// Copies a commit by its hash or its first seven digits, shown or not. Returns false when there is none.
     bool findCommit(cmROStringT hash, GitCommitInfo& info);
-    /// How many rows there are to show, and the number of the commit in one of them (below that).
+    /// The number of rows that are shown.
     std::int32_t shownCount();
+    /// The number of the commit in a row below shownCount.
     std::int64_t shownCommit(std::int32_t row);
-    /// The row of the graph that belongs to a commit. 0; -1 when it has none.
+    /// Copies the graph beside a commit. Returns 0, or -1 when there is no such commit or it has no row.
     std::int32_t copyGraphRow(std::int64_t number, GraphRow& row);
-    /// The most columns that a row of the graph has so far.
+    /// The largest number of columns that a row of the graph has so far.
     std::int32_t graphWidth();
 
-    /// Shows only the commits in which `text` occurs, all again when it is empty. False when it occurs in none: what is shown
-    /// stays. For the editor's thread.
+    /// Shows only the commits that contain `text`; an empty text shows all. Returns false when no commit contains it; the shown
+    /// rows stay as they are then. For the editor's thread.
     bool filter(cmROStringT text);
-    /// Shows also those of the commits that came after the filter was set in which its text occurs. They come below the others,
-    /// whose lines may change. For the editor's thread.
+    /// Applies the current filter to the commits that were published after it was set. For the editor's thread.
     void filterNewCommits();
 
 private:
-    template <class Commits>
-    struct Graph;
-
     GitBranchesModel();
-    ~GitBranchesModel() override;
+    ~GitBranchesModel() override = default;
 
     std::int32_t getCurrentlyCheckedOutBranchName();
     std::int32_t readRemoteName(cmStringT& remoteName);
     std::int32_t readRefs();
-    void numberBranches(const GitRefs& refs) CM_REQUIRES(modelLock);
     std::int32_t loadCommits();
     void parseRecords(cmROStringT batch);
-    void parseSomeRecords(cmROStringT& batch);
-    void addWorkingCopy() CM_REQUIRES(modelLock);
 
-    /// Runs a git command in the repository and replaces `output` by what it wrote.
+    /// Runs a git command in the repository and replaces `output` by its standard output.
     std::int32_t runGit(cmROStringT arguments, cmStringT& output);
-    /// Sleeps, a stop request aside.
+    /// Sleeps until the time has passed or a stop is requested.
     void pause(std::uint32_t ms);
-    std::int64_t rowOf(std::uint32_t number) CM_REQUIRES(modelLock);
-    void copyKnown(std::uint32_t number, GitCommitInfo& info) CM_REQUIRES(modelLock);
-    void addPendingBranches(std::uint32_t number, GitCommitInfo& info) CM_REQUIRES(modelLock);
-    GraphLayout& shownLayout() CM_REQUIRES(modelLock);
 
     static cmMutex modelLock;
-    static std::int32_t published CM_GUARDED_BY(modelLock);
 
-    cmThreadEvent m_wakeEvent{true, false};
-    std::shared_ptr<GitRunLogThread> m_logThread CM_GUARDED_BY(modelLock);
-    cmStringT m_path CM_GUARDED_BY(modelLock);
-    cmStringT m_gitExePath CM_GUARDED_BY(modelLock);
-    cmStringT m_logRestriction CM_GUARDED_BY(modelLock);
-    std::int32_t m_loadLimit CM_GUARDED_BY(modelLock) = 0;
+    cmThreadEvent m_wakeEvent{true, false};  ///< set by a stop request
+    GitLoadRequest m_request CM_GUARDED_BY(modelLock);
     bool m_loaded CM_GUARDED_BY(modelLock) = false;
-    bool m_pausePending CM_GUARDED_BY(modelLock) = true;  ///< the parser is to let the editor read the first commits
-
-    cmStringT m_headHash CM_GUARDED_BY(modelLock);
-    cmStringT m_currentBranchName CM_GUARDED_BY(modelLock);
-    cmStringT m_currentBranchEndHash CM_GUARDED_BY(modelLock);
-    cmArray<BranchInfo> m_branches CM_GUARDED_BY(modelLock);
-    cmDictionary<std::uint32_t, cmArray<std::int64_t>> m_branchesAt CM_GUARDED_BY(modelLock);  ///< numbers, by the tip's id
-
-    CommitStore m_store CM_GUARDED_BY(modelLock);
-    AncestorMarks m_onCurrentBranch CM_GUARDED_BY(modelLock);
-    std::unique_ptr<Graph<AllCommits>> m_graph CM_GUARDED_BY(modelLock);
-    std::unique_ptr<Graph<SomeCommits>> m_filtered CM_GUARDED_BY(modelLock);  ///< null when all are shown
-    cmStringT m_filterText CM_GUARDED_BY(modelLock);
-    std::uint32_t m_filterCount CM_GUARDED_BY(modelLock) = 0;  ///< of how many commits `m_filtered` was made
+    bool m_pausePending CM_GUARDED_BY(modelLock) = true;  ///< parsing pauses once, so that the first commits can be read
+    std::unique_ptr<ShownHistory> m_history CM_GUARDED_BY(modelLock);
 };

@@ -1,6 +1,6 @@
 #include "filewatcher/git/browser/GitCallbacks.h"
 
-#include "filewatcher/git/browser/BrowserState.h"
+#include "filewatcher/git/browser/BranchTree.h"
 #include "filewatcher/git/browser/GitBranchesModel.h"
 #include "txapi/txapi.h"
 
@@ -15,7 +15,7 @@ GitBranchesModel* modelCallback()
 
 void refreshCallback(TXPSZ repository, TXPSZ git, std::int32_t windowId)
 {
-    browserState().requestRefresh({repository, git, windowId});
+    branchTree().requestRefresh({repository, git, windowId});
 }
 
 std::int32_t countCallback()

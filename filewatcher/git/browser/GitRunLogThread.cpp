@@ -6,20 +6,7 @@
 #include "filewatcher/bridge/DebugLog.h"
 #include "filewatcher/git/GitCommand.h"
 
-#include <algorithm>
 #include <string>
-#include <utility>
-
-namespace {
-
-constexpr char recordEnd = '\x01';
-
-cmROStringT withoutLeadingLineFeeds(cmROStringT text)
-{
-    return text.substr(std::min(text.find_first_not_of('\n'), text.size()));
-}
-
-}  // namespace
 
 GitRunLogThread::GitRunLogThread(cmROStringT gitExePath, cmROStringT path, cmROStringT logRestriction)
     : m_gitExePath(gitExePath), m_path(path), m_logRestriction(logRestriction)
@@ -34,13 +21,13 @@ GitRunLogThread::~GitRunLogThread()
 
 std::int32_t GitRunLogThread::run()
 {
-    // However the run ends: the model waits for it.
+    // The model waits for the end of the output, so it is marked even when the run ends with an exception.
     struct Finish {
         GitRunLogThread& thread;
         ~Finish()
         {
             cmMutexLock hold(logOutputLock);
-            thread.m_done = true;
+            thread.m_output.finish();
         }
     } finish{*this};
     setName("GitRunLogThread");
@@ -52,14 +39,17 @@ std::int32_t GitRunLogThread::runLog()
     const cmStringT line = commandLine();
     CaptureControl control;
     control.stopRequested = [this] { return stopRequested(); };
-    std::int32_t status = runGitCommand(line, m_path, control, [this](cmROStringT bytes) { append(bytes); });
+    std::int32_t status = runGitCommand(line, m_path, control, [this](cmROStringT bytes) {
+        cmMutexLock hold(logOutputLock);
+        m_output.append(bytes);
+    });
     if (status == statusStopRequested)
         return statusGitFailed;
     debugLog("GitRunLogThread::runLog", __LINE__,
              cmStringT(cmCat("status=") + std::to_string(status) + " m_path.get()=" + m_path
                        + " cmFile::getCurDir().get()=" + cmCurrentDirectory() + " cmdLine.get()=" + line + " "));
     cmMutexLock hold(logOutputLock);
-    if (status == 0 && !m_anyOutput)
+    if (status == 0 && !m_output.hadOutput())
         status = statusGitFailed;
     return status;
 }
@@ -76,32 +66,14 @@ cmStringT GitRunLogThread::commandLine() const
     return line;
 }
 
-void GitRunLogThread::append(cmROStringT bytes)
-{
-    cmMutexLock hold(logOutputLock);
-    m_anyOutput = true;
-    m_output.append(m_output.isEmpty() ? withoutLeadingLineFeeds(bytes) : bytes);
-}
-
 int GitRunLogThread::takeCompleteRecords(cmStringT& records)
 {
     cmMutexLock hold(logOutputLock);
-    records.clear();
-    const std::size_t end = m_output.view().substr(m_scanned).rfind(recordEnd);
-    if (end == cmROStringT::npos) {
-        m_scanned = m_output.length();
-        return m_done && m_output.isEmpty() ? -1 : 0;
-    }
-    const std::size_t length = m_scanned + end + 1;
-    std::swap(records, m_output);
-    m_output.assign(withoutLeadingLineFeeds(records.view().substr(length)));
-    m_scanned = m_output.length();
-    records.truncate(length);
-    return 0;
+    return m_output.takeCompleteRecords(records);
 }
 
 bool GitRunLogThread::isLogFinished()
 {
     cmMutexLock hold(logOutputLock);
-    return m_done;
+    return m_output.isFinished();
 }

@@ -1,32 +1,24 @@
 #include "filewatcher/git/commits/CommitIds.h"
 
+#include "common/cmHexDigits.h"
+#include "filewatcher/git/commits/ShortHash.h"
+
 #include <utility>
 
 namespace {
 
-constexpr std::size_t hashDigits = 40;
 constexpr std::size_t parts = 256;
-constexpr std::size_t firstSlots = 16;  // in each
-
-/// Of one digit; -1 for what is none.
-int digitValue(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
-}
+constexpr std::size_t firstSlots = 16;  // of each part
 
 }  // namespace
 
-bool CommitHash::parse(cmROStringT digits, CommitHash& hash)
+bool CommitHash::parse(cmROStringT text, CommitHash& hash)
 {
-    if (digits.size() != hashDigits)
+    if (text.size() != digits)
         return false;
     for (std::size_t i = 0; i < hash.bytes.size(); ++i) {
-        const int high = digitValue(digits[2 * i]);
-        const int low = digitValue(digits[2 * i + 1]);
+        const int high = cmHexDigitValue(text[2 * i]);
+        const int low = cmHexDigitValue(text[2 * i + 1]);
         if (high < 0 || low < 0)
             return false;
         hash.bytes[i] = static_cast<std::uint8_t>(high << 4 | low);
@@ -34,27 +26,22 @@ bool CommitHash::parse(cmROStringT digits, CommitHash& hash)
     return true;
 }
 
-void CommitHash::write(char* digits) const
+void CommitHash::write(char* place) const
 {
-    constexpr char names[] = "0123456789abcdef";
     for (const std::uint8_t byte : bytes) {
-        *digits++ = names[byte >> 4];
-        *digits++ = names[byte & 15];
+        *place++ = cmHexDigits[byte >> 4];
+        *place++ = cmHexDigits[byte & 15];
     }
 }
 
 cmStringT CommitHash::text() const
 {
-    char digits[hashDigits];
-    write(digits);
-    return cmROStringT(digits, hashDigits);
+    char text[digits];
+    write(text);
+    return cmROStringT(text, digits);
 }
 
-void CommitIds::clear()
-{
-    m_hashes.assign(1, {});
-    m_parts.assign(parts, Part{cmArray<std::uint32_t>(firstSlots, none)});
-}
+CommitIds::CommitIds() : m_hashes(1), m_parts(parts, Part{cmArray<std::uint32_t>(firstSlots, none)}) {}
 
 std::uint32_t CommitIds::intern(const CommitHash& hash)
 {
@@ -78,14 +65,14 @@ std::uint32_t CommitIds::find(const CommitHash& hash) const
     return part.slots[slotOf(part, hash)];
 }
 
-cmArray<std::uint32_t> CommitIds::findShort(cmROStringT digits) const
+cmArray<std::uint32_t> CommitIds::findShort(cmROStringT text) const
 {
     cmArray<std::uint32_t> found;
-    if (digits.size() != shortLength)
+    if (text.size() != shortHashLength)
         return found;
     std::uint32_t key = 0;
-    for (const char c : digits) {
-        const int value = digitValue(c);
+    for (const char c : text) {
+        const int value = cmHexDigitValue(c);
         if (value < 0)
             return found;
         key = key << 4 | static_cast<std::uint32_t>(value);

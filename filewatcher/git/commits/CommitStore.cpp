@@ -4,11 +4,6 @@
 
 #include <algorithm>
 
-void CommitStore::clear()
-{
-    *this = CommitStore();
-}
-
 void CommitStore::addWorkingCopy()
 {
     GitLogRecord record;

@@ -13,30 +13,31 @@
 #include <deque>
 #include <span>
 
-/// The commits of a log, by number in the order of coming, kept small: a commit takes some 130 bytes and its subject's
-/// length. Commit 0 is the working copy. Every hash that is met, be it only as a parent's, has an id. For one thread at a time.
+/// The commits of a log, numbered in the order in which they are added; number 0 is the working copy. Kept small: a commit takes
+/// about 130 bytes and the length of its subject. Every hash in the log, also one that occurs as a parent only, has an id. For
+/// one thread at a time.
 class CommitStore {
 public:
     static constexpr std::uint32_t none = CommitIds::none;
-    static constexpr cmROStringT workingCopySubject = "Uncomitted changes";  // spelled as the editor knows it
+    static constexpr cmROStringT workingCopySubject = "Uncomitted changes";  ///< spelled as the editor expects it
 
-    void clear();
     std::uint32_t count() const { return static_cast<std::uint32_t>(m_commits.size()); }
 
-    /// Comes first.
+    /// Adds the working copy. Call before the first `add`.
     void addWorkingCopy();
-    /// False for a commit that is there already and for one whose hash is no hash. Parents that are none are left out.
+    /// Adds a commit. Returns false, and adds nothing, when it was added before or its hash is invalid. Invalid parents are left
+    /// out.
     bool add(const GitLogRecord& record);
 
-    /// The id of a hash, which it is given when it has none yet; `none` for what is no hash.
+    /// Returns the id of a hash and gives it one when it has none; `none` when `hash` is invalid.
     std::uint32_t intern(cmROStringT hash);
-    /// The number of a commit by its hash or by the first seven digits of it (of several the first commit's); the empty
-    /// hash is the working copy's. `none` when there is no such commit.
+    /// Returns the number of a commit by its hash or short hash (when several share it, that of the first one); the empty hash
+    /// stands for the working copy. `none` when there is no such commit.
     std::uint32_t find(cmROStringT hash) const;
-    /// The number of the commit with this id; `none` when only children of it have come.
+    /// Returns the number of the commit with this id; `none` when that was not added.
     std::uint32_t numberOf(std::uint32_t id) const { return id < m_numbers.size() ? m_numbers[id] : none; }
 
-    // Of the commit with this number, which exists.
+    // The following take the number of an existing commit.
     std::uint32_t idOf(std::uint32_t number) const { return m_commits[number].id; }
     const CommitHash& hash(std::uint32_t number) const { return m_ids.hash(idOf(number)); }
     cmROStringT subject(std::uint32_t number) const { return {m_commits[number].subject, m_commits[number].subjectLength}; }
@@ -44,10 +45,10 @@ public:
     /// `none` for a root.
     std::uint32_t firstParent(std::uint32_t number) const { return m_commits[number].firstParent; }
     std::span<const std::uint32_t> otherParents(std::uint32_t number) const;
-    /// What the log tells of it; the rest of `info` is as a new one.
+    /// Sets `info` to what the log says about the commit; its other members get their initial values.
     void copy(std::uint32_t number, GitCommitInfo& info) const;
 
-    /// An author, by numbers from 0.
+    /// An author; commits refer to authors by their index.
     struct Author {
         cmROStringT name;
         cmROStringT email;
@@ -59,7 +60,7 @@ private:
     struct Commit {
         std::uint32_t id;
         std::uint32_t firstParent;
-        std::uint32_t otherParents;  ///< in m_otherParents their number, and behind it their ids; `none` without any
+        std::uint32_t otherParents;  ///< index in m_otherParents of their count, which their ids follow; `none` without any
         std::uint32_t author;
         std::int64_t time;
         const char* subject;
@@ -71,9 +72,9 @@ private:
 
     CommitIds m_ids;
     cmArray<std::uint32_t> m_numbers;  ///< by id
-    std::deque<Commit> m_commits;      // it never moves them: no call takes long
+    std::deque<Commit> m_commits;      // a deque, because it grows without moving its elements: no call takes long
     cmArray<std::uint32_t> m_otherParents;
     cmArray<Author> m_authors;
-    cmDictionary<cmROStringT, std::uint32_t> m_authorNumbers;  ///< by name, NUL and e-mail
+    cmDictionary<cmROStringT, std::uint32_t> m_authorNumbers;  ///< the key is name, NUL and e-mail
     TextBlocks m_texts;
 };

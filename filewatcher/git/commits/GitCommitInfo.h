@@ -7,12 +7,12 @@
 
 #include <cstdint>
 
-/// A line of the graph that goes on below a commit's row, towards a parent whose row is not known yet.
+/// A line of the graph that leads from a commit down to a parent without a row yet.
 struct PendingBranch {
-    cmStringT parent;  ///< its hash
+    cmStringT parent;  ///< hash
 };
 
-/// One commit, as it is handed out.
+/// One commit, as the editor reads it.
 struct GitCommitInfo {
     cmStringT hash;  ///< 40 hexadecimal digits; empty for the working copy
     cmStringT firstParent;
@@ -21,10 +21,10 @@ struct GitCommitInfo {
     cmStringT authorEmail;
     GitDateTime date;  ///< when it was committed
     cmStringT subject;
-    cmStringT message;                    ///< all of it, where it was asked for
-    cmArray<std::int64_t> branchNumbers;  ///< of the branches that end here
-    std::int64_t row = -1;                ///< in the layout that is shown; below 0: none
+    cmStringT message;                    ///< the full text; only history queries set it
+    cmArray<std::int64_t> branchNumbers;  ///< of the branches whose tip this is
+    std::int64_t row = -1;                ///< among the shown rows; below 0: none
     cmArray<PendingBranch> pendingBranches;
     GitFileList stagedFiles;
-    std::int8_t onCurrentBranch = -1;  ///< 1 or 0; below 0: not asked yet
+    std::int8_t onCurrentBranch = -1;  ///< 1 or 0; below 0: not determined
 };

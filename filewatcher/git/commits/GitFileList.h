@@ -7,8 +7,8 @@
 #include <memory>
 #include <utility>
 
-/// File names that most owners do not have: the list is made with its first use. Several threads may use one for the first
-/// time at once; otherwise it is a value like any other.
+/// A list of file names that is allocated on first use, because most commits have none. Several threads may make the first use at
+/// once; other changes are for one thread at a time.
 class GitFileList {
 public:
     GitFileList() = default;

@@ -5,15 +5,7 @@
 
 namespace {
 
-constexpr char recordEnd = '\x01';
 constexpr std::ptrdiff_t separators = 5;
-
-std::int64_t parseTime(cmROStringT digits)
-{
-    std::int64_t time = noCommitTime;
-    std::from_chars(digits.data(), digits.data() + digits.size(), time);
-    return time;
-}
 
 bool parseRecord(cmROStringT text, GitLogRecord& record)
 {
@@ -22,7 +14,7 @@ bool parseRecord(cmROStringT text, GitLogRecord& record)
         return false;
     record.hash = cmTakeUntil(text, '\0');
     record.parents = cmTakeUntil(text, '\0');
-    record.time = parseTime(cmTakeUntil(text, '\0'));  // to the NUL: times before 2001 have fewer than ten digits
+    record.time = parseCommitTime(cmTakeUntil(text, '\0'));  // of any length: times before 2001 have fewer than ten digits
     record.authorEmail = cmTakeUntil(text, '\0');
     record.authorName = cmTakeUntil(text, '\0');
     record.subject = text;
@@ -31,10 +23,17 @@ bool parseRecord(cmROStringT text, GitLogRecord& record)
 
 }  // namespace
 
+std::int64_t parseCommitTime(cmROStringT digits)
+{
+    std::int64_t time = noCommitTime;
+    std::from_chars(digits.data(), digits.data() + digits.size(), time);
+    return time;
+}
+
 bool takeGitLogRecord(cmROStringT& batch, GitLogRecord& record)
 {
     while (!batch.empty()) {
-        if (parseRecord(cmTakeUntil(batch, recordEnd), record))
+        if (parseRecord(cmTakeUntil(batch, gitRecordEnd), record))
             return true;
     }
     return false;

@@ -5,19 +5,26 @@
 #include <cstdint>
 #include <limits>
 
-/// The time of a commit that has none, or none that can be read.
+/// The byte that ends a commit's record in the output of the log and history commands.
+inline constexpr char gitRecordEnd = '\x01';
+
+/// The time of a commit whose time is missing or unreadable.
 inline constexpr std::int64_t noCommitTime = std::numeric_limits<std::int64_t>::min();
 
-/// One record of the log; the texts are those of the log's own bytes.
+/// The Unix time that git wrote as decimal digits; noCommitTime when `digits` does not begin with a number.
+std::int64_t parseCommitTime(cmROStringT digits);
+
+/// One record of the log. Its texts point into the log output that it was read from.
 struct GitLogRecord {
     cmROStringT hash;
-    cmROStringT parents;               ///< hashes with a blank between them
+    cmROStringT parents;               ///< hashes, separated by blanks
     std::int64_t time = noCommitTime;  ///< Unix time
     cmROStringT authorEmail;
     cmROStringT authorName;
-    cmROStringT subject;  ///< all that is left
+    cmROStringT subject;  ///< the rest of the record, NULs included
 };
 
-/// Takes the next record out of `batch`, in which each ends with the byte 1 and has its fields separated by NULs (hash,
-/// parents, time, e-mail, name, subject). Records with fewer fields are passed over. False when there is none left.
+/// Removes the first well-formed record from the front of `batch` and stores it in `record`. A record ends with gitRecordEnd and
+/// has its fields separated by NULs (hash, parents, time, e-mail, name, subject). Records with fewer fields are dropped. Returns
+/// false when `batch` holds no further record.
 bool takeGitLogRecord(cmROStringT& batch, GitLogRecord& record);

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t nameColumn = 2;
 
-/// Takes `prefix` off the front of `text`; whether it was there.
+/// Removes `prefix` from the front of `text`. Returns whether it was there.
 bool dropPrefix(cmROStringT& text, cmROStringT prefix)
 {
     if (!text.starts_with(prefix))

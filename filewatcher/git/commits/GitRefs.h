@@ -6,35 +6,35 @@
 
 #include <utility>
 
-/// A branch and the commit that it ends at.
+/// A branch and the commit at its tip.
 struct BranchInfo {
-    cmStringT name;  ///< of a remote branch with its remote's
+    cmStringT name;  ///< that of a remote branch begins with the name of the remote
     cmStringT hash;
 };
 
-/// What git's list of refs tells.
+/// The branches and HEAD in git's list of refs. For one thread at a time.
 class GitRefs {
 public:
-    /// Reads the lines "HASH NAME". `remoteName` is git's list of remotes as it stands.
+    /// Reads lines of the form "HASH NAME"; others are ignored. `remoteName` is git's unchanged list of remotes.
     void read(cmROStringT output, cmROStringT remoteName);
-    /// One ref. Neither tags nor what a remote calls its HEAD are branches.
+    /// Adds one ref when it is a branch: tags and the HEAD of a remote are not.
     void classifyRef(cmROStringT ref, cmROStringT hash, cmROStringT remoteName);
 
     const cmStringT& headHash() const { return m_headHash; }
-    /// The last of the refs that lead to where HEAD leads.
+    /// The last ref that names the same commit as HEAD.
     const cmStringT& nameAtHead() const { return m_nameAtHead; }
-    /// The branches by number. Number 0 is the current branch's, `currentName`: when it is none of those (HEAD is detached, or
-    /// there is no current one), it ends at `currentEndHash`. The other local ones follow, then the remote ones, each by name.
-    /// Empty without any branch.
+    /// Returns the branches in the order of their numbers: first the current branch, then the other local branches by name, then
+    /// the remote ones by name. `currentName` need not be in the list (HEAD is detached); its tip is `currentEndHash` then. Empty
+    /// without any branch.
     cmArray<BranchInfo> numbered(cmROStringT currentName, cmROStringT currentEndHash) const;
 
 private:
-    using Key = std::pair<bool, cmStringT>;  ///< whether it is a remote one; its name
+    using Key = std::pair<bool, cmStringT>;  ///< whether it is remote, and its name
 
     cmStringT m_headHash;
     cmStringT m_nameAtHead;
     cmSortedDictionary<Key, BranchInfo> m_branches;
 };
 
-/// The current branch in git's list of branches; null when there is none.
+/// Returns the current branch from the output of git's branch command; null when no line is marked as current.
 cmStringT currentBranchIn(cmROStringT output);

@@ -6,12 +6,10 @@
 #include <cstddef>
 #include <memory>
 
-/// Texts that never move and go together, kept in blocks. For one thread at a time.
+/// Keeps texts in large blocks. A text never moves and is freed with the object. For one thread at a time.
 class TextBlocks {
 public:
-    void clear() { *this = TextBlocks(); }
-
-    /// A copy, valid until everything is cleared.
+    /// Returns a copy that is valid as long as the object.
     cmROStringT keep(cmROStringT text)
     {
         char* const place = room(text.size());
@@ -24,7 +22,7 @@ private:
 
     char* room(std::size_t size)
     {
-        if (size > blockSize / 8)  // a block of its own; the one in use stays
+        if (size > blockSize / 8)  // gets a block of its own, so that little of the current one is wasted
             return m_blocks.emplace_back(std::make_unique_for_overwrite<char[]>(size)).get();
         if (size > m_left) {
             m_next = m_blocks.emplace_back(std::make_unique_for_overwrite<char[]>(blockSize)).get();
@@ -37,6 +35,6 @@ private:
     }
 
     cmArray<std::unique_ptr<char[]>> m_blocks;
-    char* m_next = nullptr;
+    char* m_next = nullptr;  ///< the free part of the current block
     std::size_t m_left = 0;
 };

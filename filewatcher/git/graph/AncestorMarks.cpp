@@ -7,18 +7,18 @@ bool AncestorMarks::mark(std::uint32_t id)
     if (isMarked(id))
         return false;
     if (m_marks.size() <= id)
-        m_marks.resize(std::size_t{2} * id + 1);  // one by one, growing would cost more than marking
+        m_marks.resize(std::size_t{2} * id + 1);  // in large steps: growing by one costs more than the mark
     m_marks[id] = 1;
     return true;
 }
 
-void AncestorMarks::arrived(const CommitStore& store, std::uint32_t number)
+void AncestorMarks::onCommitAdded(const CommitStore& store, std::uint32_t number)
 {
     if (!isMarked(store.idOf(number)))
         return;
     m_work.push_back(number);
-    // A parent that came before its child passes the mark on from here.
-    const auto pass = [&](std::uint32_t parent) {
+    // A parent that was added before this child has not passed its mark on yet.
+    const auto markParent = [&](std::uint32_t parent) {
         if (mark(parent) && store.numberOf(parent) != CommitStore::none)
             m_work.push_back(store.numberOf(parent));
     };
@@ -26,8 +26,8 @@ void AncestorMarks::arrived(const CommitStore& store, std::uint32_t number)
         const std::uint32_t commit = m_work.back();
         m_work.pop_back();
         if (store.firstParent(commit) != CommitStore::none)
-            pass(store.firstParent(commit));
+            markParent(store.firstParent(commit));
         for (const std::uint32_t parent : store.otherParents(commit))
-            pass(parent);
+            markParent(parent);
     }
 }

@@ -4,21 +4,20 @@
 
 #include <cstdint>
 
-/// Which commits a chosen one descends from, through all parents, and that one itself. Told with one pass over the commits,
-/// in whatever order they come. For one thread at a time.
+/// Marks chosen commits and all their ancestors, through all parents, in one pass while commits are added, in whatever order.
+/// For one thread at a time.
 class AncestorMarks {
 public:
-    void clear() { *this = AncestorMarks(); }
-    /// Chooses, by id; before any commit has come.
-    void begin(std::uint32_t id) { mark(id); }
-    /// A commit has come, by number.
-    void arrived(const CommitStore& store, std::uint32_t number);
+    /// Marks the commit with this id. Call before the first commit is added.
+    void markStart(std::uint32_t id) { mark(id); }
+    /// Passes marks on to the parents of a commit that was added to `store`, by number. Call for every commit.
+    void onCommitAdded(const CommitStore& store, std::uint32_t number);
     bool isMarked(std::uint32_t id) const { return id < m_marks.size() && m_marks[id] != 0; }
 
 private:
-    /// Whether the mark is new.
+    /// Returns whether the commit was not marked before.
     bool mark(std::uint32_t id);
 
-    cmArray<std::uint8_t> m_marks;
-    cmArray<std::uint32_t> m_work;
+    cmArray<std::uint8_t> m_marks;  ///< by id
+    cmArray<std::uint32_t> m_work;  ///< numbers of marked commits whose parents are to be marked; kept for its memory
 };

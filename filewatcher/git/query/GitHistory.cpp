@@ -4,11 +4,8 @@
 #include "filewatcher/git/commits/GitLogRecord.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace {
-
-constexpr char recordEnd = '\x01';
 
 /// Removes a field and the NUL that ends it from the front of `text`; false when there is no NUL.
 bool takeField(cmROStringT& text, cmROStringT& field)
@@ -16,13 +13,6 @@ bool takeField(cmROStringT& text, cmROStringT& field)
     const bool whole = text.find('\0') != cmROStringT::npos;
     field = cmTakeUntil(text, '\0');
     return whole;
-}
-
-std::int64_t unixTime(cmROStringT digits)
-{
-    std::int64_t seconds = noCommitTime;
-    std::from_chars(digits.data(), digits.data() + digits.size(), seconds);
-    return seconds;
 }
 
 void setParents(cmROStringT hashes, GitCommitInfo& commit)
@@ -41,7 +31,7 @@ bool takeMessage(cmROStringT& text, GitHistoryRecord& record)
     if (block.size() < text.size())
         block = block.substr(0, block.rfind('\n') + 1);
     text.remove_prefix(block.size());
-    const std::size_t end = block.rfind(recordEnd);
+    const std::size_t end = block.rfind(gitRecordEnd);
     if (end == cmROStringT::npos)
         return false;
     record.commit.message = block.substr(0, end);
@@ -67,7 +57,7 @@ cmArray<GitHistoryRecord> parseGitHistory(cmROStringT output)
         GitHistoryRecord record;
         record.commit.hash = hash.substr(std::min(hash.find_first_not_of('\n'), hash.size()));
         setParents(parents, record.commit);
-        record.commit.date = GitDateTime::fromUnixTime(unixTime(time));
+        record.commit.date = GitDateTime::fromUnixTime(parseCommitTime(time));
         record.commit.authorEmail = email;
         record.commit.authorName = author;
         record.commit.subject = subject;

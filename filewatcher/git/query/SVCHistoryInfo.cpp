@@ -2,6 +2,7 @@
 
 #include "filewatcher/bridge/EditorVariables.h"
 #include "filewatcher/git/commits/GitDateTime.h"
+#include "filewatcher/git/commits/ShortHash.h"
 
 #include <utility>
 
@@ -10,7 +11,6 @@ namespace {
 constexpr cmROStringT workingFile = "Working file";
 constexpr std::int32_t noEntry = -1;
 constexpr std::int32_t rootEntry = 0;
-constexpr std::size_t shortHashLength = 7;
 
 /// The fields of one "SVCHistoryInfo" instance. A null text is stored as "(null)".
 struct HistoryEntry {
@@ -48,7 +48,7 @@ HistoryEntry entryOf(const GitHistoryRecord& record, cmROStringT path)
     entry.author = commit.authorName;
     entry.date = commit.date.text();
     entry.comment = commit.message.isNull() ? commit.subject : commit.message;
-    entry.caption = working ? commit.hash : cmStringT(commit.hash.view().substr(0, shortHashLength));
+    entry.caption = working ? commit.hash : cmStringT(shortHash(commit.hash));
     if (!working)
         entry.affectedFiles = joinedLines(record.files);
     // With --follow a record lists the path that the file had at that commit.

@@ -1,0 +1,128 @@
+#include "filewatcher/git/browser/ShownHistory.h"
+
+#include "filewatcher/git/browser/CommitFilter.h"
+
+#include <cstddef>
+#include <utility>
+
+namespace {
+
+constexpr std::int64_t noRow = -1;
+
+}  // namespace
+
+ShownHistory::Filter::Filter(cmROStringT wanted, const AllCommits& all, const CommitStore& store)
+    : text(wanted), commitCount(store.count()), commits(all, store, filterCommits(store, wanted))
+{
+    layout.extend(static_cast<std::uint32_t>(commits.numbers().size()));
+}
+
+void ShownHistory::setRefs(const GitRefs& refs, bool restrictedLog)
+{
+    m_branches.assign(refs, m_store);
+    m_onCurrentBranch.markStart(CommitIds::workingCopy);
+    const std::uint32_t head = m_store.intern(refs.headHash());
+    if (head == CommitStore::none)
+        return;
+    m_onCurrentBranch.markStart(head);
+    if (!restrictedLog)
+        m_all.setWorkingCopyParent(head);
+}
+
+void ShownHistory::addRecord(const GitLogRecord& record)
+{
+    if (m_store.count() == 0)
+        m_store.addWorkingCopy();
+    if (m_store.add(record))
+        m_onCurrentBranch.onCommitAdded(m_store, m_store.count() - 1);
+}
+
+bool ShownHistory::copyCommit(std::int64_t number, GitCommitInfo& info) const
+{
+    if (!exists(number))
+        return false;
+    const auto index = static_cast<std::uint32_t>(number);
+    if (index != 0 && rowOf(index) == noRow)
+        return false;
+    copyKnown(index, info);
+    return true;
+}
+
+bool ShownHistory::findCommit(cmROStringT hash, GitCommitInfo& info) const
+{
+    const std::uint32_t number = m_store.find(hash);
+    if (number == CommitStore::none)
+        return false;
+    copyKnown(number, info);
+    return true;
+}
+
+void ShownHistory::copyKnown(std::uint32_t number, GitCommitInfo& info) const
+{
+    m_store.copy(number, info);
+    info.row = rowOf(number);
+    const std::uint32_t id = m_store.idOf(number);
+    info.onCurrentBranch = m_onCurrentBranch.isMarked(id) ? 1 : 0;
+    if (number == 0) {
+        info.branchNumbers = {0};
+        info.pendingBranches = {{m_branches.headHash()}};
+        return;
+    }
+    info.branchNumbers = m_branches.numbersAt(id);
+    addPendingBranches(number, info);
+}
+
+void ShownHistory::addPendingBranches(std::uint32_t number, GitCommitInfo& info) const
+{
+    if (m_filter)
+        return;  // a filtered graph has no lines to commits that are not shown
+    GraphNode node;
+    m_all.node(number, node);
+    for (const GraphNode::Parent& parent : node.parents) {
+        const std::uint32_t parentNumber = m_store.numberOf(parent.id);
+        if (parentNumber == CommitStore::none || rowOf(parentNumber) == noRow)
+            info.pendingBranches.push_back({m_store.hashText(parent.id)});
+    }
+}
+
+std::int64_t ShownHistory::rowOf(std::uint32_t number) const
+{
+    if (!m_filter)
+        return number < m_layout.rowCount() ? number : noRow;
+    const std::uint32_t row = m_filter->commits.rowOf(number);
+    return row == CommitStore::none ? noRow : row;
+}
+
+std::int64_t ShownHistory::commitInRow(std::int32_t row) const
+{
+    return m_filter ? m_filter->commits.numbers()[static_cast<std::size_t>(row)] : row;
+}
+
+bool ShownHistory::copyGraphRow(std::int64_t number, GraphRow& row)
+{
+    const std::int64_t index = exists(number) ? rowOf(static_cast<std::uint32_t>(number)) : noRow;
+    if (index == noRow)
+        return false;
+    GraphLayout& layout = m_filter ? m_filter->layout : m_layout;
+    layout.row(static_cast<std::uint32_t>(index), row);
+    return true;
+}
+
+bool ShownHistory::filter(cmROStringT text)
+{
+    if (text.empty()) {
+        m_filter.reset();
+        return true;
+    }
+    auto filter = std::make_unique<Filter>(text, m_all, m_store);
+    if (filter->commits.numbers().empty())
+        return false;
+    m_filter = std::move(filter);
+    return true;
+}
+
+void ShownHistory::filterNewCommits()
+{
+    if (m_filter && m_filter->commitCount != m_store.count())
+        filter(m_filter->text);
+}

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "filewatcher/git/commits/BranchTable.h"
+#include "filewatcher/git/commits/CommitStore.h"
+#include "filewatcher/git/graph/AncestorMarks.h"
+#include "filewatcher/git/graph/CommitGraph.h"
+
+#include <cstdint>
+#include <memory>
+
+/// The history of one load: its commits, branches and graph, and the rows that are shown, which are all commits or those that a
+/// filter selects. A load has a new one. Has no lock: for one thread at a time.
+class ShownHistory {
+public:
+    ShownHistory() = default;
+    ShownHistory(const ShownHistory&) = delete;
+    ShownHistory& operator=(const ShownHistory&) = delete;
+
+    BranchTable& branches() { return m_branches; }
+    /// Numbers the branches and marks HEAD. Call once, before the first commit is added. With `restrictedLog` HEAD may be missing
+    /// from the log, so no line is drawn from the working copy to it.
+    void setRefs(const GitRefs& refs, bool restrictedLog);
+
+    /// Adds the first `limit` records of `batch`, and before the very first one the working copy, and lays their rows out.
+    /// `stopRequested()` is asked before each record. Returns whether `batch` may hold more that should be added.
+    template <class StopCheck>
+    bool addRecords(cmROStringT& batch, int limit, const StopCheck& stopRequested)
+    {
+        GitLogRecord record;
+        bool more = true;
+        for (int count = 0; more && count < limit; ++count) {
+            more = !stopRequested() && takeGitLogRecord(batch, record);
+            if (more)
+                addRecord(record);
+        }
+        m_layout.extend(m_store.count());  // with each call, so that the rows can be shown at once
+        return more;
+    }
+
+    /// The number of commits, the working copy included. Commits are numbered from 0, in the order of the log.
+    std::int32_t commitCount() const { return static_cast<std::int32_t>(m_store.count()); }
+    /// Copies a commit by number. Returns false when there is none, or when it has no row (the working copy needs none).
+    bool copyCommit(std::int64_t number, GitCommitInfo& info) const;
+    /// Copies a commit by its hash or a short hash, shown or not. Returns false when there is none.
+    bool findCommit(cmROStringT hash, GitCommitInfo& info) const;
+
+    /// The number of rows that are shown.
+    std::int32_t rowCount() const { return static_cast<std::int32_t>(shownLayout().rowCount()); }
+    /// The number of the commit in a row below rowCount.
+    std::int64_t commitInRow(std::int32_t row) const;
+    /// Copies the graph beside a commit. Returns false when there is no such commit or it has no row.
+    bool copyGraphRow(std::int64_t number, GraphRow& row);
+    /// The largest number of columns that a row of the graph has so far.
+    std::int32_t graphWidth() const { return shownLayout().widest(); }
+
+    /// Shows only the commits that contain `text`; an empty text shows all. Returns false when no commit contains it; the shown
+    /// rows stay as they are then.
+    bool filter(cmROStringT text);
+    /// Applies the current filter to the commits that were added after it was set. New rows follow the old ones, whose lines in
+    /// the graph may change.
+    void filterNewCommits();
+
+private:
+    /// A filter and the rows that it selects.
+    struct Filter {
+        Filter(cmROStringT wanted, const AllCommits& all, const CommitStore& store);
+        cmStringT text;
+        std::uint32_t commitCount;  ///< how many commits of the store were examined
+        SomeCommits commits;
+        GraphLayout layout{commits};
+    };
+
+    void addRecord(const GitLogRecord& record);
+    bool exists(std::int64_t number) const { return number >= 0 && number < commitCount(); }
+    std::int64_t rowOf(std::uint32_t number) const;
+    void copyKnown(std::uint32_t number, GitCommitInfo& info) const;
+    void addPendingBranches(std::uint32_t number, GitCommitInfo& info) const;
+    const GraphLayout& shownLayout() const { return m_filter ? m_filter->layout : m_layout; }
+
+    CommitStore m_store;
+    BranchTable m_branches;
+    AncestorMarks m_onCurrentBranch;
+    AllCommits m_all{m_store};
+    GraphLayout m_layout{m_all};
+    std::unique_ptr<Filter> m_filter;  ///< null when all commits are shown
+};
