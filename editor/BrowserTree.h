@@ -3,17 +3,21 @@
 #include "editor/Editor.h"
 #include "editor/VariableStore.h"
 
-/// The rows of the browser tree. A node's number is given in the order of adding and stays; where its row is depends
-/// on the others. Adding at the end takes constant time, elsewhere time in proportion to the rows below.
-/// For the editor's thread.
+/// The rows of the browser tree. Nodes are numbered from 1 in the order in which they are added. A node keeps its number; the
+/// position of its row changes when rows are inserted above it. Appending takes constant time; inserting takes time in
+/// proportion to the number of nodes. For the editor's thread.
 class BrowserTree {
 public:
     explicit BrowserTree(VariableStore& variables) : m_variables(variables) {}
 
+    /// The rows from the top.
     const std::deque<TreeRow>& rows() const { return m_rows; }
+    /// Removes all rows and destroys their copies of user data.
     void clear();
-    /// Adds a row below that of `after` (0: as the first) and returns its node; 0 when there is no such node.
+    /// Inserts a row below the row of node `after`, or as the first when `after` is 0. The tree keeps a deep copy of `userData`.
+    /// Returns the new node; 0 when there is no node `after`.
     std::int32_t add(std::int32_t after, const cmStringT& caption, std::int32_t flags, TXHVAR userData);
+    /// Does nothing when there is no such node.
     void setDate(std::int32_t node, std::int32_t column, const TXDATETIME& date);
 
 private:
@@ -21,5 +25,5 @@ private:
 
     VariableStore& m_variables;
     std::deque<TreeRow> m_rows;
-    std::deque<std::size_t> m_rowOfNode;  ///< at node - 1
+    std::deque<std::size_t> m_rowOfNode;  ///< row index of each node, at node - 1
 };

@@ -6,11 +6,11 @@ CallFrame::CallFrame(VariableStore& variables, const cmArray<CallArgument>& argu
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const CallArgument& given = arguments[i];
         Argument& argument = m_arguments[i];
-        argument.made = !given.isVariable();
-        argument.variable = argument.made ? m_variables.create() : given.handle();
+        argument.isOwned = !given.isVariable();
+        argument.variable = argument.isOwned ? m_variables.create() : given.handle();
         if (given.isNumber())
             m_variables.setInt(argument.variable, given.number());
-        else if (argument.made)
+        else if (argument.isOwned)
             m_variables.setString(argument.variable, given.text());
     }
 }
@@ -18,7 +18,7 @@ CallFrame::CallFrame(VariableStore& variables, const cmArray<CallArgument>& argu
 CallFrame::~CallFrame()
 {
     for (const Argument& argument : m_arguments)
-        if (argument.made)
+        if (argument.isOwned)
             m_variables.destroy(argument.variable);
 }
 
@@ -53,7 +53,7 @@ void CallFrame::writeBack(const cmArray<ParameterKind>& parameters)
         if (parameters[i] != ParameterKind::stringByRef)
             continue;
         const Argument& argument = m_arguments[i];
-        // A text that was left alone must not turn a number or a container into a string.
+        // An unchanged string is not stored: storing it would turn a number or a container into a string.
         if (m_variables.getString(argument.variable) != argument.text.getCMString())
             m_variables.setString(argument.variable, argument.text.getCMString());
     }

@@ -6,12 +6,13 @@
 #include <functional>
 #include <utility>
 
-/// Hands the lines of the debug log to whoever wants them. Any thread; the sink is called under the lock, so that lines do
-/// not mix, and no sink is called any more once setSink has replaced it.
+/// Passes each line of the debug log to a sink. Any thread may call. The sink runs under the lock, on the thread that logs:
+/// it sees one line at a time, and a replaced sink is never called after setSink has returned. It must not call back.
 class DebugLog {
 public:
     using Sink = std::function<void(cmROStringT line)>;
 
+    /// `sink` replaces the present one; null drops all lines.
     void setSink(Sink sink)
     {
         cmMutexLock hold(m_lock);

@@ -2,8 +2,8 @@
 
 #include "common/cmArray.h"
 #include "common/cmString.h"
-#include "editor/EditorExport.h"
 #include "editor/Variable.h"
+#include "txapi/TXEXPORT.h"
 #include "txapi/txapi.h"
 
 #include <cstdint>
@@ -13,15 +13,15 @@
 #include <optional>
 #include <utility>
 
-/// What a call of a registered function gave back.
+/// The result of calling a registered function.
 struct CallResult {
-    bool found = false;                  ///< there is a function of that name, and the arguments suit its prototype
-    cmStringT error;                     ///< when not found: why
+    bool found = false;                  ///< whether a function of that name exists and the arguments suit its prototype
+    cmStringT error;                     ///< the reason when `found` is false
     std::optional<std::int32_t> number;  ///< the result of an "int" function
     cmStringT text;                      ///< the result of a "TXPSZ" function; null for the others
 };
 
-/// One argument of a call. A variable passed by handle may be filled by the function.
+/// One argument of a call: a number, a string, or a variable by handle, which the function may change.
 class CallArgument {
 public:
     CallArgument(std::int32_t value) : m_kind(Kind::number), m_number(value) {}
@@ -51,25 +51,25 @@ private:
 struct TreeRow {
     cmStringT caption;
     std::int32_t flags = 0;
-    TXHVAR userData = 0;           ///< the tree's own copy, or 0
-    std::int32_t dateColumn = -1;  ///< -1 while no date was set
+    TXHVAR userData = 0;           ///< handle of the tree's own copy; 0 when there is none
+    std::int32_t dateColumn = -1;  ///< -1 when no date is set
     TXDATETIME date{};
 };
 
 struct EditorParts;
 
-/// What the editor is told of version control. The calls come on the editor's thread, from its loop, in the order in which
-/// the services were called.
+/// Functions that the editor calls when the version-control services are called. They run on the editor's thread, in its event
+/// loop, in the order of the service calls. A null function is skipped.
 struct EditorObserver {
     std::function<void()> statusChanged;
     std::function<void(const cmStringT& path)> passBegan;
     std::function<void(const cmStringT& path, std::int32_t status)> passEnded;
 };
 
-/// The editor as its host sees it: the object behind the services of txapi.h. One at a time; the thread that makes it is
-/// the editor's thread, and a service that belongs there aborts the program when it is called from another one.
-/// All operations are for the editor's thread, but those marked "any thread". While there is no Editor the services answer
-/// 0 or empty; no other thread may be inside a service when it is destroyed.
+/// The stand-in editor: the object behind the services of txapi.h. Only one may exist at a time; a second one aborts the program.
+/// The thread that creates it is the editor's thread. A service or operation that belongs to the editor's thread aborts the
+/// program when another thread calls it; operations marked "any thread" do not. While no Editor exists, the services return 0 or
+/// empty values. No other thread may be inside a service while the Editor is destroyed.
 class EDITOR_API Editor {
 public:
     Editor();
@@ -78,58 +78,60 @@ public:
     Editor& operator=(const Editor&) = delete;
 
     // --- What the module finds ---
-    /// Available until told otherwise.
+    /// The answer of the feature gate; true at first.
     void setFeatureAvailable(bool available);
-    /// An integer variable of the editor's, as the settings are.
+    /// Sets an integer variable of the macro language; the settings are such variables.
     void setSetting(cmROStringT name, std::int32_t value);
+    /// The integer value of a variable; nothing when there is none.
     std::optional<std::int32_t> setting(cmROStringT name) const;
     void removeSetting(cmROStringT name);
-    /// A macro function without arguments that returns a string.
+    /// Defines a macro function without arguments. `body` runs on the editor's thread and returns the result.
     void defineMacro(cmROStringT name, std::function<cmStringT()> body);
-    /// A class of the editor's macro language, with the fields of its instances.
+    /// Defines a class of the macro language by the fields of its instances.
     void defineClass(cmROStringT name, const cmArray<cmStringT>& fields);
     void setProperty(std::int32_t number, const cmStringT& value);
     void setProperty(std::int32_t number, std::int32_t value);
     void removeProperty(std::int32_t number);
-    /// Where the editor keeps private data; the system's folder for temporary files until it is set.
+    /// Sets the folder for private data. Until it is set, that is the system's folder for temporary files.
     void setDirectory(const cmStringT& directory);
 
     // --- Calls ---
-    /// The prototypes that were registered, in order.
+    /// The registered prototypes, in the order of registration.
     cmArray<cmStringT> prototypes() const;
-    /// Calls a registered function by its name. Arguments past its prototype are reachable for it through
-    /// the argument services only.
+    /// Calls a registered function by name and waits for it. There must be at least as many arguments as the prototype has
+    /// parameters; the function reads further ones through the argument services.
     CallResult call(cmROStringT name, const cmArray<CallArgument>& arguments);
-    /// What a variable holds, or null for an invalid handle; valid until the variable changes.
+    /// The value of a variable, valid until the variable changes; null for an invalid handle.
     const VariableValue* value(TXHVAR variable) const;
-    /// The function that the module offered at a native callback slot, or null.
+    /// The function that the module has set at a callback slot; null when there is none.
     TXPFN callback(std::int32_t slot) const;
-    /// The model that it handed over for the browser tree, or null.
+    /// The model that the module has set for the browser tree; null when there is none.
     void* treeModel() const;
 
     // --- What the module wrote ---
-    /// Any thread. The version-control record of a path; nothing when there is none.
+    /// Any thread. A copy of the version-control record of a path; nothing when there is none.
     std::optional<TXVCRECORD> record(cmROStringT path) const;
-    /// Any thread. All records, ordered by path.
+    /// Any thread. Copies of all records, ordered by path.
     cmArray<std::pair<cmStringT, TXVCRECORD>> records() const;
-    /// Any thread. Forgets all records that `tool` wrote, and those without a tool.
+    /// Any thread. Removes the records that `tool` wrote and those without a tool.
     void clearRecords(std::int32_t tool);
     /// The rows of the browser tree from the top; valid until the module changes it.
     const std::deque<TreeRow>& tree() const;
-    /// Any thread. How many XML documents are open now; for leak checks, as the next.
+    /// Any thread. How many XML documents are open now; for leak checks.
     std::size_t openDocuments() const;
-    /// How many variables there are now; elements of others are not counted.
+    /// How many variables exist now, without elements; for leak checks.
     std::size_t openVariables() const;
 
     // --- Events ---
     void setObserver(EditorObserver observer);
-    /// Takes the lines of the debug log, without their line ends: on the thread that logs, one at a time. Null for none.
+    /// Sets the receiver of the debug log's lines (without line ends), or none with null. It runs on the thread that logs, for
+    /// one line at a time, and must not log itself.
     void setDebugSink(std::function<void(cmROStringT line)> sink);
-    /// Any thread. Lets `task` run on the editor's thread, from its loop.
+    /// Any thread. Queues `task` for the event loop, which runs it on the editor's thread.
     void post(std::function<void()> task);
-    /// The editor's event loop: runs posted tasks, timers and observers until `done` holds, asked after each of
-    /// them and at least every 50 ms, or until `timeoutMs` have passed (-1: no limit; 0: what is due now still runs).
-    /// Returns whether it holds. Tasks, timers and observers may call it in turn.
+    /// The event loop: runs posted tasks, timers and observers until `done` returns true or `timeoutMs` milliseconds have passed.
+    /// -1 is no limit; with 0 everything that is due now still runs. `done` is checked after each of them and at least every
+    /// 50 ms. Returns the last answer of `done`. Tasks, timers and observers may call it again.
     bool runUntil(const std::function<bool()>& done, std::int32_t timeoutMs);
 
 private:

@@ -13,7 +13,7 @@
 
 #include <thread>
 
-/// What the editor consists of. Unless their classes say otherwise the members are for the editor's thread.
+/// The state of the Editor. Members are for the editor's thread unless their class allows any thread.
 struct EditorParts {
     const std::thread::id thread = std::this_thread::get_id();
 
@@ -24,9 +24,9 @@ struct EditorParts {
     BrowserTree tree{variables};
 
     bool featureAvailable = true;
-    cmStringT directory;  ///< null until the host sets it
+    cmStringT directory;  ///< folder for private data; null until the host sets it
     cmDictionary<std::int32_t, TXPFN> callbacks;
-    cmDictionary<cmStringT, std::int32_t> pictures;  ///< the index of each that was asked for
+    cmDictionary<cmStringT, std::int32_t> pictures;  ///< index of each picture that was asked for
     void* treeModel = nullptr;
     EditorObserver observer;
 
@@ -36,12 +36,13 @@ struct EditorParts {
     EventLoop loop;
 };
 
-/// The parts of the Editor there is; null when there is none. Any thread.
+/// The parts of the existing Editor; null when there is none. Any thread.
 EditorParts* currentEditorParts();
-/// Aborts the program with a message when it is called off the editor's thread; `caller` is the name in the message.
+/// Aborts the program when called from any thread but the editor's. The message on standard error names `caller`.
 void requireEditorThread(const EditorParts& parts, const char* caller);
 
-/// What `body` makes of the editor's parts; 0 or empty when there is no Editor. Any thread.
+/// Calls `body` with the parts of the existing Editor and returns its result; a default value when there is no Editor. For
+/// services of any thread.
 template <class Body>
 auto onAnyThread(Body body)
 {
@@ -49,7 +50,7 @@ auto onAnyThread(Body body)
     return parts ? body(*parts) : decltype(body(*parts))();
 }
 
-/// The same for services of the editor's thread.
+/// The same for services of the editor's thread; aborts the program when called from another one. `caller` is the service's name.
 template <class Body>
 auto onEditorThread(const char* caller, Body body)
 {

@@ -46,13 +46,13 @@ bool EventLoop::runUntil(const std::function<bool()>& done, std::int32_t timeout
     return true;
 }
 
-/// Runs the tasks there are now, not those that they post: timers must have their turn too. Whether `done` holds.
+/// Runs the tasks that are queued now but not those that they post, so that timers get their turn. Returns whether `done` holds.
 bool EventLoop::runTasks(const std::function<bool()>& done)
 {
     for (std::size_t left = taskCount(); left > 0; --left) {
         const std::function<void()> task = takeTask();
         if (!task)
-            return false;  // a loop inside one of the tasks ran the rest
+            return false;  // a nested runUntil has run the remaining tasks
         task();
         if (done())
             return true;
@@ -60,7 +60,7 @@ bool EventLoop::runTasks(const std::function<bool()>& done)
     return false;
 }
 
-/// Runs each timer that is due, once. Whether `done` holds.
+/// Runs each due timer once. Returns whether `done` holds.
 bool EventLoop::runTimers(const std::function<bool()>& done)
 {
     const Clock::time_point now = Clock::now();
@@ -71,7 +71,7 @@ bool EventLoop::runTimers(const std::function<bool()>& done)
     for (const std::int32_t id : due) {
         const auto found = m_timers.find(id);
         if (found == m_timers.end() || found->second.due > now)
-            continue;  // one before it killed it, or ran it in a loop of its own
+            continue;  // an earlier routine killed this timer or ran it in a nested runUntil
         found->second.due = now + found->second.period;
         found->second.routine();
         if (done())
@@ -98,7 +98,7 @@ std::size_t EventLoop::taskCount() const
 
 void EventLoop::waitUntil(Clock::time_point deadline)
 {
-    // A loop inside a task may have used up the event that tells of tasks which it left to this one.
+    // A nested runUntil may have consumed the event of tasks that it did not run: waiting would delay them.
     if (taskCount() > 0)
         return;
     const Clock::time_point now = Clock::now();

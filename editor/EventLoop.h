@@ -10,20 +10,22 @@
 #include <deque>
 #include <functional>
 
-/// Posted tasks and periodic timers. They run inside runUntil only, which may be called from within a task or timer.
-/// For the editor's thread, but `post`.
+/// Posted tasks and periodic timers. They run inside runUntil only; a task or timer may call runUntil itself.
+/// For the editor's thread, except `post`.
 class EventLoop {
 public:
-    /// Any thread. Tasks run in the order of posting.
+    /// Any thread. Queues `task`; tasks run in the order of posting.
     void post(std::function<void()> task);
 
-    /// Calls `routine` every `ms` milliseconds, at least 1, from then on. A timer that is late does not catch up.
-    /// Returns the timer's id, from 0.
+    /// Calls `routine` every `ms` milliseconds (at least 1). A late timer does not make up for missed calls.
+    /// Returns the timer's id, 0 or more.
     std::int32_t setTimer(std::int32_t ms, void (*routine)());
+    /// The routine is not called again. Does nothing for an unknown id. A routine may call this.
     void killTimer(std::int32_t timer);
 
-    /// Runs what is due until `done` holds, asked after each of them and at least every 50 ms, or until `timeoutMs` have
-    /// passed (-1: no limit; 0: what is due now still runs). Returns whether it holds.
+    /// Runs due tasks and timers until `done` returns true or `timeoutMs` milliseconds have passed. -1 is no limit; with 0 the
+    /// tasks and timers that are due now still run. `done` is checked after each task and timer and at least every 50 ms.
+    /// Returns the last answer of `done`.
     bool runUntil(const std::function<bool()>& done, std::int32_t timeoutMs);
 
 private:

@@ -92,7 +92,7 @@ const FunctionTable::Function* FunctionTable::find(cmROStringT name) const
     return found == m_functions.end() ? nullptr : &*found;
 }
 
-/// `function` is the caller's own copy: the call may register functions.
+/// `function` must be a copy: the called function may register functions, which moves the entries of m_functions.
 CallResult FunctionTable::run(const Function& function, const cmArray<CallArgument>& arguments)
 {
     CallFrame frame(m_variables, arguments);

@@ -4,19 +4,20 @@
 #include "editor/Editor.h"
 #include "editor/Prototype.h"
 
-/// The functions that the module registered, and the calls of them that run now. For the editor's thread.
+/// The registered functions, and the stack of calls that are running. For the editor's thread.
 class FunctionTable {
 public:
     explicit FunctionTable(VariableStore& variables) : m_variables(variables) {}
 
-    /// A name that is registered again gets the new function, in the old place. False when the prototype cannot be read
-    /// or there is no function.
+    /// Registers `function`. A function that is registered under the same name is replaced in its place. Returns false when the
+    /// prototype cannot be parsed or `function` is null.
     bool add(cmROStringT prototype, TXPFN function);
-    /// As they were registered.
+    /// The prototypes' texts in the order of registration.
     cmArray<cmStringT> prototypes() const;
+    /// Calls the function `name`. Calls may be nested. See Editor::call.
     CallResult call(cmROStringT name, const cmArray<CallArgument>& arguments);
 
-    /// Of the innermost call that runs; 0 when there is none.
+    /// The arguments of the innermost running call; 0 when no call is running.
     std::int32_t argumentCount() const;
     TXHVAR argument(std::int32_t number) const;
 

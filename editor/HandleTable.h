@@ -7,14 +7,14 @@
 #include <memory>
 #include <utility>
 
-/// Pointers by handle. Handles are given in ascending order, so they are kept in pages; a page is there while one of its
-/// pointers is. No operation takes longer than filling a page, however many handles there are.
+/// Maps handles to pointers. Handles are assigned in ascending order, so the table is an array of pages; a page is allocated
+/// while it holds a pointer. Lookup takes constant time, and no operation takes longer than filling a page.
 template <class Pointer>
 class HandleTable {
 public:
     std::size_t count() const { return m_count; }
 
-    /// Null when there is none.
+    /// The pointer of `handle`; null when there is none.
     const Pointer& find(std::int32_t handle) const
     {
         static const Pointer none{};
@@ -22,7 +22,7 @@ public:
         return page ? page->slots[slotOf(handle)] : none;
     }
 
-    /// `handle`, 0 or more, has none yet; `pointer` is not null.
+    /// `handle` must be 0 or more and unused; `pointer` must not be null.
     void insert(std::int32_t handle, Pointer pointer)
     {
         while (pageOf(handle) >= m_pages.size())
@@ -35,6 +35,7 @@ public:
         ++m_count;
     }
 
+    /// Does nothing when `handle` has no pointer.
     void erase(std::int32_t handle)
     {
         if (!find(handle))

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <span>
 
-/// One argument as the machine passes it: a 32-bit integer, or a pointer (references are passed as pointers).
+/// One argument as the calling convention passes it: a 32-bit integer, or a pointer. A reference is passed as a pointer.
 struct MachineArgument {
     std::int32_t number = 0;
     const void* pointer = nullptr;
@@ -19,9 +19,9 @@ struct MachineArgument {
 
 inline constexpr std::size_t maxMachineArguments = 8;
 
-/// Calls a function whose result is a Result and whose parameters are what `rest` holds, at most maxMachineArguments.
-/// Each step turns the first of them into a true argument, so that the last one knows the function's type as
-/// the machine sees it: any pointer is passed like any other, and a reference like a pointer.
+/// Calls `function`, which returns a Result and takes the arguments in `rest`, at most maxMachineArguments.
+/// Each recursion moves one argument from `rest` to `done`, whose types then make up the function's type. The real parameter
+/// types need not be known, since all pointers and references are passed in the same way.
 template <class Result, class... Done>
 Result machineCall(TXPFN function, std::span<const MachineArgument> rest, Done... done)
 {

@@ -49,7 +49,7 @@ std::optional<cmStringT> NameTable::call(std::int32_t index) const
 {
     if (!isCallable(index))
         return std::nullopt;
-    const auto body = at(index)->body;  // a copy: the body may define macros
+    const auto body = at(index)->body;  // a copy, because the body may define macros and so move the entries
     return body();
 }
 

@@ -6,23 +6,26 @@
 #include <optional>
 #include <utility>
 
-/// The named things of the macro language: functions and variables. Their indices start at 1, run through both kinds,
-/// and are never given to another name. For the editor's thread.
+/// The functions and variables of the macro language by name and kind (txKindFunction, txKindVariable). Both kinds share one
+/// series of indices, which starts at 1; an index is never reused for another name. For the editor's thread.
 class NameTable {
 public:
     explicit NameTable(VariableStore& variables) : m_variables(variables) {}
 
-    /// 0 when there is nothing of that name and kind now.
+    /// The index of a name; 0 when nothing of that name and kind exists now.
     std::int32_t find(const cmStringT& name, int kind) const;
 
+    /// Sets an integer variable, which is created when needed.
     void setVariable(const cmStringT& name, std::int32_t value);
+    /// Destroys the variable. The name keeps its index for a later setVariable.
     void removeVariable(const cmStringT& name);
-    /// Handle of the variable, or 0.
+    /// The variable's handle; 0 when there is none.
     TXHVAR variable(std::int32_t index) const;
 
+    /// Defines a macro function without arguments, or replaces it.
     void defineMacro(const cmStringT& name, std::function<cmStringT()> body);
     bool isCallable(std::int32_t index) const;
-    /// Runs a macro function; nothing when the index is that of none.
+    /// Runs a macro function and returns its result; nothing when there is no macro function with this index.
     std::optional<cmStringT> call(std::int32_t index) const;
 
 private:

@@ -38,7 +38,8 @@ bool isIdentifier(cmROStringT text)
     return !text.empty() && isLetter(text.front()) && std::all_of(text.begin(), text.end(), fits);
 }
 
-/// Takes what stands before `separator` off the front of `text`; nothing when there is no separator.
+/// Removes the text before `separator`, and the separator, from the front of `text` and returns the former. Returns nothing when
+/// there is no separator.
 std::optional<cmROStringT> takeUntil(cmROStringT& text, char separator)
 {
     const std::size_t at = text.find(separator);

@@ -2,7 +2,7 @@
 
 #include "common/cmArray.h"
 #include "common/cmString.h"
-#include "editor/EditorExport.h"
+#include "txapi/TXEXPORT.h"
 
 #include <cstddef>
 #include <optional>
@@ -10,7 +10,7 @@
 enum class ResultKind { none, number, text };
 enum class ParameterKind { text, number, variable, stringConst, stringByRef };
 
-/// What the text of a prototype says: "int module:name(TXPSZ, int)".
+/// A parsed prototype, such as "int module:name(TXPSZ, int)".
 struct Prototype {
     ResultKind result = ResultKind::none;
     cmStringT module;
@@ -20,7 +20,7 @@ struct Prototype {
 
 inline constexpr std::size_t maxParameters = 8;
 
-/// Reads a prototype: a result void, int or TXPSZ, one blank, module and name, and parameters of the kinds TXPSZ, int,
-/// TXHREFVAR, TMStringConst and TMStringByRef, with or without blanks after the commas. Nothing for any other text,
-/// and for more than maxParameters parameters.
+/// Parses a prototype: the result void, int or TXPSZ, one blank, the module, a colon, the name, and in parentheses at most
+/// maxParameters parameters of the kinds TXPSZ, int, TXHREFVAR, TMStringConst and TMStringByRef, separated by commas that may be
+/// followed by blanks. Returns nothing for any other text.
 EDITOR_API std::optional<Prototype> parsePrototype(cmROStringT text);

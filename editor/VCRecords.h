@@ -9,21 +9,23 @@
 #include <unordered_map>
 #include <utility>
 
-/// The version-control records, by path. Paths that name the same file share one record, under the spelling written
-/// last. Any thread.
+/// The version-control records by path. On Windows paths that differ in case alone share one record, which keeps the spelling of
+/// the last write. Any thread.
 class VCRecords {
 public:
+    /// `style` decides whether paths are compared with case; tests choose it.
     explicit VCRecords(cmPathStyle style = cmNativePathStyle) : m_records(0, SamePath{style}, SamePath{style}) {}
 
+    /// A copy of the record; nothing when there is none.
     std::optional<TXVCRECORD> find(cmROStringT path) const;
     void write(cmROStringT path, const TXVCRECORD& record);
-    /// Forgets the records that `tool` wrote, and those without a tool.
+    /// Removes the records that `tool` wrote and those without a tool.
     void clear(std::int32_t tool);
-    /// All of them, ordered by path.
+    /// Copies of all records, ordered by path.
     cmArray<std::pair<cmStringT, TXVCRECORD>> all() const;
 
 private:
-    /// Hash and equality of paths that may name the same file in another case.
+    /// Hash and equality of paths; both ignore ASCII case for Windows paths.
     struct SamePath {
         using is_transparent = void;
         cmPathStyle style;

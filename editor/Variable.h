@@ -11,32 +11,32 @@
 
 struct Variable;
 
-/// Elements never touched yet are null until they are asked for.
+/// An element that nobody has asked for is null.
 using VariableArray = cmArray<std::unique_ptr<Variable>>;
-/// Ordered by key, so that walking it survives insertions and removals on the way.
+/// Ordered by key, so that an iterator can continue after its last key when elements were added or removed.
 using VariableTable = cmSortedDictionary<cmStringT, std::unique_ptr<Variable>>;
-/// An instance of a class of the macro language: all its fields are there from the start.
+/// An instance of a class of the macro language. It has all fields of its class from the start.
 struct VariableInstance {
     VariableTable fields;
 };
 
-/// A 32-bit integer is kept as a 64-bit one: reading it back makes no difference between them.
+/// The value of a variable; monostate is the empty value. 32-bit integers are stored as 64-bit ones.
 using VariableValue = std::variant<std::monostate, cmStringT, std::int64_t, VariableArray, VariableTable, VariableInstance>;
 
-/// A value of the editor's macro language.
+/// A variable of the editor's macro language.
 struct Variable {
     VariableValue value;
-    TXHVAR handle = 0;         ///< 0 until somebody asks for it
-    bool callerOwned = false;  ///< made by txHvarAlloc, so that txHvarFree may free it
+    TXHVAR handle = 0;         ///< assigned when it is first asked for; 0 until then
+    bool callerOwned = false;  ///< created by txHvarAlloc; only then may txHvarFree free it
 };
 
-/// The integer value: a number, or text that is a decimal number and nothing else; 0 for all others. What does not fit
-/// becomes the nearest 32-bit integer.
+/// The integer value: that of a number, or of a string that is a decimal number and nothing else; 0 for anything else. A number
+/// that does not fit becomes the nearest 32-bit integer.
 std::int32_t variableAsInt(const VariableValue& value);
-/// The text, or a number in decimal; empty for all others.
+/// The string value: a string as it is, a number in decimal, anything else as the empty string.
 cmStringT variableAsText(const VariableValue& value);
-/// A copy of its own, without handles.
+/// A deep copy; its elements have no handles.
 VariableValue copyOfVariable(const VariableValue& value);
 
-/// `text` as a 32-bit integer, by the rules of variableAsInt.
+/// The integer value of a string, by the rules of variableAsInt.
 std::int32_t decimalAsInt(cmROStringT text);

@@ -5,14 +5,14 @@
 
 namespace {
 
-// An index beyond it is taken for an error of the caller: the array would not fit in memory.
+// A larger index is a caller's error: the array would not fit into memory.
 constexpr std::int32_t maxArrayLength = 1 << 26;
 
 }  // namespace
 
 VariableStore::VariableStore()
 {
-    create();  // the first handle is that of the last result
+    create();  // it gets handle 1, which is txLastResult
 }
 
 TXHVAR VariableStore::create()
@@ -189,7 +189,7 @@ TXHVAR VariableStore::handleOf(Variable& variable)
 {
     if (variable.handle != 0)
         return variable.handle;
-    // Handles come back only after all others were used, so that a stale one is not taken for a new one.
+    // A handle is reused only after all others, so that a stale handle rarely refers to a new variable.
     do
         m_lastHandle = m_lastHandle == std::numeric_limits<TXHVAR>::max() ? 1 : m_lastHandle + 1;
     while (m_byHandle.find(m_lastHandle));

@@ -14,8 +14,8 @@ class XMLDocuments::Document {
 public:
     bool load(cmROStringT text)
     {
-        // As a fragment, so that text outside the document element is seen and refused. Document types stay
-        // unread, and with them every entity but the five of XML itself.
+        // Parsed as a fragment, so that text outside the document element is kept and can be refused. Document types are not
+        // read, so only the five entities of XML itself are known.
         const auto options = pugi::parse_default | pugi::parse_fragment;
         return m_tree.load_buffer(text.data(), text.size(), options) && isOneElement();
     }
@@ -59,7 +59,7 @@ private:
         return known ? m_nodes[static_cast<std::size_t>(node) - 1] : pugi::xml_node();
     }
 
-    /// A node keeps its index, however often it is found.
+    /// The index of a node, which is assigned when the node is first found.
     std::int32_t indexOf(const pugi::xml_node& node)
     {
         if (!node)
@@ -125,7 +125,7 @@ std::optional<cmStringT> XMLDocuments::attribute(std::int32_t document, std::int
 
 void XMLDocuments::close(std::int32_t document)
 {
-    std::shared_ptr<Document> closed;  // freed after the lock, as that may take a while
+    std::shared_ptr<Document> closed;  // freed after the lock is released, because freeing a large document takes time
     cmMutexLock hold(m_lock);
     if (const auto found = m_documents.find(document); found != m_documents.end()) {
         closed = std::move(found->second);

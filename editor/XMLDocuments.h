@@ -10,24 +10,27 @@
 #include <memory>
 #include <optional>
 
-/// The XML documents that are open, by handles above 0; their nodes by index from 1, 0 for none. Any thread, but a
-/// document by one thread at a time.
+/// The open XML documents by handle (above 0). The nodes of a document are numbered from 1; 0 is no node. Any thread may call,
+/// but only one at a time for the same document.
 class XMLDocuments {
 public:
     XMLDocuments();
     ~XMLDocuments();
 
-    /// The new document's handle; a negative status when the text is not one complete element, prolog aside.
+    /// Parses `text` and returns the new document's handle; a negative status when the text, apart from its prolog, is not
+    /// exactly one complete element.
     std::int32_t load(cmROStringT text);
     /// The document element; 0 when there is no such document.
     std::int32_t root(std::int32_t document);
-    /// How many nodes an XPath expression selects (attributes do not count), in document order; a negative status
-    /// when there is no such document or the expression cannot be read or selects no nodes but a value.
+    /// Fills `nodes` with the nodes that an XPath expression selects, without attributes, in document order. Returns their
+    /// number; a negative status when there is no such document, or the expression is invalid or selects no nodes but a value.
     std::int32_t select(std::int32_t document, const char* path, cmArray<std::int32_t>& nodes);
+    /// The first child element of that name; 0 when there is none.
     std::int32_t child(std::int32_t document, std::int32_t node, const char* name);
-    /// Nothing when the node has no such attribute, or there is no such node.
+    /// The attribute's value; nothing when there is no such node or attribute.
     std::optional<cmStringT> attribute(std::int32_t document, std::int32_t node, const char* name);
     void close(std::int32_t document);
+    /// How many documents are open.
     std::size_t count() const;
 
 private:

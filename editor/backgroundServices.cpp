@@ -1,16 +1,15 @@
 #include "editor/EditorParts.h"
-#include "editor/Files.h"
 #include "txapi/txapi.h"
 
-// The services that any thread may call: version control, XML, files and the debug log.
+// The services for version control, XML and the debug log. Any thread may call them.
 
 namespace {
 
-/// Lets `tell` see the observer on the editor's thread. It gets a copy, as the host may set another one meanwhile.
-template <class Tell>
-void notify(Tell tell)
+/// Calls `call` with the observer, on the editor's thread. `call` gets a copy, because the observer may set another one.
+template <class Call>
+void notifyObserver(Call call)
 {
-    onAnyThread([&](EditorParts& editor) { editor.loop.post([&editor, tell] { tell(EditorObserver(editor.observer)); }); });
+    onAnyThread([&](EditorParts& editor) { editor.loop.post([&editor, call] { call(EditorObserver(editor.observer)); }); });
 }
 
 }  // namespace
@@ -32,7 +31,7 @@ void txVCSetRecord(const tamarin::TMString& path, const TXVCRECORD& record)
 
 void txVCStatusChanged()
 {
-    notify([](const EditorObserver& observer) {
+    notifyObserver([](const EditorObserver& observer) {
         if (observer.statusChanged)
             observer.statusChanged();
     });
@@ -40,7 +39,7 @@ void txVCStatusChanged()
 
 void txVCPassBegin(const tamarin::TMString& path)
 {
-    notify([directory = path.getCMString()](const EditorObserver& observer) {
+    notifyObserver([directory = path.getCMString()](const EditorObserver& observer) {
         if (observer.passBegan)
             observer.passBegan(directory);
     });
@@ -48,7 +47,7 @@ void txVCPassBegin(const tamarin::TMString& path)
 
 void txVCPassEnd(const tamarin::TMString& path, std::int32_t status)
 {
-    notify([directory = path.getCMString(), status](const EditorObserver& observer) {
+    notifyObserver([directory = path.getCMString(), status](const EditorObserver& observer) {
         if (observer.passEnded)
             observer.passEnded(directory, status);
     });
@@ -88,22 +87,6 @@ std::int32_t txXMLCFGGetAttributeCMString(std::int32_t document, std::int32_t no
 void txXMLClose(std::int32_t document)
 {
     onAnyThread([&](EditorParts& editor) { editor.documents.close(document); });
-}
-
-std::int32_t txPathKind(const tamarin::TMString& path)
-{
-    return static_cast<std::int32_t>(pathKind(path.getCMString()));
-}
-
-void txAbsolute(const tamarin::TMString& path, const tamarin::TMString& directory, std::int32_t normalise,
-                tamarin::TMString& absolute)
-{
-    absolute = absolutePath(path.getCMString(), directory.getCMString(), normalise != 0);
-}
-
-std::int32_t txFileSupportsGetFileTime(const tamarin::TMString& path)
-{
-    return isUrl(path.getCMString()) ? 0 : 1;
 }
 
 void txDebugLog(TXPSZ line)

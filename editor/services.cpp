@@ -1,15 +1,14 @@
 #include "editor/EditorParts.h"
-#include "editor/Files.h"
 #include "txapi/txapi.h"
 
-// The services for calls, properties, the browser tree, timers and the editor's directory.
+// The services for calls, properties, the browser tree and timers.
 
 namespace {
 
 constexpr std::int32_t succeeded = 0;
 constexpr std::int32_t failed = -1;
 
-/// Macro functions take no arguments.
+/// Macro functions of this editor take no arguments, so `count` must be 0.
 std::int32_t callMacro(EditorParts& editor, std::int32_t index, std::int32_t count)
 {
     if (count != 0)
@@ -21,6 +20,7 @@ std::int32_t callMacro(EditorParts& editor, std::int32_t index, std::int32_t cou
     return succeeded;
 }
 
+/// This editor knows every picture whose name ends with ".svg".
 std::int32_t pictureIndex(EditorParts& editor, cmROStringT name)
 {
     if (!name.ends_with(".svg"))
@@ -97,16 +97,6 @@ std::int32_t txGetIntProperty(std::int32_t number)
 void txSetIntProperty(std::int32_t number, std::int32_t value)
 {
     onEditorThread(__func__, [&](EditorParts& editor) { editor.variables.setInt(editor.properties.obtain(number), value); });
-}
-
-void txDirectory(std::int32_t which, tamarin::TMString& directory)
-{
-    directory = onEditorThread(__func__, [&](EditorParts& editor) {
-        if (which != 0)
-            return cmStringT("");
-        const cmStringT found = editor.directory.isNull() ? temporaryDirectory() : editor.directory;
-        return cmStringT(cmWithoutTrailingSeparator(found));
-    });
 }
 
 void txTreeClear()

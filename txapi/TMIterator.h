@@ -11,15 +11,16 @@ using TXHVAR = std::int32_t;
 
 namespace tamarin {
 
-/// One container that an iterator walks, and how far it is.
+/// One container that an iterator walks, and its position there.
 struct TMIteratorLevel {
     TXHVAR container = 0;
-    std::int64_t next = 0;  ///< index of the element that comes next
-    cmStringT lastKey;      ///< key of the element handed out last; null in an array and at the start
+    std::int64_t next = 0;  ///< index of the next element
+    cmStringT lastKey;      ///< key of the last returned element; null in an array and before the first element
 };
 
-/// Walks the editor's hash tables and arrays, nested ones too: each pushed level is a container inside the one
-/// below it. The editor's service txHvarNextElement moves the innermost level on. Copies walk on independently.
+/// An iterator over the editor's hash tables and arrays. It keeps a stack of levels, one for each nested container; the top
+/// of the stack is the innermost container. The service txHvarNextElement advances the innermost level. A copy has a
+/// position of its own. The iterator does not keep a container alive. For one thread at a time.
 class TXMODULE_API TMIterator {
 public:
     TMIterator();
@@ -27,19 +28,19 @@ public:
     ~TMIterator();
     TMIterator& operator=(const TMIterator& other);
 
-    /// Back to the start: every level but the outermost is left, and that one begins anew.
+    /// Returns to the start: removes every level but the outermost and puts that one before its first element.
     void reset();
 
-    /// Begins to walk `container`, inside the one walked so far. 0, or -1 when it is no handle.
+    /// Adds a level that stands before the first element of `container`. Returns 0, or -1 when the handle is 0.
     std::int32_t pushStack(TXHVAR container);
-    /// Leaves the innermost container. 0, or -1 when there is none.
+    /// Removes the innermost level. Returns 0, or -1 when there is none.
     std::int32_t popStack();
-    /// Leaves them all. 0.
+    /// Removes all levels. Returns 0.
     std::int32_t clearStack();
-    /// Takes over the levels of `other`. 0.
+    /// Replaces all levels by copies of those of `other`. Returns 0.
     std::int32_t copyStack(const TMIterator& other);
 
-    /// The innermost level; null when there is none.
+    /// The innermost level, owned by the iterator and valid until the stack changes; null when there is none.
     TMIteratorLevel* top();
 
 private:

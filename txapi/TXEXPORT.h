@@ -1,8 +1,8 @@
 #pragma once
 
-// What crosses the borders of the libraries. TXAPI_BUILD is defined where the editor's library is built (on Windows
-// txapi.def lists what it exports, with the ordinals), TXMODULE_BUILD where a library or program brings its own copy of the
-// classes TMString and TMIterator.
+// Export and import attributes. TXAPI marks the editor's services, TXMODULE_API the classes TMString and TMIterator, of which
+// each library has a copy. TXAPI_BUILD is defined while the editor's library is built; on Windows txapi.def exports its
+// services, with their ordinals. TXMODULE_BUILD is defined while a library is built that exports its copy of the classes.
 #if defined(_WIN32)
 #define TX_EXPORTED __declspec(dllexport)
 #define TX_IMPORTED __declspec(dllimport)
@@ -17,6 +17,13 @@
 #define TXAPI
 #else
 #define TXAPI TX_EXPORTED
+#endif
+
+/// Marks what the editor's library exports for its host besides the services.
+#if defined(TXAPI_BUILD)
+#define EDITOR_API TX_EXPORTED
+#else
+#define EDITOR_API TX_IMPORTED
 #endif
 
 #if defined(TXMODULE_BUILD)
