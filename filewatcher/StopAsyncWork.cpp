@@ -2,16 +2,12 @@
 #include "filewatcher/git/browser/GitBrowser.h"
 #include "filewatcher/livediff/GetFileFromVCThreaded.h"
 #include "filewatcher/reload/FileDateThread.h"
-#include "filewatcher/status/GitStatusThread.h"
-#include "filewatcher/status/PerforceStatusThread.h"
-#include "filewatcher/status/SVNStatusThread.h"
+#include "filewatcher/status/StatusThreads.h"
 
 void filewatcher_stop_async_work()
 {
     FileDateData::stopInstance();
-    GitStatusThread::stopInstance();
-    SVNStatusThread::stopInstance();
-    PerforceStatusThread::stopInstance();
+    stopStatusThreads();
     stopGitBrowser();
     GetFileFromVCThreaded::stopInstance();
 }

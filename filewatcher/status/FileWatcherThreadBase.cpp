@@ -14,7 +14,7 @@ FileWatcherThreadBase::FileWatcherThreadBase()
 {
     setName("File Watcher Thread");
     setPriority(lowestPriority);
-    setStopEvent(&wakeEvent);
+    setStopEvent(&m_wakeEvent);
 }
 
 FileWatcherThreadBase::~FileWatcherThreadBase()
@@ -44,9 +44,9 @@ void FileWatcherThreadBase::addPath(cmROStringT path, cmROStringT context, bool 
     {
         cmMutexLock hold(listLock);
         if (indexOf(path) < 0)
-            paths.push_back({path, context, pathFlag, contextFlag});
+            m_paths.push_back({path, context, pathFlag, contextFlag});
     }
-    wakeEvent.set();
+    m_wakeEvent.set();
 }
 
 std::int32_t FileWatcherThreadBase::findPath(cmROStringT path)
@@ -57,8 +57,9 @@ std::int32_t FileWatcherThreadBase::findPath(cmROStringT path)
 
 std::int32_t FileWatcherThreadBase::indexOf(cmROStringT path)
 {
-    const auto found = std::find_if(paths.begin(), paths.end(), [path](const WatchEntry& entry) { return entry.path == path; });
-    return found == paths.end() ? -1 : static_cast<std::int32_t>(found - paths.begin());
+    const auto found =
+        std::find_if(m_paths.begin(), m_paths.end(), [path](const WatchEntry& entry) { return entry.path == path; });
+    return found == m_paths.end() ? -1 : static_cast<std::int32_t>(found - m_paths.begin());
 }
 
 void FileWatcherThreadBase::removePath(cmROStringT path)
@@ -66,22 +67,22 @@ void FileWatcherThreadBase::removePath(cmROStringT path)
     cmMutexLock hold(listLock);
     const std::int32_t index = indexOf(path);
     if (index >= 0)
-        paths.erase(paths.begin() + index);
+        m_paths.erase(m_paths.begin() + index);
 }
 
 void FileWatcherThreadBase::removeAllPaths()
 {
     cmMutexLock hold(listLock);
-    paths.clear();
+    m_paths.clear();
 }
 
 bool FileWatcherThreadBase::takeFirstPath(WatchEntry& entry)
 {
     cmMutexLock hold(listLock);
-    if (paths.empty())
+    if (m_paths.empty())
         return false;
-    entry = std::move(paths.front());
-    paths.erase(paths.begin());
+    entry = std::move(m_paths.front());
+    m_paths.erase(m_paths.begin());
     return true;
 }
 
@@ -99,8 +100,8 @@ bool FileWatcherThreadBase::isSuspended()
 
 void FileWatcherThreadBase::sleepIdle()
 {
-    if (wakeEvent.wait(idleSleepMs) == cmWaitFailed)
-        cmThread::sleep(idleSleepMs);  // the system had no event to give
-    // Whoever set the event did so after the change that it stands for, and every cycle looks for changes anew.
-    wakeEvent.reset();
+    if (m_wakeEvent.wait(idleSleepMs) == cmWaitFailed)
+        cmThread::sleep(idleSleepMs);  // the system could not create the event
+    // No change is lost: it was made before the event was set, and the caller looks for changes after this reset.
+    m_wakeEvent.reset();
 }

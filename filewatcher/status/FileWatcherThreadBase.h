@@ -6,40 +6,44 @@
 /// A directory that waits for one status pass.
 struct WatchEntry {
     cmStringT path;
-    cmStringT context;  ///< the editor's own word with the request
-    bool pathFlag = false;
-    bool contextFlag = false;
+    cmStringT context;         ///< text that the editor attached to the request
+    bool pathFlag = false;     ///< the flag argument of filewatcherAddPath
+    bool contextFlag = false;  ///< the editor's flag for the request
 };
 
-/// Base of the version-control status threads: a queue of watched paths, which the editor's thread fills and the
-/// derived thread drains, and the flags that the editor sets. An entry is gone once it is taken; the editor adds
-/// its path again when it wants another pass. Any thread may call any operation.
+/// Base of the version-control status threads: a queue of watched paths, and the flags that the editor sets. The editor's
+/// thread fills the queue, the derived thread takes entries from it. An entry is gone once it is taken; the editor adds its
+/// path again when it wants another pass. Any thread may call any public operation.
 class FileWatcherThreadBase : public cmThread {
 public:
     FileWatcherThreadBase();
     ~FileWatcherThreadBase() override;
 
-    /// The derived class has the loop; this one returns 0 at once.
+    /// Returns 0 at once; the derived class supplies the loop.
     std::int32_t run() override;
-    /// Whether the thread was given its settings.
+    /// Whether the thread has its settings.
     virtual bool isConfigured();
 
-    /// Appends an entry and wakes the thread. A path that is listed already keeps its old entry.
+    /// Appends an entry and wakes the thread. A path that is already in the queue keeps its old entry.
     void addPath(cmROStringT path, cmROStringT context, bool pathFlag, bool contextFlag);
-    /// Index of the first entry whose path is the same to the byte, or -1.
+    /// Index of the first entry with this path, or -1. Paths are compared byte by byte.
     std::int32_t findPath(cmROStringT path);
+    /// Removes the entry with this path, if there is one.
     void removePath(cmROStringT path);
     void removeAllPaths();
-    /// Moves the first entry into `entry`; false when the list is empty.
+    /// Moves the first entry into `entry`; false when the queue is empty.
     bool takeFirstPath(WatchEntry& entry);
 
     void setSuspended(bool on);
     bool isSuspended();
 
 protected:
-    /// Sleeps until a path is added or a stop is requested, at most 1000 ms.
+    /// Sleeps until a path is added or a stop is requested, at most 1000 ms. Returns at once when that happened since the last
+    /// call.
     void sleepIdle();
     void setConfigured();
+    /// The event that `sleepIdle` waits for.
+    cmThreadEvent& wakeEvent() { return m_wakeEvent; }
 
 private:
     std::int32_t indexOf(cmROStringT path) CM_REQUIRES(listLock);
@@ -48,6 +52,6 @@ private:
     bool suspended CM_GUARDED_BY(stateLock) = false;
     cmMutex stateLock;
     bool configured CM_GUARDED_BY(stateLock) = false;
-    cmArray<WatchEntry> paths CM_GUARDED_BY(listLock);
-    cmThreadEvent wakeEvent{true, false};
+    cmArray<WatchEntry> m_paths CM_GUARDED_BY(listLock);
+    cmThreadEvent m_wakeEvent{true, false};
 };

@@ -9,8 +9,8 @@ namespace {
 constexpr std::size_t pathColumn = 3;
 constexpr cmROStringT renameArrow = " -> ";
 
-/// Takes one name, quoted or not, from the front of `text`. An unquoted one ends at the arrow of a rename: git quotes
-/// every name that holds a blank.
+/// Removes one name, quoted or not, from the front of `text` and returns it. An unquoted name holds no blank, so it ends at
+/// the arrow of a rename.
 cmStringT takeName(cmROStringT& text)
 {
     if (text.starts_with('"'))

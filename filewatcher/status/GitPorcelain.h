@@ -7,9 +7,9 @@
 struct GitPorcelainEntry {
     char indexState;
     char workTreeState;
-    cmStringT path;  ///< relative to the top level, with slashes; of a rename the new name
+    cmStringT path;  ///< relative to the top level, with slashes; the new name of a renamed file
 };
 
-/// Reads the output of `git status --porcelain` (version 1). Names in double quotes are unquoted (C escapes, octal ones
-/// included). Lines that are none are passed over.
+/// Parses the output of `git status --porcelain` (version 1). Names in double quotes are unquoted, C and octal escapes
+/// included. Lines of another form are skipped. Any thread.
 cmArray<GitPorcelainEntry> parseGitPorcelain(cmROStringT output);

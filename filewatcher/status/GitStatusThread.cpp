@@ -3,6 +3,7 @@
 #include "common/CommandLine.h"
 #include "common/cmFile.h"
 #include "common/cmPath.h"
+#include "common/cmStringCatHelper.h"
 #include "filewatcher/status/GitPorcelain.h"
 #include "filewatcher/status/VCRecord.h"
 
@@ -10,8 +11,8 @@ namespace {
 
 constexpr char workTreeModified = 'M';
 
-/// The watched path as an argument of a command that runs in the top level. git reports that without links and, like the
-/// names in it, in the spelling on the disk: so that is what it is asked for.
+/// The watched path as an argument of a command that runs in the top level. git reports the top level with links resolved and
+/// in the spelling on the disk, so the path is resolved before the two are compared.
 cmStringT pathArgument(const cmStringT& path, const cmStringT& top)
 {
     const cmStringT real = cmRealPath(path);
@@ -20,7 +21,7 @@ cmStringT pathArgument(const cmStringT& path, const cmStringT& top)
         return quoteArgument(path);
     if (relative.empty())
         return "";
-    if (relative.starts_with('-'))  // it shall not be read as an option
+    if (relative.starts_with('-'))  // must not be read as an option
         return quoteArgument(cmStringT(cmCat("./") + relative));
     return quoteArgument(relative);
 }
@@ -53,13 +54,13 @@ std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path)
     if (status != 0)
         return status;
     if (failed)
-        return statusPassFailed;  // an unreadable index, say: nothing is known, which is not the same as nothing modified
+        return statusPassFailed;  // an unreadable index, for example: that does not mean that nothing is modified
     for (const GitPorcelainEntry& entry : parseGitPorcelain(output)) {
         if (isStopping())
             return statusStopRequested;
         if (entry.workTreeState != workTreeModified)
             continue;
-        markFile(cmJoinPath(top, cmNativeSeparators(entry.path)), tool.number, "mod");
+        markFile(cmJoinPath(top, cmNativeSeparators(entry.path)), tool().number, "mod");
         noteChange();
     }
     return 0;

@@ -1,21 +1,22 @@
 #pragma once
 
+#include "filewatcher/status/LockedInstance.h"
 #include "filewatcher/status/VCStatusThread.h"
 
-/// Keeps the editor's per-file Git status: for each watched directory it asks git for the repository's top level and for
-/// the status below the directory, and marks every file that is modified in the work tree "mod".
-class GitStatusThread : public VCStatusThread<GitStatusThread> {
+/// Keeps the editor's per-file Git status. For each watched directory it asks git for the repository's top level and for the
+/// status below the directory, and marks every file that is modified in the work tree "mod".
+class GitStatusThread : public VCStatusThread {
 public:
-    static constexpr const TXVCTOOL& tool = txVCToolGit;
+    explicit GitStatusThread(cmMutex& lock) : VCStatusThread(txVCToolGit, lock) {}
+
+    static GitStatusThread* instance(bool create) { return s_instance.get(create); }
+    static void stopInstance() { s_instance.stop(); }
 
 private:
-    friend class VCStatusThread<GitStatusThread>;
-    GitStatusThread() = default;
-    ~GitStatusThread() override = default;
-
-    std::int32_t processEntry(const WatchEntry& entry) { return gitStatusForPath(entry.path); }
-    /// One pass over a directory. 0, or why it was cut short.
+    std::int32_t processEntry(const WatchEntry& entry) override { return gitStatusForPath(entry.path); }
     std::int32_t gitStatusForPath(const cmStringT& path);
-    /// One git command; `failed` tells whether git called it a fatal error.
+    /// Runs one git command; sets `failed` when git called its problem fatal. Returns the status of runTool.
     std::int32_t runGit(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output, bool& failed);
+
+    static inline LockedInstance<GitStatusThread> s_instance;
 };

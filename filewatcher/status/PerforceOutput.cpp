@@ -12,7 +12,7 @@ namespace {
 
 constexpr cmROStringT blanks = " \t";
 
-/// Takes the first line off `text`, without its end.
+/// Removes the first line from `text` and returns it without its line end.
 cmROStringT takeLine(cmROStringT& text)
 {
     cmROStringT line = cmTakeUntil(text, '\n');
@@ -27,7 +27,7 @@ cmROStringT trimmed(cmROStringT text)
     return text.substr(start, text.find_last_not_of(blanks) + 1 - start);
 }
 
-/// The value of the field `name` ("Root:") on this line of a form; null when the line is another.
+/// The value of the field `name`, such as "Root:", on one line of a form; null when the line holds another field.
 cmStringT fieldValue(cmROStringT line, cmROStringT name)
 {
     if (!line.starts_with(name))
@@ -38,7 +38,7 @@ cmStringT fieldValue(cmROStringT line, cmROStringT name)
     return value;
 }
 
-/// The characters that mean something in the client's own syntax (@ # * %) are written there as % and two digits.
+/// Decodes a path: the client writes the characters @ # * %, which have a meaning in its syntax, as % and two hex digits.
 cmStringT decoded(cmROStringT text)
 {
     cmStringT plain("");
@@ -112,7 +112,7 @@ cmArray<cmStringT> parsePerforceSync(cmROStringT output, const cmArray<PerforceO
     cmArray<cmStringT> files;
     while (!output.empty()) {
         const cmROStringT line = takeLine(output);
-        // A depot path holds no "#", its own are escaped; what follows may hold anything.
+        // The first "#" ends the depot path, in which any other is escaped.
         const std::size_t end = line.find('#');
         const std::size_t action = line.find(" - ", std::min(end, line.size()));
         if (action == cmROStringT::npos || !line.starts_with("//"))

@@ -4,38 +4,39 @@
 #include "common/cmPath.h"
 #include "common/cmString.h"
 
-// What the Perforce client writes, as text. The formats are those of its public command reference:
-// https://www.perforce.com/manuals/cmdref/Content/CmdRef/p4_opened.html and p4_client.html, p4_diff.html, p4_sync.html beside
-// it; https://www.perforce.com/manuals/v17.2/p4guide/Content/P4Guide/basic-tasks.recurring-file.sync.html shows the lines of
-// sync.
+// Parsers for the output of the Perforce client. The formats are described in its public command reference:
+// https://www.perforce.com/manuals/cmdref/Content/CmdRef/p4_opened.html, and p4_client.html, p4_diff.html and p4_sync.html in
+// the same folder. The output lines of sync are shown in
+// https://www.perforce.com/manuals/v17.2/p4guide/Content/P4Guide/basic-tasks.recurring-file.sync.html.
+// All functions are pure; any thread may call them. Returned paths have native separators.
 
-/// A workspace: its name, and the local folder that it fills.
+/// A workspace and its local root folder.
 struct PerforceClient {
-    cmStringT name;  ///< null when the form names none
-    cmStringT root;  ///< in native separators, without one at its end; empty for "null", when files have full local paths
+    cmStringT name;  ///< null when the form has no name
+    cmStringT root;  ///< without a trailing separator; empty for the root "null", with which files have full local paths
 };
 
-/// Reads the form that `client -o` writes.
+/// Parses the form that `client -o` writes.
 PerforceClient parsePerforceClient(cmROStringT form, cmPathStyle style = cmNativePathStyle);
 
-/// An opened file: where it is in the depot, as the client writes it, and here.
+/// A file that is opened in the workspace.
 struct PerforceOpenedFile {
-    cmStringT depotPath;
-    cmStringT path;
+    cmStringT depotPath;  ///< with the escapes of the client's output
+    cmStringT path;       ///< the local path
 };
 
-/// The files in the tagged output of `opened`, whose records have a file's place here as "//client/path". Records of other
-/// clients, or without that field, are passed over.
+/// Parses the tagged output of `opened`. The field clientFile, "//client/path", gives a file's local path. Records of other
+/// clients and records without that field are skipped.
 cmArray<PerforceOpenedFile> parsePerforceOpened(cmROStringT output, const PerforceClient& client,
                                                 cmPathStyle style = cmNativePathStyle);
 
-/// The local paths that `diff -sa` lists, one a line.
+/// Parses the output of `diff -sa`: one local path per line.
 cmArray<cmStringT> parsePerforceDiff(cmROStringT output, cmPathStyle style = cmNativePathStyle);
 
-/// The local paths of those files in the output of `sync -n` that are here in an older revision: to be updated or deleted, or
-/// kept as they are because they are among the opened ones.
+/// Parses the output of `sync -n`. Returns the local paths of files with a newer revision in the depot: those that sync would
+/// update or delete, and those of the `opened` files that it would leave unchanged for being opened.
 cmArray<cmStringT> parsePerforceSync(cmROStringT output, const cmArray<PerforceOpenedFile>& opened,
                                      cmPathStyle style = cmNativePathStyle);
 
-/// Whether standard error says only that there is nothing to list.
+/// Whether every line of the client's standard error says that there is nothing to list.
 bool isPerforceNothingToList(cmROStringT errorOutput);

@@ -1,5 +1,7 @@
 #include "filewatcher/status/PerforceStatusThread.h"
 
+#include "common/cmStringCatHelper.h"
+#include "filewatcher/status/PerforceOutput.h"
 #include "filewatcher/status/VCRecord.h"
 
 #include <utility>
@@ -23,7 +25,7 @@ std::int32_t PerforceStatusThread::perforceStatusForPath(const cmStringT& path)
     if (client.name.isNull())
         return quotedProgram().isEmpty() ? 0 : statusPassFailed;
     const auto mark = [this](const cmStringT& file, cmROStringT token, cmStringT TXVCRECORD::*list) {
-        if (markFile(file, tool.number, token, list))
+        if (markFile(file, tool().number, token, list))
             noteChange();
     };
     const cmArray<PerforceOpenedFile> openedFiles = parsePerforceOpened(opened, client);

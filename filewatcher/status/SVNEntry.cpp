@@ -6,7 +6,8 @@
 
 namespace {
 
-/// Sets a status by the "item" of the entry; any item but the two leaves it alone.
+/// Sets a status list from an attribute "item". Returns false, and changes nothing, for items other than these two: added,
+/// deleted or conflicted files keep their status.
 bool applyItem(const cmStringT& item, cmStringT& status)
 {
     if (item == "modified")
@@ -48,7 +49,7 @@ bool applySvnEntry(const SVNEntry& entry, bool serverAnswered, TXVCRECORD& recor
     if (!entry.repositoryItem.isNull()) {
         write |= applyItem(entry.repositoryItem, record.repositoryStatus);
     } else if (serverAnswered && !record.repositoryStatus.isEmpty()) {
-        record.repositoryStatus = "";  // the server leaves out what is up to date
+        record.repositoryStatus = "";  // the client writes no "repos-status" for an entry that is up to date
         write = true;
     }
     if (!entry.revision.isNull() && !entry.commitRevision.isNull()) {

@@ -6,18 +6,19 @@
 
 #include <cstdint>
 
-/// One file or folder in the XML output of Subversion's status command.
+/// One "entry" element in the XML output of Subversion's status command: a file or folder.
 struct SVNEntry {
     cmStringT path;                 ///< in native separators
-    bool hasWorkingStatus = false;  ///< it has a "wc-status"
-    cmStringT workingItem;          ///< that one's "item"
-    cmStringT repositoryItem;       ///< the "item" of its "repos-status"; null when it has none
-    cmStringT revision;             ///< its own "revision"; null when it has none, as the next
-    cmStringT commitRevision;       ///< the "revision" of its own "commit"
+    bool hasWorkingStatus = false;  ///< whether there is a child "wc-status"
+    cmStringT workingItem;          ///< attribute "item" of "wc-status"
+    cmStringT repositoryItem;       ///< attribute "item" of the child "repos-status"; null when there is none
+    cmStringT revision;             ///< attribute "revision" of the entry itself; null when there is none
+    cmStringT commitRevision;       ///< attribute "revision" of the child "commit"; null when there is none
 };
 
+/// Reads the element `node`. For the thread that owns the document.
 SVNEntry readSvnEntry(const XMLDocument& document, std::int32_t node);
 
-/// Lets the record of the entry's file say what the entry tells. `serverAnswered`: the output tells what the repository has that
-/// is newer. Returns whether the record is to be written; one that the entry does not speak of stays as it is.
+/// Updates the status lists of a file's record from its entry. `serverAnswered` says that the output covers newer changes in the
+/// repository, so an entry without them is up to date. Returns whether the record must be written. Any thread.
 bool applySvnEntry(const SVNEntry& entry, bool serverAnswered, TXVCRECORD& record);

@@ -1,8 +1,8 @@
 #include "filewatcher/status/SVNStatusThread.h"
 
 #include "common/CommandLine.h"
-#include "common/cmDateTime.h"
 #include "common/cmPath.h"
+#include "filewatcher/bridge/XMLDocument.h"
 #include "filewatcher/status/SVNEntry.h"
 #include "filewatcher/status/VCRecord.h"
 
@@ -12,7 +12,8 @@ namespace {
 
 constexpr std::uint32_t showUpdatesPaceMs = 60000;
 
-/// A path as the client takes it. Of a path with an "@" it takes the text behind the last one for a revision.
+/// The path as a quoted argument. The client reads what follows the last "@" of a path as a revision, so a path that holds one
+/// gets an empty revision at its end.
 cmStringT pathArgument(const cmStringT& path)
 {
     cmStringT argument(cmWithoutTrailingSeparator(path));
@@ -21,7 +22,7 @@ cmStringT pathArgument(const cmStringT& path)
     return inDoubleQuotes(argument);
 }
 
-bool tellsTheSame(const TXVCRECORD& a, const TXVCRECORD& b)
+bool haveSameStatus(const TXVCRECORD& a, const TXVCRECORD& b)
 {
     return a.localStatus == b.localStatus && a.repositoryStatus == b.repositoryStatus && a.tool == b.tool;
 }
@@ -32,7 +33,7 @@ std::int32_t SVNStatusThread::processEntry(const WatchEntry& entry)
 {
     const bool asksServer = showUpdates && !entry.contextFlag;
     const std::int32_t status = runAndParse(entry);
-    // Without its server the client cuts its answer short; it can still tell what is modified here.
+    // When the server does not answer, the output breaks off. The local command needs no server.
     return status == statusPassFailed && asksServer ? runAndParse(entry) : status;
 }
 
@@ -48,7 +49,7 @@ std::int32_t SVNStatusThread::runAndParse(const WatchEntry& entry)
 
 cmROStringT SVNStatusThread::subcommand(const WatchEntry& item)
 {
-    const std::uint32_t now = cmTickCount();
+    const std::uint32_t now = m_clock();
     if (!showUpdates && (now < lastShowUpdatesTick || now - lastShowUpdatesTick >= showUpdatesPaceMs)) {
         lastShowUpdatesTick = 0;
         showUpdates = true;
@@ -57,7 +58,7 @@ cmROStringT SVNStatusThread::subcommand(const WatchEntry& item)
         return " info --non-interactive --xml ";
     if (!std::exchange(showUpdates, false))
         return " status --non-interactive --xml --verbose ";
-    lastShowUpdatesTick = now;  // however it goes: a server that fails is not asked more often
+    lastShowUpdatesTick = now;  // set before the run: a server that fails is not asked more often
     return " status --non-interactive --xml --show-updates --verbose ";
 }
 
@@ -73,13 +74,13 @@ std::int32_t SVNStatusThread::svnStatusForItem(const WatchEntry& item, cmStringT
     return runTool(command, spawnPlainCommand, "", output, errorOutput);
 }
 
-std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output, bool complained)
+std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output, bool hasErrors)
 {
-    if (output.view().find("<!DOCTYPE") != cmROStringT::npos)  // the client writes none: entities of somebody else's
+    if (output.view().find("<!DOCTYPE") != cmROStringT::npos)  // the client writes no entities of its own
         return statusPassFailed;
     XMLDocument document(output);
     const cmArray<std::int32_t> nodes = document.isLoaded() ? document.select("/status/target/entry") : cmArray<std::int32_t>();
-    if (!document.isLoaded() || (nodes.empty() && complained)) {  // a working copy has an entry for itself at least
+    if (!document.isLoaded() || (nodes.empty() && hasErrors)) {  // a working copy has at least one entry, for itself
         document.close();
         return statusPassFailed;
     }
@@ -92,15 +93,15 @@ std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output, bool compl
             break;
         }
         const SVNEntry entry = readSvnEntry(document, node);
-        if (!cmIsAbsolutePath(entry.path))  // as what was asked for: this is none of its files
+        if (!cmIsAbsolutePath(entry.path))  // the watched path is absolute, so are those of its files
             continue;
         const TXVCRECORD before = readVCRecord(entry.path);
         TXVCRECORD record = before;
         if (!applySvnEntry(entry, serverAnswered, record))
             continue;
-        record.tool = tool.number;
+        record.tool = tool().number;
         txVCSetRecord(tamarin::TMString(entry.path), record);
-        changed |= !tellsTheSame(before, record);
+        changed |= !haveSameStatus(before, record);
     }
     document.close();
     if (changed)

@@ -5,16 +5,16 @@
 
 #include <cstdint>
 
-// How status threads write results into the editor's version-control records. Status lists hold tokens separated by "|",
-// without one at either end.
+// How status threads write results into the editor's version-control records. A status list holds tokens with "|" between
+// them. Any thread may call these functions. Paths are absolute and have native separators.
 
 /// Whether a status list holds `token`.
 bool hasStatusToken(cmROStringT list, cmROStringT token);
 /// Appends `token` to a status list that lacks it; returns whether it did.
 bool addStatusToken(cmStringT& list, cmROStringT token);
-/// The editor's record of a path (absolute, native separators); its state is -1 when the editor has none. Any thread.
+/// The editor's record of a path. When the editor has none the record is empty and its state is txVCStateUnknown.
 TXVCRECORD readVCRecord(const cmStringT& path);
-/// Adds `token` to one of the status lists of the file `path` (absolute, native separators) in the name of `tool`, and writes
-/// the record. Returns whether the token is new there. Any thread.
+/// Adds `token` to one status list of the file's record, sets the record's tool number, and writes the record. Returns whether
+/// the list lacked the token.
 bool markFile(const cmStringT& path, std::int32_t tool, cmROStringT token,
               cmStringT TXVCRECORD::*list = &TXVCRECORD::localStatus);

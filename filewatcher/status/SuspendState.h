@@ -1,4 +1,0 @@
-#pragma once
-
-/// Whether the editor has suspended the status threads. For the editor's thread only.
-bool isSuspendStateSet();

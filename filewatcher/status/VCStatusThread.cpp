@@ -1,0 +1,116 @@
+#include "filewatcher/status/VCStatusThread.h"
+
+#include "common/cmPath.h"
+#include "common/cmStringCatHelper.h"
+#include "filewatcher/bridge/DebugLog.h"
+#include "filewatcher/bridge/LoggedCapture.h"
+#include "txapi/txapi.h"
+
+#include <exception>
+#include <string>
+#include <utility>
+
+std::int32_t VCStatusThread::setStatusConfig(const cmStringT& exe, std::uint32_t milliseconds, std::int32_t outputLimit)
+{
+    cmMutexLock hold(singletonLock);
+    exePath = exe;
+    intervalMs = milliseconds;
+    maxOutputSize = outputLimit;
+    setConfigured();
+    return 0;
+}
+
+std::uint32_t VCStatusThread::getIntervalMs()
+{
+    cmMutexLock hold(singletonLock);
+    return intervalMs;
+}
+
+std::int32_t VCStatusThread::getMaxOutputSize()
+{
+    cmMutexLock hold(singletonLock);
+    return maxOutputSize;
+}
+
+bool VCStatusThread::isStatusOutputTooLarge()
+{
+    cmMutexLock hold(singletonLock);
+    return statusOutputTooLarge;
+}
+
+void VCStatusThread::requestStopUnderLock()
+{
+    cmMutexLock hold(singletonLock);
+    requestStop();
+}
+
+std::int32_t VCStatusThread::run()
+{
+    if (isStopping())
+        return statusStopRequested;
+    for (;;) {
+        const bool paused = isSuspended();
+        WatchEntry entry;
+        if (!paused && takeFirstPath(entry)) {
+            process(entry);
+        } else {
+            if (!paused)
+                notifyIfChanged();
+            reapEndedChildren();
+            sleepIdle();
+        }
+        if (isStopping())
+            return statusStopRequested;
+    }
+}
+
+void VCStatusThread::process(WatchEntry& entry)
+{
+    entry.path = cmStringT(cmWithoutTrailingSeparator(entry.path));
+    const tamarin::TMString path(entry.path);
+    txVCPassBegin(path);
+    txVCPassEnd(path, processGuarded(entry));
+}
+
+std::int32_t VCStatusThread::processGuarded(const WatchEntry& entry)
+{
+    try {
+        return processEntry(entry);
+    } catch (const std::exception& failure) {  // out of memory, say: the pass has failed, the thread and the editor go on
+        debugLog("VCStatusThread::processGuarded", __LINE__, failure.what());
+        return statusPassFailed;
+    }
+}
+
+void VCStatusThread::notifyIfChanged()
+{
+    if (std::exchange(changed, false))
+        txVCStatusChanged();
+}
+
+cmStringT VCStatusThread::quotedProgram()
+{
+    cmMutexLock hold(singletonLock);
+    return exePath.isEmpty() ? cmStringT("") : cmStringT(cmCat("\"") + exePath + "\"");
+}
+
+std::int32_t VCStatusThread::runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory,
+                                     cmStringT& output, cmStringT& errorOutput)
+{
+    constexpr cmROStringT function = "VCStatusThread::runTool";
+    CaptureControl control;
+    control.stopRequested = [this] { return isStopping(); };
+    control.maxOutput = static_cast<std::uint32_t>(getMaxOutputSize());
+    control.outputTooLarge = [this] {
+        cmMutexLock hold(singletonLock);
+        statusOutputTooLarge = true;
+        requestStop();
+    };
+    output.clear();
+    const auto append = [&output](cmROStringT bytes) { output += bytes; };
+    CaptureResult result = captureLogged(function, commandLine, options, workingDirectory, control, append);
+    errorOutput = std::move(result.errorOutput);
+    const std::int32_t status = result.status == 0 && result.stopped ? statusStopRequested : result.status;
+    debugLog(function, __LINE__, cmStringT(cmCat("status=") + std::to_string(status) + " " + commandLine));
+    return status;
+}
