@@ -10,11 +10,10 @@
 
 namespace {
 
-cmMutex fileDateLock;
-FileDateData* theData CM_GUARDED_BY(fileDateLock) = nullptr;
-std::atomic<FileItemReader> reader{&cmReadFileItem};
+constexpr FileDateSource systemSource{&cmReadFileItem, &cmTickCount};
+std::atomic<const FileDateSource*> currentSource{&systemSource};
 
-/// Reads one file's date. False when its file system has none to give.
+/// Reads the date of the file `result.fileName` into the other fields; false when its file system has no file times.
 bool readFileDate(FILE_DATE_THREAD_OUTPUT_INFO& result)
 {
     tamarin::TMString path(result.fileName);
@@ -25,10 +24,11 @@ bool readFileDate(FILE_DATE_THREAD_OUTPUT_INFO& result)
     }
     if (!txFileSupportsGetFileTime(path))
         return false;
-    const std::uint32_t start = cmTickCount();
-    const CMFD_ITEM item = reader.load()(path.getCMString());
-    const std::uint32_t end = cmTickCount();
-    result.elapsedMs = end < start ? 0 : static_cast<std::int32_t>(end - start);
+    const FileDateSource& source = *currentSource.load();
+    const std::uint32_t start = source.tickCount();
+    const CMFD_ITEM item = source.readItem(path.getCMString());
+    const std::uint32_t end = source.tickCount();
+    result.elapsedMs = end < start ? 0 : static_cast<std::int32_t>(end - start);  // the count wrapped around
     if (item.state == cmItemState::found)
         result.item = item;
     result.readOnlyFlag = kind != txPathLocal || (result.item.attributes & cmAttributeReadOnly) ? 1 : 0;
@@ -60,33 +60,36 @@ private:
 
 }  // namespace
 
+cmMutex FileDateData::fileDateLock;
+FileDateData* FileDateData::theInstance = nullptr;
+
 FileDateData* FileDateData::instance()
 {
     cmMutexLock hold(fileDateLock);
-    if (!theData)
-        theData = new (std::nothrow) FileDateData;
-    return theData;
+    if (!theInstance)
+        theInstance = new (std::nothrow) FileDateData;
+    return theInstance;
 }
 
 void FileDateData::stopInstance()
 {
-    FileDateData* data = nullptr;
+    cmThread* thread = nullptr;
     {
         cmMutexLock hold(fileDateLock);
-        data = theData;
-        if (data && data->thread)
-            data->thread->requestStop();
+        thread = theInstance ? theInstance->fileDateThread.get() : nullptr;
+        if (thread)
+            thread->requestStop();
     }
-    if (data && data->thread)
-        data->thread->join();
+    if (thread)
+        thread->join();  // without the lock, which the thread takes before it ends
     cmMutexLock hold(fileDateLock);
-    delete theData;
-    theData = nullptr;
+    delete theInstance;
+    theInstance = nullptr;
 }
 
-void FileDateData::setReader(FileItemReader newReader)
+void FileDateData::setSource(const FileDateSource* source)
 {
-    reader = newReader ? newReader : &cmReadFileItem;
+    currentSource = source ? source : &systemSource;
 }
 
 void FileDateData::setSlowThreshold(std::int32_t ms)
@@ -98,12 +101,12 @@ void FileDateData::setSlowThreshold(std::int32_t ms)
 bool FileDateData::enqueue(cmArray<FILE_DATE_THREAD_INPUT_INFO> requests)
 {
     cmMutexLock hold(fileDateLock);
-    if (!thread) {
-        thread = std::make_unique<FileDateThread>(*this);
-        thread->setStopEvent(&workEvent);
+    if (!fileDateThread) {
+        fileDateThread = std::make_unique<FileDateThread>(*this);
+        fileDateThread->setStopEvent(&workEvent);
     }
-    if (!thread->isRunning())
-        thread->start();
+    if (!fileDateThread->isRunning())
+        fileDateThread->start();
     bool queued = false;
     for (FILE_DATE_THREAD_INPUT_INFO& request : requests) {
         if (slowFiles.contains(request.fileName))
@@ -123,6 +126,12 @@ void FileDateData::waitUntilDone(std::int32_t budgetMs)
     doneEvent.wait(static_cast<std::uint32_t>(std::max(budgetMs, 0)));
 }
 
+bool FileDateData::takeResult(FILE_DATE_THREAD_OUTPUT_INFO& result)
+{
+    cmMutexLock hold(fileDateLock);
+    return outputQueue.pop(result);
+}
+
 cmArray<cmStringT> FileDateData::slowFileNames()
 {
     cmMutexLock hold(fileDateLock);
@@ -134,7 +143,7 @@ cmArray<cmStringT> FileDateData::slowFileNames()
 
 bool FileDateData::takeRequest(FILE_DATE_THREAD_INPUT_INFO& request)
 {
-    // The events change while the lock is held: between the look at the queue and the reset a request could be lost.
+    // Both events change under the lock. Otherwise a request queued between `pop` and `reset` would be lost.
     cmMutexLock hold(fileDateLock);
     if (inputQueue.pop(request))
         return true;

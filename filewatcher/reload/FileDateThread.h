@@ -10,62 +10,75 @@
 #include <cstdint>
 #include <memory>
 
-/// A file whose date the editor asks for. The two numbers are the editor's own.
+/// A request for one file's date. The two numbers come from the editor and are not used.
 struct FILE_DATE_THREAD_INPUT_INFO {
     cmStringT fileName;
     std::int32_t arg1 = 0;
     std::int32_t arg2 = 0;
 };
 
-/// What the thread found out about it.
+/// The answer to a request.
 struct FILE_DATE_THREAD_OUTPUT_INFO {
     cmStringT fileName;
-    CMFD_ITEM item;  ///< empty when there is no such file or it could not be read
+    CMFD_ITEM item;  ///< empty when the file does not exist or could not be read
     std::int32_t elapsedMs = 0;
-    std::int32_t readOnlyFlag = 0;  ///< 1 for a file that is read-only or not on a local file system
+    std::int32_t readOnlyFlag = 0;  ///< 1 for a read-only file and for a path that is not a plain local one
 };
 
-/// Reads a directory entry; it may take its time.
-using FileItemReader = CMFD_ITEM (*)(cmROStringT path);
+/// Where the thread gets directory entries and the time from.
+struct FileDateSource {
+    CMFD_ITEM (*readItem)(cmROStringT path);  ///< may block for as long as the file system does
+    std::uint32_t (*tickCount)();             ///< in milliseconds; wraps around
+};
 
-/// The requests and results of reading file dates, shared by the editor's thread and the file-date thread, which is made
-/// with the first request. All but the thread's body are for the editor's thread. One instance a process, guarded by the
-/// file-date lock: the registered functions make it, stopInstance destroys it.
+/// The file-date thread with the requests and results that it shares with the editor's thread. One instance a process. The thread
+/// starts with the first request. All operations are for the editor's thread, except those marked "file-date thread".
 class FileDateData {
 public:
-    /// The instance, made when there is none; null when there is no memory for it.
+    /// Returns the instance and creates it when there is none; null when there is no memory for it.
     static FileDateData* instance();
-    /// Stops the thread, waits without limit for it, and destroys everything.
+    /// Stops the thread, waits for its end without a time limit, and destroys the instance with its queues and slow files.
     static void stopInstance();
-    /// For tests: what reads from now on; null for the file system.
-    static void setReader(FileItemReader reader);
+    /// For tests: replaces the source from now on; null restores the file system and the clock. Not owned. Any thread.
+    static void setSource(const FileDateSource* source);
 
-    /// A file whose date takes at least this long is slow.
+    /// A file whose date takes at least this long to read is slow.
     void setSlowThreshold(std::int32_t ms);
-    /// Queues all but those that are known to be slow, and starts the thread when there is none. Returns whether one was queued.
+    /// Queues the requests for files that are not known to be slow. Returns whether it queued any.
     bool enqueue(cmArray<FILE_DATE_THREAD_INPUT_INFO> requests);
-    /// Waits until the thread has nothing left to do, for at most so many milliseconds.
+    /// Blocks until the input queue is empty and the last request is answered, at most `budgetMs`; not at all when that is
+    /// negative.
     void waitUntilDone(std::int32_t budgetMs);
-    /// Takes the next result; false when there is none.
-    bool takeResult(FILE_DATE_THREAD_OUTPUT_INFO& result) { return outputQueue.pop(result); }
-    /// The files that are slow, in no order.
+    /// Moves the next result into `result`; false when there is none.
+    bool takeResult(FILE_DATE_THREAD_OUTPUT_INFO& result);
+    /// The names of all slow files, in no particular order.
     cmArray<cmStringT> slowFileNames();
 
-    /// Waits for work. Any thread, as the next two.
+    /// File-date thread. Blocks until requests are queued or a stop is requested.
     void waitForWork() { workEvent.wait(cmWaitInfinite); }
-    /// Takes the next request; when there is none, the thread is done until more comes.
+    /// File-date thread. Moves the next request into `request`. When there is none, returns false and ends the wait of the
+    /// editor's thread; waitForWork then blocks again.
     bool takeRequest(FILE_DATE_THREAD_INPUT_INFO& request);
+    /// File-date thread. Queues a result, or notes its file as slow.
     void record(FILE_DATE_THREAD_OUTPUT_INFO result);
+
+    /// For tests, any thread: whether waitForWork would return at once.
+    bool hasWork() { return workEvent.wait(0) == cmWaitSignalled; }
+    /// For tests, any thread: whether the editor's thread is inside waitUntilDone.
+    bool isEditorWaiting() { return doneEvent.waiterCount() > 0; }
 
 private:
     FileDateData() = default;
     ~FileDateData() = default;
 
+    static cmMutex fileDateLock;
+    static FileDateData* theInstance CM_GUARDED_BY(fileDateLock);
+
     cmThreadEvent workEvent{true, false};
     cmThreadEvent doneEvent{true, false};
-    cmQueue<FILE_DATE_THREAD_INPUT_INFO> inputQueue;
-    cmQueue<FILE_DATE_THREAD_OUTPUT_INFO> outputQueue;
-    cmDictionary<cmStringT, bool> slowFiles;
-    std::int32_t slowThresholdMs = 1000;
-    std::unique_ptr<cmThread> thread;
+    cmQueue<FILE_DATE_THREAD_INPUT_INFO> inputQueue CM_GUARDED_BY(fileDateLock);
+    cmQueue<FILE_DATE_THREAD_OUTPUT_INFO> outputQueue CM_GUARDED_BY(fileDateLock);
+    cmDictionary<cmStringT, bool> slowFiles CM_GUARDED_BY(fileDateLock);
+    std::int32_t slowThresholdMs CM_GUARDED_BY(fileDateLock) = 1000;
+    std::unique_ptr<cmThread> fileDateThread CM_GUARDED_BY(fileDateLock);
 };
