@@ -166,8 +166,8 @@ TXAPI void txXMLClose(std::int32_t document);
 
 // --- Files ------------------------------------------------------------------------------------------------------
 
-/// 567; any thread. Returns the kind of a path without looking at the disk: 1 for a plain local path, 8 for one that must be made
-/// absolute first, any other number for the rest.
+/// 567; any thread. Returns the kind of a path without looking at the disk: txPathLocal, txPathRelative, or another number for a
+/// path of any other kind.
 TXAPI std::int32_t txPathKind(const tamarin::TMString& path);
 /// Any thread. Sets `absolute` to the absolute form of `path`, relative to `directory`; an empty `directory` stands for the
 /// current one. With `normalise` not 0 it resolves "." and ".." by the text alone. A URL stays as it is.
