@@ -1,7 +1,6 @@
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/git/commits/ShortHash.h"
 #include "txhost/Browser.h"
-#include "txhost/BrowserPath.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
@@ -29,7 +28,7 @@ int runBranches(const HostOptions& options, const std::string& named)
     Host host(options);
     console::catchInterrupts();
     Browser browser(host, repository, {});
-    // The branches are there before the first commit.
+    // The module has all branches before it has the first commit.
     if (!browser.waitFor([&] { return browser.count() > 0; })) {
         console::printInterrupted();
         return 1;
@@ -40,7 +39,7 @@ int runBranches(const HostOptions& options, const std::string& named)
         const bool none = name.isEmpty() && hash.isEmpty();
         if (none && number > 0)
             return number > 1 || !browser.branchHash(0).isEmpty() ? 0 : reportNothingToBrowse(host, repository);
-        if (!none)  // the first is the current one, which has no name before its first commit
+        if (!none)  // branch 0, the current one, has no name before its first commit
             printBranch(number, name, hash, options.json);
     }
 }

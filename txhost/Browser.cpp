@@ -1,12 +1,14 @@
 #include "txhost/Browser.h"
 
+#include "common/cmStringCatHelper.h"
 #include "txhost/Console.h"
+#include "txhost/StatusPoll.h"
 
 namespace {
 
-constexpr std::int32_t lookEveryMs = 10;
+constexpr std::int32_t checkIntervalMs = 10;
 
-/// The function that the module offered at a slot.
+/// The function that the module has set at a callback slot.
 template <class Function>
 Function* callback(const Host& host, std::int32_t slot)
 {
@@ -31,12 +33,12 @@ Browser::~Browser()
 bool Browser::waitFor(const std::function<bool()>& done)
 {
     for (;;) {
-        const bool loading = isLoading();  // first: what came in between is seen then
+        const bool loading = isLoading();  // asked before done(), which then sees everything that was loaded
         if (console::wasInterrupted())
             return false;
         if (done() || !loading)
             return true;
-        m_host.editor().runUntil([] { return console::wasInterrupted(); }, lookEveryMs);
+        m_host.editor().runUntil([] { return console::wasInterrupted(); }, checkIntervalMs);
     }
 }
 
@@ -67,7 +69,7 @@ std::int32_t Browser::graphWidth() const
 
 cmStringT Browser::branchName(std::int32_t number)
 {
-    // Beyond the last one the module answers "Error", which may also be the name of a branch; that one has a hash.
+    // Beyond the last branch the module returns "Error". A branch may have that name too, but it has a hash.
     const cmStringT name = m_host.editor().call("_GitGetBranchName", {number}).text;
     return name == "Error" && branchHash(number).isEmpty() ? cmStringT("") : name;
 }
@@ -85,4 +87,16 @@ bool Browser::filter(const std::string& text)
     if (status != 0)
         throw HostError(failureText("filter", status).c_str());
     return !m_host.editor().tree().empty();
+}
+
+cmStringT browsedDirectory(const std::string& named)
+{
+    return watchedDirectories({named}, gitTool.name).front().path;
+}
+
+int reportNothingToBrowse(Host& host, const cmStringT& directory)
+{
+    const cmStringT error = host.lastToolError();
+    console::printError(cmStringT(cmCat(directory) + ": " + (error.isNull() ? cmStringT("no commits") : error)));
+    return error.isNull() ? 0 : 1;
 }

@@ -8,34 +8,41 @@
 #include <functional>
 #include <string>
 
-/// The editor's Git browser: one repository that the module loads, as far as it has come. Ending it ends the load.
+/// The editor's Git browser on one repository. The module loads the history in the background; the getters answer for what is
+/// loaded so far. The destructor ends the load. For the editor's thread; one at a time.
 class Browser {
 public:
-    /// Begins to load; `restriction` takes the place of "all branches" on the log's command line when it is not empty. Throws
-    /// HostError when the module cannot.
+    /// Starts the load. A non-empty `restriction` replaces "all branches" in the arguments of git log. Throws HostError when git
+    /// cannot be started or the module refuses.
     Browser(Host& host, const cmStringT& repository, const cmStringT& restriction);
     ~Browser();
     Browser(const Browser&) = delete;
     Browser& operator=(const Browser&) = delete;
 
-    /// Lets the editor run until `done` holds, the load has ended, or Ctrl-C. Returns whether it ran to one of the first two.
+    /// Runs the editor's event loop until `done` returns true, the load has ended, or Ctrl-C. Returns false only for Ctrl-C.
     bool waitFor(const std::function<bool()>& done);
     bool isLoading();
 
-    /// How many commits there are so far, the working copy among them.
+    /// How many commits are loaded; the working copy counts as one.
     std::int32_t count() const;
-    /// False when the commit of that number is not shown, or not yet.
+    /// Fills `info` with commit `number`, counted from 0. Returns false when the commit is not shown (yet).
     bool commit(std::int64_t number, GitCommitInfo& info) const;
+    /// The same for the commit's row of the graph.
     bool graphRow(std::int64_t number, GraphRow& row) const;
-    /// The most columns that the graph has so far.
+    /// The number of columns in the widest row of the graph so far.
     std::int32_t graphWidth() const;
 
-    /// Empty names and hashes beyond the last branch.
+    /// Name and hash of a branch; branch 0 is the current one. Empty beyond the last branch.
     cmStringT branchName(std::int32_t number);
     cmStringT branchHash(std::int32_t number);
-    /// Shows only the commits that match; false when there are none.
+    /// Shows only the commits that contain `text`. Returns false when there are none. Throws HostError when the module refuses.
     bool filter(const std::string& text);
 
 private:
     Host& m_host;
 };
+
+/// The absolute path of a repository's directory, as the editor would name it. Throws HostError when it does not exist.
+cmStringT browsedDirectory(const std::string& named);
+/// Prints why a repository has nothing to show. Returns the exit code: 0 for a repository without commits, 1 for a failure.
+int reportNothingToBrowse(Host& host, const cmStringT& directory);

@@ -89,10 +89,18 @@ int runCall(const HostOptions& options, const std::string& name, const std::vect
             answer["variables"].push_back(jsonOfVariable(*host.editor().value(argument.handle())));
     }
     printAnswer(answer, options.json);
-    // -1 is "runs already" to whoever adds a path, and a number of its own to the others.
+    // -1 means different things for different functions, so it is not explained.
     const cmStringT meaning = result.number && *result.number != -1 ? meaningOfStatus(*result.number) : cmStringT();
     if (meaning.isNull())
         return 0;
     console::printError(cmStringT(cmCat(name) + ": " + std::to_string(*result.number) + ", " + meaning));
     return 1;
+}
+
+int runFunctions(const HostOptions& options)
+{
+    Host host(options);
+    for (const cmStringT& prototype : host.editor().prototypes())
+        console::printLine(options.json ? jsonText({{"prototype", jsonString(prototype)}}) : prototype);
+    return 0;
 }

@@ -5,37 +5,40 @@
 #include <string>
 #include <vector>
 
-// The commands of txhost. Each returns the exit code (0 done, 1 the module reported a failure) or throws HostError.
+// The commands of txhost, named as on the command line. Each prints its results, as lines for people or with options.json as one
+// JSON object a line, and returns the exit code: 0 done, 1 the module reported a failure. Each throws HostError for a failure of
+// its own and UsageError for arguments that make no sense.
 
-/// Makes a scratch repository and uses every feature on it.
+/// tour: makes a scratch repository and uses every feature on it.
 int runTour(const HostOptions& options);
-/// The prototypes, in order of registration.
+/// functions: the registered prototypes, in the order of registration.
 int runFunctions(const HostOptions& options);
-/// Calls one function with arguments as text; those for variables by reference are JSON.
+/// call: calls one function. Arguments are given as text, those for variables by reference as JSON.
 int runCall(const HostOptions& options, const std::string& name, const std::vector<std::string>& arguments);
-/// One status pass per directory.
+/// status: one status pass per directory.
 int runStatus(const HostOptions& options, const std::vector<std::string>& directories);
-/// The dates of files, as the editor's reload check sees them.
+/// reload: the dates of files, as the editor's reload check gets them.
 int runReload(const HostOptions& options, const std::vector<std::string>& files);
-/// The revisions of a file in Git.
+/// history: the revisions of a file in Git.
 int runHistory(const HostOptions& options, const std::string& file);
-/// One commit of a Git repository.
+/// show: the commit options.revision of a Git repository.
 int runShow(const HostOptions& options, const std::string& repository);
-/// What differs in a Git working copy: from the index and the last commit, or from a revision.
+/// diff: what differs in a Git working copy from the index and the last commit, or from options.revision.
 int runDiff(const HostOptions& options, const std::string& repository);
-/// The branches of a Git repository.
+/// branches: the branches of a Git repository, the current one first.
 int runBranches(const HostOptions& options, const std::string& repository);
-/// Which rows of the Git browser are shown.
+/// Which rows of the Git browser runLog prints.
 struct LogOptions {
-    int rows = -1;            ///< at most; below 0: all
-    std::string restriction;  ///< what git log is asked for, instead of all branches
-    std::string filter;       ///< only commits in which this occurs
+    int rows = -1;            ///< maximal number of rows; negative: all
+    std::string restriction;  ///< arguments of git log that replace "all branches"; empty: all branches
+    std::string filter;       ///< only commits that contain this text; empty: all
 };
-/// The tree of the Git browser with its graph.
+/// log: the tree of the Git browser with its graph.
 int runLog(const HostOptions& options, const std::string& repository, const LogOptions& wanted);
-/// Status passes over the directories and the dates of the files at the update interval, until Ctrl-C.
+/// watch: status changes of directories and date changes of files, checked every options.intervalSeconds until Ctrl-C.
 int runWatch(const HostOptions& options, const std::vector<std::string>& names);
-/// The committed revision of a file, by `command` or, when that is empty, by its tool's own.
+/// livediff: fetches the committed revision of a file into the cache, with `command` or, when that is empty, with the command of
+/// the file's own tool.
 int runLiveDiff(const HostOptions& options, const std::string& file, const std::string& command, bool background);
-/// Hands files to the system's list of recent documents.
+/// recent: adds files to the system's list of recent documents.
 int runRecent(const HostOptions& options, const std::vector<std::string>& files);

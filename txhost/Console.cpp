@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Takes one character off the front of UTF-8 text, or one byte that begins none; how many places it takes.
+/// Removes one character from the front of UTF-8 text, or one byte that starts no character. Returns its width in columns.
 std::size_t takeCharacter(cmROStringT& text, cmROStringT& character)
 {
     const auto byteAt = [&text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
@@ -42,24 +42,24 @@ bool userWantsColours()
 
 }  // namespace
 
-std::size_t console::placesOf(cmROStringT text)
+std::size_t console::widthOf(cmROStringT text)
 {
-    std::size_t places = 0;
+    std::size_t columns = 0;
     cmROStringT character;
     while (!text.empty())
-        places += takeCharacter(text, character);
-    return places;
+        columns += takeCharacter(text, character);
+    return columns;
 }
 
-cmStringT console::shortened(cmROStringT text, std::size_t places)
+cmStringT console::shortened(cmROStringT text, std::size_t columns)
 {
-    if (placesOf(text) <= places)
+    if (widthOf(text) <= columns)
         return text;
     cmStringT kept("");
     cmROStringT character;
-    for (std::size_t used = takeCharacter(text, character); used < places; used += takeCharacter(text, character))
+    for (std::size_t used = takeCharacter(text, character); used < columns; used += takeCharacter(text, character))
         kept += character;
-    kept += places == 0 ? "" : "\u2026";
+    kept += columns == 0 ? "" : "\u2026";
     return kept;
 }
 
@@ -125,6 +125,7 @@ cmStringT console::timeOfDay()
 {
     const std::time_t now = std::time(nullptr);
     std::array<char, 16> text{};
-    std::strftime(text.data(), text.size(), "%H:%M:%S", std::localtime(&now));  // one thread asks
+    std::strftime(text.data(), text.size(), "%H:%M:%S",
+                  std::localtime(&now));  // localtime is not thread-safe; only the main thread calls this
     return text.data();
 }

@@ -6,40 +6,44 @@
 #include <string>
 #include <vector>
 
-/// What txhost wants of the terminal and of Ctrl-C.
+/// Standard streams, terminal and Ctrl-C. For the main thread.
 namespace console {
 
-/// Prepares the standard streams for bytes and UTF-8; the words of the command line, in UTF-8. Called first.
+/// Prepares the standard streams for bytes and UTF-8. Call it first. Returns the arguments of the command line in UTF-8.
 std::vector<std::string> start(int argc, char** argv);
-/// From now on Ctrl-C (and a request to end, and that nobody reads the output any more) is only remembered.
+/// From now on the first interrupt is only recorded for wasInterrupted: Ctrl-C, a request to end, or a standard output that
+/// nobody reads any more. A second Ctrl-C ends the program.
 void catchInterrupts();
 bool wasInterrupted();
-/// Whether it was the reader of standard output that ended the work.
+/// Whether the interrupt came from a standard output that nobody reads any more.
 bool isReaderGone();
-/// One line on standard error that says so; none when it was the reader of standard output that went away.
+/// Prints "interrupted" on standard error, unless isReaderGone().
 void printInterrupted();
-/// Whether standard output is a terminal, and standard error.
+/// Whether standard output is a terminal.
 bool isTerminal();
+/// Whether standard error is a terminal.
 bool isErrorTerminal();
-/// One line on standard output, out at once: whoever reads a pipe sees it as it happens.
+/// Writes one line to standard output and flushes it, so that the reader of a pipe sees it at once.
 void printLine(cmROStringT line);
-/// Whether all lines so far could be written; tells the user when not.
+/// Whether all lines so far were written. Prints an error when not.
 bool isOutputComplete();
-/// One line on standard error, behind the name of the program.
+/// Writes one line to standard error, after the name of the program.
 void printError(cmROStringT line);
-/// `text` with its control characters escaped, so that a name stays on its line.
+/// `text` with control characters escaped, so that a name cannot break its line or control the terminal.
 cmStringT printable(cmROStringT text);
-/// `text` in a colour of the terminal (an SGR number); as it is where there is no terminal, or the user wants none.
+/// `text` in a colour (an SGR number). Unchanged when standard output is no terminal, or the user does not want colours
+/// (NO_COLOR, TERM=dumb).
 cmStringT coloured(int colour, cmROStringT text);
-/// How many places a line of the terminal has; 0 when standard output is none.
+/// The width of the terminal in columns; 0 when standard output is no terminal.
 std::size_t width();
-/// How many places the text takes on a terminal.
-std::size_t placesOf(cmROStringT text);
-/// As much of the text as takes at most `places`; what was cut shows.
-cmStringT shortened(cmROStringT text, std::size_t places);
-/// Shows how far long work has come, in place of what it showed last, where standard error is a terminal. Empty: takes it away.
+/// The width of UTF-8 text in terminal columns.
+std::size_t widthOf(cmROStringT text);
+/// The text cut to at most `columns` columns; an ellipsis at the end shows that it was cut.
+cmStringT shortened(cmROStringT text, std::size_t columns);
+/// Shows the progress of long work on standard error, in place of the previous progress; an empty text removes it. Does nothing
+/// when standard error is no terminal.
 void showProgress(cmROStringT text);
-/// The time of day, "HH:MM:SS".
+/// The local time of day, "HH:MM:SS".
 cmStringT timeOfDay();
 
 inline constexpr int red = 31;

@@ -9,7 +9,7 @@ namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
 
-void remember(int signal)
+void recordInterrupt(int signal)
 {
     interrupted = signal;
 }
@@ -27,10 +27,10 @@ void console::catchInterrupts()
         struct sigaction before {};
         sigaction(signal, nullptr, &before);
         if (before.sa_handler == SIG_IGN)
-            continue;  // whoever started us wants it so
+            continue;  // our parent process wants it ignored
         struct sigaction action {};
-        action.sa_handler = &remember;
-        action.sa_flags = signal == SIGPIPE ? 0 : static_cast<int>(SA_RESETHAND);  // the second one ends whatever hangs
+        action.sa_handler = &recordInterrupt;
+        action.sa_flags = signal == SIGPIPE ? 0 : static_cast<int>(SA_RESETHAND);  // a second one ends the program
         sigaction(signal, &action, nullptr);
     }
 }

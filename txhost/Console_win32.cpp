@@ -15,16 +15,16 @@ namespace {
 
 std::atomic<bool> interrupted{false};
 
-BOOL WINAPI remember(DWORD event)
+BOOL WINAPI recordInterrupt(DWORD event)
 {
     if (interrupted.exchange(true))
-        return FALSE;  // the second one ends whatever hangs
+        return FALSE;  // a second one ends the program
     if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
-        Sleep(INFINITE);  // the system ends the program when this returns; the main thread is to end it first
+        Sleep(INFINITE);  // the system ends the program when this returns, so the main thread is given time to end it
     return TRUE;
 }
 
-/// Makes the console take UTF-8 and colours, and leaves it as it was.
+/// Switches the console to UTF-8 and colours; the destructor restores its modes.
 class ConsoleModes {
 public:
     ConsoleModes() : m_output(GetStdHandle(STD_OUTPUT_HANDLE)), m_codePage(GetConsoleOutputCP())
@@ -62,9 +62,9 @@ std::vector<std::string> console::start(int, char**)
 {
     for (std::FILE* stream : {stdout, stderr})
         _setmode(_fileno(stream), _O_BINARY);
-    static const ConsoleModes modes;  // until the program ends
+    static const ConsoleModes modes;  // restored when the program ends
 
-    // The words that main is given are in the code page of the system.
+    // The arguments of main are in the system's code page and may have lost characters.
     std::vector<std::string> words;
     int count = 0;
     wchar_t** wide = CommandLineToArgvW(GetCommandLineW(), &count);
@@ -76,7 +76,7 @@ std::vector<std::string> console::start(int, char**)
 
 void console::catchInterrupts()
 {
-    SetConsoleCtrlHandler(&remember, TRUE);
+    SetConsoleCtrlHandler(&recordInterrupt, TRUE);
 }
 
 bool console::wasInterrupted()

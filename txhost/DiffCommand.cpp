@@ -1,5 +1,5 @@
 #include "common/cmStringCatHelper.h"
-#include "txhost/BrowserPath.h"
+#include "txhost/Browser.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
@@ -9,11 +9,11 @@
 
 namespace {
 
-constexpr std::int32_t statusGitFailed = -1;  // also that of a revision from which nothing differs
+constexpr std::int32_t statusGitFailed = -1;  // also returned when nothing differs from the revision
 
 constexpr const char* noComparison = "there is no work tree, or git cannot compare it (--debug tells why)";
 
-/// A list that the module left empty is no array to the editor.
+/// Turns every empty list into an array: the module writes no elements into an empty list, so its variable is no array.
 void makeListsArrays(Json& table)
 {
     for (Json& entry : table) {
@@ -70,10 +70,10 @@ int runDiff(const HostOptions& options, const std::string& repository)
     const TXHVAR variable = txHvarAlloc();
     const std::int32_t status = host.call(
         "_GitGetDiffInfo", {path, host.programPath(gitTool), CallArgument::variable(variable), cmStringT(options.revision)});
-    const cmStringT complaint = host.toolComplaint();
-    const bool equal = status == statusGitFailed && complaint.isNull();
+    const cmStringT toolError = host.lastToolError();
+    const bool equal = status == statusGitFailed && toolError.isNull();
     if (status != 0 && !equal) {
-        printFailure(path, {gitTool.name, status, complaint}, options.json);
+        printFailure(path, {gitTool.name, status, toolError}, options.json);
         return 1;
     }
     Json table = equal ? Json::object() : jsonOfVariable(*host.editor().value(variable));

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Variables of the editor's for one call; they go with the object.
+/// A variable of the editor; it is freed with the object.
 class CallVariable {
 public:
     CallVariable() : m_handle(txHvarAlloc()) {}
@@ -26,7 +26,7 @@ private:
     TXHVAR m_handle;
 };
 
-/// A hash table that a function has filled.
+/// The content of a hash table that a function has filled.
 Json filledTable(Host& host, const CallVariable& table)
 {
     const Json filled = jsonOfVariable(*host.editor().value(table.handle()));

@@ -7,14 +7,14 @@
 
 namespace {
 
-/// In which directions a line leaves a cell.
+/// The directions in which lines leave a cell.
 enum Direction : unsigned { up = 1, down = 2, left = 4, right = 8 };
 
 constexpr std::array<int, 6> laneColours{36, 33, 35, 32, 34, 31};
 
 struct Cell {
     unsigned lines = 0;
-    std::size_t lane = 0;  ///< whose colour it has
+    std::size_t lane = 0;  ///< the lane that determines its colour
 };
 
 cmROStringT boxCharacter(unsigned lines)
@@ -24,7 +24,7 @@ cmROStringT boxCharacter(unsigned lines)
     return characters[lines];
 }
 
-/// The cells of one row: those of the columns, with one between each two.
+/// The cells of one row: two for each column, of which the second holds what is drawn between the columns.
 class GraphCells {
 public:
     explicit GraphCells(std::size_t columns) : m_cells(2 * columns) {}
@@ -37,7 +37,7 @@ public:
             add(2 * lane, lines, lane);
             return;
         }
-        // One end is the commit's column, where the commit itself is drawn.
+        // One end is the commit's column, in which the commit's own mark is drawn instead of a line.
         const std::size_t first = 2 * std::min(lane, column);
         const std::size_t last = 2 * std::max(lane, column);
         for (std::size_t place = first + 1; place < last; ++place)

@@ -5,6 +5,6 @@
 
 #include <cstddef>
 
-/// A row of the graph in box characters, two places a column, a colour per column where the terminal has colours. Columns from
-/// `columns` on are not drawn; a mark tells of them. Padded to 2 * columns places.
+/// Draws a row of the graph in box characters, two characters for each column and padded to 2 * `columns`. Only the first
+/// `columns` columns are drawn; an ellipsis shows that there are more. Each column has a colour when the terminal has colours.
 cmStringT graphText(const GraphRow& row, std::size_t columns);

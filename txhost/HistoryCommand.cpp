@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr const char* missing = "(null)";  // how the module writes what there is not
+constexpr const char* missing = "(null)";  // what the module writes into a field without a value
 
 std::string field(const Json& entry, const char* name)
 {
@@ -31,11 +31,11 @@ Json filesOf(const Json& entry)
 
 std::string padded(std::string text, std::size_t width)
 {
-    const std::size_t length = console::placesOf(text);
+    const std::size_t length = console::widthOf(text);
     return text.append(std::max(width, length) - length, ' ');
 }
 
-/// The entries of the tree below its root, in order.
+/// The children of the tree's root in order: the revisions.
 cmArray<Json> childrenOf(const Json& tree)
 {
     cmArray<Json> children;
@@ -83,7 +83,7 @@ int runHistory(const HostOptions& options, const std::string& file)
                                                                  cmStringT(options.revision), options.newest ? 1 : 0,
                                                                  options.follow ? 1 : 0, options.working ? 1 : 0});
     if (status != 0) {
-        printFailure(path, {gitTool.name, status, host.toolComplaint()}, options.json);
+        printFailure(path, {gitTool.name, status, host.lastToolError()}, options.json);
         return 1;
     }
     const cmArray<Json> entries = childrenOf(jsonOfVariable(*host.editor().value(tree)));
@@ -91,7 +91,7 @@ int runHistory(const HostOptions& options, const std::string& file)
         console::printError(cmStringT(cmCat(path) + ": no revision"));
     std::size_t authorWidth = 0;
     for (const Json& entry : entries)
-        authorWidth = std::max(authorWidth, console::placesOf(field(entry, "author")));
+        authorWidth = std::max(authorWidth, console::widthOf(field(entry, "author")));
     for (const Json& entry : entries) {
         if (options.json)
             printJson(entry);

@@ -12,15 +12,15 @@
 
 namespace {
 
-/// The program as the user named it, or empty.
+/// The program's name or path from the command line; empty when none was given.
 std::string namedProgram(const HostOptions& options, const Tool& tool)
 {
     const auto named = options.programs.find(tool.number);
     return named == options.programs.end() ? std::string() : named->second;
 }
 
-/// The tool as an absolute path: a name is looked for in PATH, a path may be relative to the current directory. Null when
-/// there is no such program.
+/// The absolute path of the tool's program: a name is searched in PATH, a path may be relative to the current directory. Null
+/// when there is no such program.
 cmStringT toolPath(const HostOptions& options, const Tool& tool)
 {
     const std::string named = namedProgram(options, tool);
@@ -31,7 +31,7 @@ cmStringT toolPath(const HostOptions& options, const Tool& tool)
     return findHostProgram(path.has_parent_path() ? cmPathText(std::filesystem::absolute(path, error)) : cmStringT(named));
 }
 
-/// The user's own folder for what can be made again; null when there is none.
+/// This program's folder below the user's cache folder; null when the user has none.
 cmStringT privateDirectory()
 {
     struct Place {
@@ -60,7 +60,7 @@ Host::Host(const HostOptions& options) : m_options(options)
     }
     m_editor.setSetting(txVCMaxOutputSetting, options.maxStatusOutput);
     m_editor.setDebugSink([this](cmROStringT line) {
-        noteComplaint(line);
+        recordToolError(line);
         if (m_options.debug)
             std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
     });
@@ -96,28 +96,28 @@ void Host::requireTool(const Tool& tool) const
                                   : "no program that can be started: " + named);
 }
 
-void Host::noteComplaint(cmROStringT debugLine)
+void Host::recordToolError(cmROStringT debugLine)
 {
-    constexpr cmROStringT placeEnd = "): ";  // behind the function and the line that log
+    constexpr cmROStringT placeEnd = "): ";  // ends the function name and line number at the start of a line
     const std::size_t place = debugLine.find(placeEnd);
     if (place == cmROStringT::npos)
         return;
     const bool isQuery = debugLine.starts_with("runGitQuery(");
     debugLine.remove_prefix(place + placeEnd.size());
     const cmROStringT message = cmTakeUntil(debugLine, '\n');
-    cmMutexLock hold(m_complaintLock);
+    cmMutexLock hold(m_toolErrorLock);
     if (isQuery && message.starts_with("status=0 "))
-        m_complaint = {};  // the query found another way
+        m_lastToolError = {};  // a later command of the query succeeded
     const bool isError = message.starts_with("fatal:") || message.starts_with("error:");
     if (!isError || message.find("does not have any commits yet") != cmROStringT::npos)
         return;
-    m_complaint = message;
+    m_lastToolError = message;
 }
 
-cmStringT Host::toolComplaint()
+cmStringT Host::lastToolError()
 {
-    cmMutexLock hold(m_complaintLock);
-    return m_complaint;
+    cmMutexLock hold(m_toolErrorLock);
+    return m_lastToolError;
 }
 
 std::int32_t Host::call(cmROStringT name, const cmArray<CallArgument>& arguments)

@@ -4,7 +4,7 @@
 #include "common/cmMutex.h"
 #include "common/cmString.h"
 #include "editor/Editor.h"
-#include "txhost/SharedLibrary.h"
+#include "txhost/HostSystem.h"
 #include "txhost/WorkingCopy.h"
 
 #include <cstdint>
@@ -12,37 +12,37 @@
 #include <stdexcept>
 #include <string>
 
-/// What the command line says for every command.
+/// The options of the command line.
 struct HostOptions {
     bool json = false;
     bool debug = false;
-    std::map<std::int32_t, std::string> programs;  ///< by tool number, as the user named them; empty: looked for in PATH
-    std::string cache;     ///< where this editor keeps private data; empty: in the user's folder for what can be made again
-    std::string tool;      ///< the tool that every directory belongs to; empty: found out
-    bool updates = false;  ///< show what is newer in the repository
-    int intervalSeconds = 2;
-    std::string revision;                    ///< where a history begins, or what is compared; empty: the newest, the working copy
-    bool newest = false;                     ///< of a history the newest revision alone
-    bool follow = false;                     ///< beyond renames
-    bool working = false;                    ///< with an entry for the working file
-    int budgetMs = 1000;                     ///< how long a reload check may take
-    int maxStatusOutput = 64 * 1024 * 1024;  ///< bytes that one run of a tool may write
+    std::map<std::int32_t, std::string> programs;  ///< name or path by tool number; empty: searched in PATH
+    std::string cache;                             ///< folder for private data; empty: below the user's cache folder
+    std::string tool;                              ///< name of the tool of every directory; empty: detected by directory
+    bool updates = false;                          ///< status: report also what is newer in the repository
+    int intervalSeconds = 2;                       ///< watch: time between two checks
+    std::string revision;                          ///< history: the first revision; show: the commit; diff: what is compared
+    bool newest = false;                           ///< history: only the newest revision
+    bool follow = false;                           ///< history: continue beyond renames
+    bool working = false;                          ///< history: begin with an entry for the working file
+    int budgetMs = 1000;                           ///< reload: how long a check may take
+    int maxStatusOutput = 64 * 1024 * 1024;        ///< how many bytes one run of a tool may write
 };
 
-/// A failure to tell the user of; the program then ends with exit code 1.
+/// A failure whose text is shown to the user; the program ends with exit code 1.
 class HostError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Wrong usage that the command line alone could not show; exit code 2.
+/// Wrong usage that the parser of the command line cannot detect; the program ends with exit code 2.
 class UsageError : public HostError {
 public:
     using HostError::HostError;
 };
 
-/// A headless Tamarin: an editor with its settings and macros that has loaded the module. Ending it stops the module's
-/// threads and unloads it, as the editor does. For the thread that makes it.
+/// A headless Tamarin: an editor with settings and macros that has loaded the module. As the editor does, the destructor stops
+/// the module's threads and unloads it. For the thread that creates it, which is the editor's thread.
 class Host {
 public:
     /// Throws HostError when the module cannot be loaded.
@@ -55,34 +55,36 @@ public:
     const Editor& editor() const { return m_editor; }
     const HostOptions& options() const { return m_options; }
 
-    /// Where this editor keeps private data; null when there is no place of the user's own for them.
+    /// The folder for private data; null when the user has no cache folder.
     const cmStringT& directory() const { return m_directory; }
 
-    /// Throws HostError when the tool's program cannot be started.
+    /// Throws HostError when there is no program for the tool.
     void requireTool(const Tool& tool) const;
-    /// Absolute; null when there is none.
+    /// The absolute path of the tool's program; null when there is none.
     const cmStringT& programPath(const Tool& tool) const { return m_programs.at(tool.number); }
 
-    /// The last error that a tool of version control reported, its first line; null when there was none. A branch without
-    /// commits is no error.
-    cmStringT toolComplaint();
+    /// The first line of the last error message that a version-control tool wrote; null when there was none. That a branch has no
+    /// commits yet is no error.
+    cmStringT lastToolError();
 
-    /// Calls a registered function; its number, or 0 when it has none. Throws HostError when there is none of that name.
+    /// Calls a registered function. Returns its integer result, or 0 when it has none. Throws HostError when there is no function
+    /// of that name or the arguments do not suit it.
     std::int32_t call(cmROStringT name, const cmArray<CallArgument>& arguments);
 
 private:
-    void noteComplaint(cmROStringT debugLine);
+    /// Called with each line of the debug log, on the thread that logs.
+    void recordToolError(cmROStringT debugLine);
 
     HostOptions m_options;
-    cmDictionary<std::int32_t, cmStringT> m_programs;  ///< of each tool by its number, absolute; null when not found
+    cmDictionary<std::int32_t, cmStringT> m_programs;  ///< absolute path by tool number; null when not found
     cmStringT m_directory;
-    cmMutex m_complaintLock;
-    cmStringT m_complaint CM_GUARDED_BY(m_complaintLock);
+    cmMutex m_toolErrorLock;
+    cmStringT m_lastToolError CM_GUARDED_BY(m_toolErrorLock);
     Editor m_editor;
     SharedLibrary m_module;
 };
 
-/// What a failure status of the module's means, for people; null for a number that is none.
+/// An explanation of a status code of the module for the user; null for a number that is no status code.
 cmStringT meaningOfStatus(std::int32_t status);
-/// "WHAT: STATUS, MEANING".
+/// The text "WHAT: STATUS, MEANING".
 cmStringT failureText(cmROStringT what, std::int32_t status);

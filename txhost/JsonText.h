@@ -5,14 +5,15 @@
 
 #include <nlohmann/json.hpp>
 
-/// JSON for people and pipes: keys keep the order in which they were set.
+/// A JSON value whose objects keep their keys in the order of insertion.
 using Json = nlohmann::ordered_json;
 
-/// `value` on one line; bytes that are no UTF-8 are replaced.
+/// `value` as JSON text on one line. Bytes that are no UTF-8 are replaced.
 cmStringT jsonText(const Json& value);
-/// Text as a JSON string.
+/// `text` as a JSON string.
 Json jsonString(cmROStringT text);
-/// What an editor variable holds.
+/// The value of an editor variable; null for an empty one.
 Json jsonOfVariable(const VariableValue& value);
-/// Fills an editor variable: numbers, texts, arrays and hash tables. For the editor's thread.
+/// Stores a JSON value in an editor variable: objects become hash tables, booleans integers, fractions strings; null changes
+/// nothing. For the editor's thread.
 void fillVariable(TXHVAR variable, const Json& value);

@@ -1,9 +1,60 @@
-#include "common/cmFile.h"
+#include "txhost/LiveDiffCommand.h"
+
+#include "common/CommandLine.h"
+#include "common/cmStringCatHelper.h"
+#include "common/cmSystemPath.h"
+#include "txapi/txapi.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
 #include "txhost/FileDates.h"
 #include "txhost/JsonText.h"
-#include "txhost/LiveDiffFetch.h"
+
+#include <filesystem>
+
+namespace {
+
+/// The command that writes the revision of `file` from which the working copy was made.
+cmStringT committedRevisionCommand(const Host& host, const Tool& tool, const std::filesystem::path& file)
+{
+    const cmStringT program = cmCat("\"") + host.programPath(tool) + "\" ";
+    const cmStringT name = cmPathText(file.filename());
+    if (tool.number == svnTool.number)  // svn takes the text after the last @ for a revision
+        return cmCat(program) + "cat --non-interactive -r BASE -- " + quoteArgument(cmStringT(cmCat(name) + "@"));
+    if (tool.number == p4Tool.number)
+        return cmCat(program) + "print -q " + quoteArgument(cmStringT(cmCat(name) + "#have"));
+    return cmCat(program) + "--no-pager show --no-textconv " + quoteArgument(cmStringT(cmCat("HEAD:./") + name));
+}
+
+}  // namespace
+
+LiveDiffFile fetchLiveDiff(Host& host, const cmStringT& file, bool immediate, const std::string& command)
+{
+    const std::filesystem::path path = cmSystemPath(file);
+    const cmStringT directory = cmPathText(path.parent_path());
+    cmStringT commandLine(command);
+    if (command.empty()) {
+        const Tool& tool = findTool(directory);
+        host.requireTool(tool);
+        commandLine = committedRevisionCommand(host, tool, path);
+    }
+    const TXHVAR cache = txHvarAlloc();
+    const std::int32_t started = host.call(immediate ? "_SVCLiveDiffGetVCFileImmediate" : "_SVCLiveDiffGetVCFile",
+                                           {"", commandLine, file, CallArgument::variable(cache), directory});
+    LiveDiffFile fetched;
+    txHvarGetString(cache, fetched.cacheFile);
+    txHvarFree(cache);
+    if (started != 0) {
+        fetched.status = started;
+        return fetched;
+    }
+    host.editor().runUntil(
+        [&] {
+            fetched.status = host.call("_SVCLiveDiffHaveVCFile", {fetched.cacheFile});
+            return fetched.status != 0 || console::wasInterrupted();
+        },
+        -1);
+    return fetched;
+}
 
 int runLiveDiff(const HostOptions& options, const std::string& named, const std::string& command, bool background)
 {

@@ -1,7 +1,6 @@
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/git/commits/ShortHash.h"
 #include "txhost/Browser.h"
-#include "txhost/BrowserPath.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
 #include "txhost/GraphText.h"
@@ -11,9 +10,9 @@
 
 namespace {
 
-constexpr std::size_t mostColumns = 40;  ///< of the graph, where no terminal says how many there is room for
+constexpr std::size_t maxGraphColumns = 40;  // when standard output is no terminal, whose width would limit them
 
-/// Writes the rows of the browser one after the other.
+/// Prints the rows of the browser.
 class RowPrinter {
 public:
     RowPrinter(Browser& browser, bool json) : m_browser(browser), m_json(json) {}
@@ -74,9 +73,9 @@ private:
             const std::size_t taken = 2 * columns + shortHashLength + 1;
             const std::size_t left = width > taken ? width - taken : 0;
             names = console::shortened(names, left / 2);
-            const std::size_t forSubject = left - console::placesOf(names);
-            const std::size_t forAbout = console::placesOf(about);
-            // The subject comes first; the author shows where there is room for both.
+            const std::size_t forSubject = left - console::widthOf(names);
+            const std::size_t forAbout = console::widthOf(about);
+            // The subject matters more: author and date are shown only when it keeps 20 columns beside them.
             const bool both = forSubject >= forAbout + 20;
             subject = console::shortened(subject, both ? forSubject - forAbout : forSubject);
             console::printLine(line(row, columns, hash, names, subject, both ? about : cmStringT("")));
@@ -91,7 +90,7 @@ private:
         for (const GraphEdge& edge : row.edges)
             columns = std::max({columns, edge.from + std::size_t{1}, edge.to + std::size_t{1}});
         const std::size_t width = console::width();
-        return std::min(columns, width == 0 ? mostColumns : std::max<std::size_t>(4, width / 6));
+        return std::min(columns, width == 0 ? maxGraphColumns : std::max<std::size_t>(4, width / 6));
     }
 
     static cmStringT line(const GraphRow& row, std::size_t columns, const cmStringT& hash, const cmStringT& names,
@@ -105,7 +104,7 @@ private:
     bool m_json;
 };
 
-/// How much of a long load is there, on its way.
+/// Shows how many commits of a long load have arrived.
 void showProgress(std::int32_t commits)
 {
     console::showProgress(cmStringT(cmROStringT(std::to_string(commits) + " commits")));
@@ -129,7 +128,7 @@ int runLog(const HostOptions& options, const std::string& named, const LogOption
         for (; number < count && !isEnough() && !console::wasInterrupted(); ++number) {
             const bool shown = browser.commit(number, info) && browser.graphRow(number, row);
             if (!shown && wanted.filter.empty())
-                break;  // it has no row yet
+                break;  // the commit has no row yet
             if (!shown)
                 continue;
             printer.print(info, row);

@@ -36,7 +36,7 @@ int runReload(const HostOptions& options, const std::vector<std::string>& named)
     for (const auto& [path, date] : dates.known)
         printFile(path, date, options.json);
     for (const cmStringT& path : paths) {
-        if (!dates.known.contains(path))  // found to be slow, or no answer came in time
+        if (!dates.known.contains(path))  // the file is slow, or there was no answer within the budget
             printSlow(path, options.json);
     }
     return 0;

@@ -7,21 +7,23 @@
 #include <filesystem>
 #include <string>
 
-/// A Git repository with a few commits in a temporary folder; it goes with the object.
+/// A Git repository with one commit in a temporary folder. The destructor removes the folder.
 class ScratchRepository {
 public:
-    static constexpr char committedText[] = "first line\n";  ///< of every file
+    static constexpr char committedText[] = "first line\n";  ///< content of every file in the commit
     static constexpr std::int64_t committedSize = sizeof committedText - 1;
 
-    /// `git` is the program's path. Throws HostError when the repository cannot be made.
+    /// `git` is the path of the program. Throws HostError when the repository cannot be created.
     explicit ScratchRepository(const cmStringT& git);
     ~ScratchRepository();
     ScratchRepository(const ScratchRepository&) = delete;
     ScratchRepository& operator=(const ScratchRepository&) = delete;
 
-    /// The repository's folder, and one beside it that belongs to no repository.
+    /// The top folder of the repository.
     cmStringT path() const { return cmPathText(m_folder / "repository"); }
+    /// A folder beside it that belongs to no repository.
     cmStringT outsidePath() const { return cmPathText(m_folder / "outside"); }
+    /// Writes a file of the repository; `name` may contain folders. Throws HostError when it cannot be written.
     void writeFile(const std::string& name, const std::string& text);
 
 private:

@@ -2,7 +2,6 @@
 #include "common/CommandRunner.h"
 #include "common/cmStringCatHelper.h"
 #include "txhost/Browser.h"
-#include "txhost/BrowserPath.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
@@ -15,8 +14,8 @@ namespace {
 constexpr const char* texts[] = {"hash", "parentHash", "authorName", "authorEmail", "committerDate", "comment"};
 constexpr const char* lists[] = {"otherParents", "longComment", "modifiedFiles", "stagedFiles"};
 
-/// The whole hash of the commit that `revision` names. Throws HostError when there is none.
-cmStringT wholeHash(const Host& host, cmROStringT repository, cmROStringT revision)
+/// The full hash of the commit that `revision` names. Throws HostError when there is none.
+cmStringT fullHash(const Host& host, cmROStringT repository, cmROStringT revision)
 {
     const cmStringT commit = cmCat(revision) + "^{commit}";
     cmStringT output("");
@@ -33,7 +32,7 @@ cmStringT wholeHash(const Host& host, cmROStringT repository, cmROStringT revisi
     throw HostError(error.empty() ? "no such commit: " + std::string(revision) : std::string(cmTakeUntil(error, '\n')));
 }
 
-/// A list of the table; one that the module left empty is no array to the editor.
+/// A list of the table. The module writes no elements into an empty list, so its variable is no array; the result is.
 const Json& listOf(const Json& table, const char* key)
 {
     static const Json none = Json::array();
@@ -70,19 +69,19 @@ int runShow(const HostOptions& options, const std::string& repository)
     const cmStringT path = browsedDirectory(repository);
     Host host(options);
     host.requireTool(gitTool);
-    const cmStringT hash = wholeHash(host, path, options.revision);
+    const cmStringT hash = fullHash(host, path, options.revision);
     const TXHVAR variable = txHvarAlloc();
     for (const char* key : texts)
         txHvarSetString(txHvarHashElement(variable, key, txCreateMissing), "");
     for (const char* key : lists)
         txHvarHashElement(variable, key, txCreateMissing);
-    // That one commit is all that the browser has to know.
+    // _GitGetCommitInfo needs the commit in the browser's model, so that one commit is loaded.
     Browser browser(host, path, cmStringT(cmCat("--max-count=1 ") + quoteArgument(hash)));
     browser.waitFor([] { return false; });
     const std::int32_t status =
         host.call("_GitGetCommitInfo", {host.programPath(gitTool), path, hash, CallArgument::variable(variable)});
     if (status != 0) {
-        printFailure(path, {gitTool.name, status, host.toolComplaint()}, options.json);
+        printFailure(path, {gitTool.name, status, host.lastToolError()}, options.json);
         return 1;
     }
     Json table = jsonOfVariable(*host.editor().value(variable));

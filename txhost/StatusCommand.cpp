@@ -17,16 +17,6 @@ Json jsonList(const cmArray<cmStringT>& words)
     return list;
 }
 
-cmStringT joined(const cmArray<cmStringT>& words)
-{
-    cmStringT text("");
-    for (const cmStringT& word : words) {
-        text += text.isEmpty() ? "" : ",";
-        text += word;
-    }
-    return text;
-}
-
 void printOutside(const cmStringT& path, bool json)
 {
     if (json)
@@ -45,12 +35,13 @@ void printFile(const cmStringT& path, const FileStatus& status, bool json)
         console::printLine(jsonText(record));
         return;
     }
-    cmArray<cmStringT> words = status.local;
+    std::string words;
+    for (const cmStringT& token : status.local)
+        words += (words.empty() ? "" : ",") + std::string(token);
     if (!status.repository.empty())
-        words.push_back("outdated");
-    std::string word(joined(words));
-    word.resize(std::max<std::size_t>(word.size() + 1, 14), ' ');
-    console::printLine(cmStringT(cmCat(console::coloured(console::yellow, word)) + console::printable(path)));
+        words += words.empty() ? "outdated" : ",outdated";
+    words.resize(std::max<std::size_t>(words.size() + 1, 14), ' ');
+    console::printLine(cmStringT(cmCat(console::coloured(console::yellow, words)) + console::printable(path)));
 }
 
 }  // namespace

@@ -39,7 +39,7 @@ void collectRecords(const Editor& editor, bool updates, StatusRound& round)
     }
 }
 
-/// Asks for a pass over each directory; those for which none will come fail at once.
+/// Asks for a pass over each directory. A directory that the module refuses fails at once and is no longer waited for.
 void addPaths(Host& host, const cmArray<WatchedDirectory>& directories, std::map<cmStringT, Tool>& waiting, StatusRound& round)
 {
     for (const WatchedDirectory& directory : directories) {
@@ -120,19 +120,20 @@ StatusRound pollStatus(Host& host, const cmArray<WatchedDirectory>& directories)
             round.failed[path] = {tool.name, status};
         if (status != statusOutputLimit)
             return;
-        std::erase_if(waiting, [&](const auto& other) {  // the tool's thread has stopped for good
-            if (other.second.number == tool.number)
-                round.failed[other.first] = {tool.name, status};
-            return other.second.number == tool.number;
-        });
+        std::erase_if(waiting,
+                      [&](const auto& other) {  // the tool's thread has ended for good, so its other directories fail as well
+                          if (other.second.number == tool.number)
+                              round.failed[other.first] = {tool.name, status};
+                          return other.second.number == tool.number;
+                      });
     };
     editor.setObserver(observer);
-    // For these two the module only ever adds to a file's status; what it was before is the editor's to forget.
+    // For these two tools the module only adds to a file's status, so the records of the previous round are removed.
     editor.clearRecords(gitTool.number);
     editor.clearRecords(p4Tool.number);
     addPaths(host, directories, waiting, round);
     editor.runUntil([&] { return waiting.empty() || console::wasInterrupted(); }, -1);
-    // An interrupt may reach the tool as well, whose answer is then worth nothing.
+    // Ctrl-C may have ended the tool as well; its answer is incomplete then.
     round.finished = waiting.empty() && !console::wasInterrupted();
     editor.setObserver({});
     collectRecords(editor, host.options().updates, round);

@@ -5,9 +5,9 @@
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
 #include "txhost/FileDates.h"
+#include "txhost/HostSystem.h"
 #include "txhost/JsonText.h"
-#include "txhost/LiveDiffFetch.h"
-#include "txhost/RecentList.h"
+#include "txhost/LiveDiffCommand.h"
 #include "txhost/ScratchRepository.h"
 #include "txhost/StatusPoll.h"
 
@@ -17,13 +17,13 @@
 
 namespace {
 
-/// What a step of the tour found: an empty text is not enough to fail it, `ok` alone decides.
+/// The result of one step.
 struct Outcome {
     bool ok;
-    cmStringT detail;
+    cmStringT detail;  ///< what the step found; may be empty
 };
 
-/// Walks through the module's features on a scratch repository, telling what each did and how long it took.
+/// Uses the module's features on a scratch repository and prints the result and the time of each step.
 class Tour {
 public:
     explicit Tour(const HostOptions& options) : m_json(options.json), m_host(options) {}
@@ -93,7 +93,7 @@ private:
         return {round.finished && round.failed.empty() && round.outside.empty() && round.files.empty(), m_repository->path()};
     }
 
-    /// Whether a round over `directory` finds the one file `name` modified.
+    /// Succeeds when a round over `directory` finds that `name` is modified and nothing else.
     Outcome onlyModified(const cmStringT& directory, cmROStringT name)
     {
         const StatusRound round = poll(directory);

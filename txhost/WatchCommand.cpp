@@ -11,12 +11,12 @@
 
 namespace {
 
-/// Tells how one round of status passes differs from the one before.
+/// Prints what has changed since the previous round.
 class ChangePrinter {
 public:
     explicit ChangePrinter(bool json) : m_json(json) {}
 
-    /// Files that are asked about for the first time are only remembered.
+    /// Prints changed dates. The first dates of a file are only stored.
     void show(const FileDates& dates)
     {
         for (const auto& [path, date] : dates.known) {
@@ -33,9 +33,10 @@ public:
         m_dates.slow = dates.slow;
     }
 
+    /// Prints changed status; everything in the first round is a change.
     void show(StatusRound round)
     {
-        keepWhatIsUnknown(round);
+        keepUnknownFiles(round);
         for (const cmStringT& path : round.outside) {
             if (std::find(m_last.outside.begin(), m_last.outside.end(), path) == m_last.outside.end())
                 print("outside", console::grey, path);
@@ -64,8 +65,8 @@ public:
     }
 
 private:
-    /// A tool that could not answer for one of its directories says nothing of the files that it spoke of before.
-    void keepWhatIsUnknown(StatusRound& round) const
+    /// When a tool failed in one of its directories, the status of its files is unknown: they keep their previous status.
+    void keepUnknownFiles(StatusRound& round) const
     {
         for (const auto& file : m_last.files) {
             const bool unknown = std::any_of(round.failed.begin(), round.failed.end(),

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The name of the file that says to which server and workspace a folder belongs; the user may choose another.
+/// The name of the file that binds a folder to a server and workspace. P4CONFIG sets it.
 std::filesystem::path perforceConfigurationName()
 {
     const cmStringT chosen = environmentValue(hostEnvironment(), "P4CONFIG");

@@ -7,26 +7,26 @@
 #include <string>
 #include <vector>
 
-/// A version-control tool as the module and the user know it.
+/// A version-control tool as the module and the user know it. TXVCTOOL::number is also the tool number in its records.
 struct Tool : TXVCTOOL {
-    const char* name;  ///< on the command line and in JSON; also the program's name
+    const char* name;  ///< its name on the command line and in JSON; also the name of its program
 };
 
 inline constexpr Tool gitTool{txVCToolGit, "git"};
 inline constexpr Tool svnTool{txVCToolSVN, "svn"};
 inline constexpr Tool p4Tool{txVCToolPerforce, "p4"};
-/// All tools, in the order in which users are told of them.
+/// All tools, in the order of the command line's help.
 inline constexpr const Tool* allTools[] = {&gitTool, &svnTool, &p4Tool};
 
 /// The names of all tools.
 std::vector<std::string> toolNames();
 /// The tool with that name; null when there is none.
 const Tool* toolNamed(const std::string& name);
-/// The tool with that number; git for any other, since it alone marks directories that belong to none.
+/// The tool with that number; git for any other number, because only git writes records for directories without a tool.
 const Tool& toolNumbered(std::int32_t number);
 
-/// The tool that a directory belongs to: the first that has left its mark there or in a folder above, up to the root of the
-/// file system, by the path as it is or with its links followed. Null when there is no mark. Reads the disk and starts nothing.
+/// The tool that a directory belongs to: the first whose mark (.git, .svn, P4CONFIG file) is in it or in a folder above it. The
+/// path is searched as it is and then with its links resolved. Null when there is no mark. Reads the disk but starts no program.
 const Tool* findMarkedTool(const cmStringT& directory);
 /// The same; git when there is no mark.
 const Tool& findTool(const cmStringT& directory);

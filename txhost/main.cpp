@@ -16,7 +16,7 @@ namespace {
 constexpr int exitFailure = 1;
 constexpr int exitUsage = 2;
 
-/// The library takes a word in square brackets for a list and splits it; behind this character it leaves it alone.
+/// CLI11 splits a word in square brackets into a list. It leaves a word alone that begins with this character.
 constexpr char bracketGuard = '\x1F';
 
 void removeGuard(std::string& word)
@@ -25,7 +25,7 @@ void removeGuard(std::string& word)
         word.erase(0, 1);
 }
 
-/// The words of the command line in the order that the library wants, the last one first.
+/// The words of the command line as CLI11 wants them: guarded, the last one first.
 std::vector<std::string> guardedWords(std::vector<std::string> words)
 {
     for (std::string& word : words) {
@@ -36,12 +36,12 @@ std::vector<std::string> guardedWords(std::vector<std::string> words)
     return words;
 }
 
-/// The command line, and what it asks for once it is read.
+/// Parses the command line and runs the command that it names.
 class CommandLineInterface {
 public:
     CommandLineInterface()
     {
-        m_app.allow_windows_style_options(false);  // a word like /x is one, on every system
+        m_app.allow_windows_style_options(false);  // a word such as /x is an argument on every system
         m_app.require_subcommand(1);
         m_app.fallthrough();
         m_app.add_flag("--json", m_options.json, "One JSON object a line");

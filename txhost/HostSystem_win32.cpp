@@ -1,4 +1,4 @@
-#include "txhost/SharedLibrary.h"
+#include "txhost/HostSystem.h"
 
 #include "common/WideText.h"
 #include "common/cmFile.h"
@@ -29,4 +29,9 @@ void SharedLibrary::unload()
 {
     if (m_handle)
         FreeLibrary(static_cast<HMODULE>(std::exchange(m_handle, nullptr)));
+}
+
+cmStringT redirectRecentList(const cmStringT&)
+{
+    return {};
 }

@@ -1,10 +1,12 @@
-#include "txhost/SharedLibrary.h"
+#include "txhost/HostSystem.h"
 
 #include "common/cmFile.h"
+#include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
 
 #include <dlfcn.h>
 
+#include <cstdlib>
 #include <utility>
 
 cmStringT SharedLibrary::load(cmROStringT name)
@@ -25,4 +27,10 @@ void SharedLibrary::unload()
 {
     if (m_handle)
         dlclose(std::exchange(m_handle, nullptr));
+}
+
+cmStringT redirectRecentList(const cmStringT& folder)
+{
+    setenv("XDG_DATA_HOME", folder.c_str(), 1);
+    return cmJoinPath(folder, "recently-used.xbel");
 }

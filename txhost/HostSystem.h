@@ -1,0 +1,34 @@
+#pragma once
+
+#include "common/cmString.h"
+
+/// A dynamic library. It is unloaded with the object. For one thread at a time.
+class SharedLibrary {
+public:
+    SharedLibrary() = default;
+    SharedLibrary(const SharedLibrary&) = delete;
+    SharedLibrary& operator=(const SharedLibrary&) = delete;
+    ~SharedLibrary() { unload(); }
+
+    /// Loads the library `name`, such as "filewatcher", from the folder of this program, in place of the one that is loaded.
+    /// Returns null on success, else the reason of the failure.
+    cmStringT load(cmROStringT name);
+    /// An exported function, valid while the library is loaded; null when there is none. `Function` must be its type.
+    template <class Function>
+    Function* function(const char* name) const
+    {
+        return reinterpret_cast<Function*>(address(name));
+    }
+    void unload();
+
+private:
+    using AnyFunction = void (*)();
+    AnyFunction address(const char* name) const;
+
+    void* m_handle = nullptr;
+};
+
+/// Makes this process keep its list of recent documents in `folder` where the list is a file, so that a scratch file does not
+/// show up on the user's desktop. Returns the path of that file; null where the list is no file. Call it before other threads
+/// run.
+cmStringT redirectRecentList(const cmStringT& folder);

@@ -1,6 +1,0 @@
-#include "txhost/RecentList.h"
-
-cmStringT redirectRecentList(const cmStringT&)
-{
-    return {};
-}
