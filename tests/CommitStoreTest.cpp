@@ -1,35 +1,16 @@
 #include "filewatcher/git/commits/CommitStore.h"
-#include "filewatcher/git/graph/AncestorMarks.h"
+
+#include "filewatcher/git/commits/BranchTable.h"
+#include "filewatcher/git/commits/GitLogOutput.h"
+#include "tests/LogRecords.h"
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdio>
-#include <ctime>
-#include <string>
-#include <vector>
 
 using namespace std::string_literals;
 
 namespace {
 
-/// The hash of the commit that a test calls by a number; all have different first digits, but those 1000 apart.
-std::string hash(int number)
-{
-    char digits[41];
-    std::snprintf(digits, sizeof digits, "%07x%033x", number % 1000, number);
-    return digits;
-}
-
-std::string record(int number, const std::vector<int>& parents, const std::string& subject = "s")
-{
-    std::string line = hash(number) + '\0';
-    for (const int parent : parents)
-        line += (line.back() == '\0' ? "" : " ") + hash(parent);
-    return line + "\0001700000000\0ada@example.org\0Ada\0"s + subject + '\x01';
-}
-
-/// Adds a batch; how many of its commits are new.
+/// Adds a batch. Returns how many of its commits are new.
 int addAll(CommitStore& store, cmROStringT batch)
 {
     int added = 0;
@@ -39,24 +20,70 @@ int addAll(CommitStore& store, cmROStringT batch)
     return added;
 }
 
-TEST(GitLogRecord, TakesRecordsApart)
+TEST(GitLogOutput, HandsOutCompleteRecordsUntilTheLogIsDone)
 {
-    const std::string text = "\n\n" + hash(1) + '\0' + hash(2) + ' ' + hash(3)
-                             + "\0999999999\0\0A \xC3\xBC <b>\0a\tsubject\x01\n\x01gar\0bage\x01"s + record(2, {});
+    GitLogOutput output;
+    cmStringT records("old");
+    const auto take = [&] {
+        const int status = output.takeCompleteRecords(records);
+        return std::to_string(status) + ":" + records.c_str();
+    };
+    EXPECT_EQ(take(), "0:");
+    output.append("\n\none\x01\nt");
+    output.append("wo\x01\n");
+    EXPECT_EQ(take(), "0:one\x01\ntwo\x01");
+    output.append("\nthr");
+    EXPECT_EQ(take(), "0:");
+    output.append("ee\x01\n");
+    output.append("cut");
+    output.finish();
+    EXPECT_EQ(take(), "0:three\x01") << "a record that was left when the log was done";
+    EXPECT_EQ(take(), "-1:") << "the last record is cut short";
+}
+
+TEST(GitLogRecord, DropsRecordsThatAreNotWhole)
+{
+    const std::string text =
+        "\n\n" + hashOf(1) + "\0\0"s + "999999999\0\0A \xC3\xBC\0a\tb\x01\n\x01gar\0b\0a\0g\0e\x01"s + logRecord(2, {});
     cmROStringT batch = text;
     GitLogRecord found;
     ASSERT_TRUE(takeGitLogRecord(batch, found));
-    EXPECT_EQ(found.hash, hash(1));
-    EXPECT_EQ(found.parents, hash(2) + " " + hash(3));
+    EXPECT_EQ(found.hash, hashOf(1));
     EXPECT_EQ(found.time, 999999999);  // nine digits
-    EXPECT_EQ(found.authorEmail, "");
-    EXPECT_EQ(found.authorName, "A \xC3\xBC <b>");
-    EXPECT_EQ(found.subject, "a\tsubject");
+    EXPECT_EQ(found.subject, "a\tb");
     ASSERT_TRUE(takeGitLogRecord(batch, found));
-    EXPECT_EQ(found.hash, hash(2));
-    EXPECT_EQ(found.parents, "");
-    EXPECT_EQ(found.time, 1700000000);
+    EXPECT_EQ(found.hash, hashOf(2));
     EXPECT_FALSE(takeGitLogRecord(batch, found));
+    EXPECT_EQ(parseCommitTime("x"), noCommitTime);
+}
+
+TEST(BranchTable, NumbersTheCurrentBranchFirst)
+{
+    EXPECT_EQ(currentBranchIn("  a\r\n* (HEAD detached at 12)\r\n* b\n"), "(HEAD detached at 12)");
+    EXPECT_TRUE(currentBranchIn("  a\n").isNull());
+    GitRefs refs;
+    const std::string one = hashOf(1);
+    refs.read(one + " HEAD\n" + one + " refs/heads/z\n2 refs/heads/a/b\n3 refs/remotes/o/HEAD\n" + one
+                  + " refs/remotes/o/a\n4 refs/remotes/z\n" + one + " refs/tags/t\nnonsense\n",
+              "o");
+    EXPECT_EQ(refs.nameAtHead(), "tags/t");
+    const auto names = [&](cmROStringT current, const cmArray<std::int64_t>& numbersAtOne) {
+        CommitStore store;
+        BranchTable table;
+        table.setCurrentName(current);
+        table.setCurrentEndHash("9");
+        table.assign(refs, store);
+        EXPECT_EQ(table.numbersAt(store.intern(one)), numbersAtOne);
+        std::string found;
+        for (std::int64_t number = -1; number == -1 || table.branch(number); ++number) {
+            if (const BranchInfo* branch = table.branch(number))
+                found += branch->name.c_str() + "="s + branch->hash.c_str() + " ";
+        }
+        return found;
+    };
+    EXPECT_EQ(names("z", {0, 2}), "z=" + one + " a/b=2 o/a=" + one + " z=4 ");  // a remote branch may be called like a local one
+    EXPECT_EQ(names("(no branch)", {2, 3}), "(no branch)=9 a/b=2 z=" + one + " o/a=" + one + " z=4 ");
+    EXPECT_TRUE(GitRefs().numbered("", "").empty());
 }
 
 TEST(GitDateTime, IsPackedAsTheEditorReadsIt)
@@ -64,46 +91,25 @@ TEST(GitDateTime, IsPackedAsTheEditorReadsIt)
     const GitDateTime packed = GitDateTime::pack({2026, 11, 21, 23, 59, 58});
     EXPECT_EQ(packed.first, 2026u | 11u << 14 | 21u << 22 | 23u << 27);
     EXPECT_EQ(packed.second, 59u | 58u << 6);
-    for (const std::int64_t time : {1'000'000'000LL, 1'700'000'000LL, 4'000'000'000LL}) {
-        const cmDateTime local = GitDateTime::fromUnixTime(time).unpacked();
-        std::tm fields{};
-        fields.tm_year = local.year - 1900;
-        fields.tm_mon = local.month - 1;
-        fields.tm_mday = local.day;
-        fields.tm_hour = local.hour;
-        fields.tm_min = local.minute;
-        fields.tm_sec = local.second;
-        fields.tm_isdst = -1;
-        EXPECT_EQ(std::mktime(&fields), time);
-    }
+    EXPECT_EQ(packed.text(), "2026-11-21 23:59:58");
     for (const std::int64_t time : {1'000'000'000'000LL, 9'000'000'000'000'000'000LL})
-        EXPECT_EQ(GitDateTime::fromUnixTime(time), GitDateTime()) << time;
-    EXPECT_FALSE(GitDateTime().isSet());
+        EXPECT_FALSE(GitDateTime::fromUnixTime(time).isSet()) << time;
 }
 
-TEST(CommitStore, GivesBackWhatCame)
+TEST(CommitStore, AddsEachCommitOnceAndNoneWithoutAHash)
 {
     CommitStore store;
     store.addWorkingCopy();
-    EXPECT_EQ(addAll(store, record(7, {8, 9, 10}, "first") + record(8, {}) + record(7, {}, "again") + "no hash"
-                                + record(9, {}).substr(7) + record(11, {})),
+    EXPECT_EQ(addAll(store, logRecord(7, {8, 9}, "first") + logRecord(8, {}) + logRecord(7, {}, "again")
+                                + logRecord(9, {}).substr(7) + logRecord(11, {})),
               3);
-    ASSERT_EQ(store.count(), 4u);
+    EXPECT_EQ(store.subject(store.find(hashOf(7))), "first");
     GitCommitInfo info;
-    store.copy(store.find(hash(7)), info);
-    EXPECT_EQ(info.hash, cmStringT(hash(7)));
-    EXPECT_EQ(info.firstParent, cmStringT(hash(8)));
-    EXPECT_EQ(info.otherParents, (cmArray<cmStringT>{cmStringT(hash(9)), cmStringT(hash(10))}));
-    EXPECT_EQ(info.authorName, "Ada");
-    EXPECT_EQ(info.authorEmail, "ada@example.org");
-    EXPECT_EQ(info.subject, "first");
-    EXPECT_EQ(info.date, GitDateTime::fromUnixTime(1700000000));
     store.copy(store.find(""), info);
     EXPECT_EQ(info.subject, "Uncomitted changes");
     EXPECT_TRUE(info.hash.isEmpty() && info.firstParent.isEmpty() && info.otherParents.empty() && !info.date.isSet());
-    EXPECT_EQ(store.find(hash(9)), CommitStore::none);  // a parent that has not come
-    EXPECT_EQ(store.find(hash(9).substr(0, 7)), CommitStore::none);
-    EXPECT_EQ(store.find("7"), CommitStore::none);
+    for (const std::string& unknown : {hashOf(9), hashOf(9).substr(0, 7), "7"s})  // the first occurs as a parent
+        EXPECT_EQ(store.find(unknown), CommitStore::none) << unknown;
 }
 
 TEST(CommitStore, FindsEveryCommitByItsHashAndTheFirstOfSeveralByItsFirstDigits)
@@ -111,37 +117,16 @@ TEST(CommitStore, FindsEveryCommitByItsHashAndTheFirstOfSeveralByItsFirstDigits)
     CommitStore store;
     store.addWorkingCopy();
     constexpr int count = 5000;
+    const auto subject = [](int number) { return std::string(number == count ? 1 << 20 : number % 300, 'x'); };
     for (int number = count; number > 0; --number)
-        addAll(store, record(number, {number - 1}, std::string(static_cast<std::size_t>(number) % 300, 'x')));
-    addAll(store, record(count + 1, {}, std::string(1 << 20, 'y')) + record(count + 2, {}, "after a long one"));
+        addAll(store, logRecord(number, {number - 1}, subject(number)));
     for (int number = count; number > 0; --number) {
-        const std::uint32_t found = store.find(hash(number));
+        const std::uint32_t found = store.find(hashOf(number));
         ASSERT_EQ(found, static_cast<std::uint32_t>(count - number + 1));
-        ASSERT_EQ(store.subject(found), std::string(static_cast<std::size_t>(number) % 300, 'x'));
-        ASSERT_EQ(store.find(hash(number).substr(0, 7)), static_cast<std::uint32_t>((count - number) % 1000 + 1));
+        ASSERT_EQ(store.subject(found), subject(number));
+        ASSERT_EQ(store.find(hashOf(number).substr(0, 7)), static_cast<std::uint32_t>((count - number) % 1000 + 1));
     }
-    EXPECT_EQ(store.subject(store.count() - 2).size(), 1u << 20);
-    EXPECT_EQ(store.subject(store.count() - 1), "after a long one");
     EXPECT_EQ(store.authors().size(), 2u);
-}
-
-TEST(AncestorMarks, ReachAllAncestorsInWhateverOrderCommitsCome)
-{
-    // 1 is marked; 2 and 3 are its parents, 4 theirs, 5 is 4's; 6 is a child of 4, 7 stands alone.
-    std::vector<std::string> records{record(1, {2, 3}), record(2, {4}), record(3, {4}), record(4, {5}),
-                                     record(5, {}),     record(6, {4}), record(7, {})};
-    std::sort(records.begin(), records.end());
-    do {
-        CommitStore store;
-        AncestorMarks marks;
-        marks.markStart(store.intern(hash(1)));
-        for (const std::string& text : records) {
-            addAll(store, text);
-            marks.onCommitAdded(store, store.count() - 1);
-        }
-        for (int number = 1; number <= 7; ++number)
-            ASSERT_EQ(marks.isMarked(store.intern(hash(number))), number <= 5) << number;
-    } while (std::next_permutation(records.begin(), records.end()));
 }
 
 }  // namespace

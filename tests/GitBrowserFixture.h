@@ -1,8 +1,7 @@
 #pragma once
 
 #include "common/CommandRunner.h"
-#include "filewatcher/git/commits/GitCommitInfo.h"
-#include "filewatcher/git/graph/GraphRow.h"
+#include "filewatcher/git/browser/BranchTree.h"
 #include "tests/ModuleFixture.h"
 
 #include <cstdint>
@@ -13,12 +12,12 @@
 
 using Texts = std::vector<std::string>;
 
-/// Commits for git fast-import, each a minute after the one before unless the clock is wrong.
+/// Commits for git fast-import, each a minute later than the one before it, unless the clock is wrong.
 class History {
 public:
     int minutesAhead = 0;
 
-    /// Its mark. `parents`: marks.
+    /// Returns the mark of the commit. `parents` are marks.
     int commit(const std::string& branch, const std::vector<int>& parents, const std::string& subject,
                const std::string& author = "Ada <ada@example.org>")
     {
@@ -48,6 +47,7 @@ class GitBrowserTest : public ModuleTest {
 protected:
     GitBrowserTest() { makeRepository(top); }
 
+    /// The callback in a slot.
     template <class Function>
     Function* callback(std::int32_t slot) const
     {
@@ -64,15 +64,18 @@ protected:
         return editor.runUntil([this] { return call("_GitGetBranchInfoRunning", {}) == 0; }, 30000);
     }
     std::int32_t published() const { return callback<std::int32_t()>(txSlotGitCount)(); }
-    /// Loads, and lets the tree be filled.
+    /// Lets the timer fill the tree until it has nothing left to do.
+    bool waitForTree()
+    {
+        return editor.runUntil([] { return !branchTree().isTimerArmed(); }, 30000);
+    }
+    /// Loads and fills the tree.
     void show(const cmArray<CallArgument>& options = {})
     {
         EXPECT_EQ(open(options), 0);
-        EXPECT_TRUE(editor.runUntil(
-            [this] {
-                return call("_GitGetBranchInfoRunning", {}) == 0 && editor.tree().size() == static_cast<std::size_t>(published());
-            },
-            30000));
+        EXPECT_TRUE(waitForTree());
+        EXPECT_EQ(call("_GitGetBranchInfoRunning", {}), 0);
+        EXPECT_EQ(editor.tree().size(), static_cast<std::size_t>(published()));
     }
     GitCommitInfo commit(std::int64_t number) const
     {
@@ -80,11 +83,7 @@ protected:
         EXPECT_EQ(callback<std::int32_t(std::int64_t, GitCommitInfo&)>(txSlotGitCommit)(number, info), 0);
         return info;
     }
-    std::string hashOf(const std::string& revision) const
-    {
-        const std::string line = git(top, {"rev-parse", revision});
-        return line.substr(0, 40);
-    }
+    std::string hashOf(const std::string& revision) const { return git(top, {"rev-parse", revision}).substr(0, 40); }
     std::string branch(std::int32_t number) { return editor.call("_GitGetBranchName", {number}).text.c_str(); }
     std::string branchHash(std::int32_t number) { return editor.call("_GitGetBranchHash", {number}).text.c_str(); }
     Texts captions() const
@@ -94,24 +93,7 @@ protected:
             found.emplace_back(row.caption.c_str());
         return found;
     }
-    Texts subjects() const
-    {
-        Texts found;
-        for (std::int64_t number = 0; number < published(); ++number)
-            found.emplace_back(commit(number).subject.c_str());
-        return found;
-    }
-    std::vector<std::uint16_t> columns(const std::vector<std::int64_t>& commits) const
-    {
-        std::vector<std::uint16_t> found;
-        for (const std::int64_t number : commits) {
-            GraphRow row;
-            EXPECT_EQ((callback<std::int32_t(std::int64_t, GraphRow&)>(txSlotGitGraphRow)(number, row)), 0);
-            found.push_back(row.column);
-        }
-        return found;
-    }
-    /// A branch that was merged, one that was not, a tag and a remote's branches; main is current.
+    /// Imports a branch that is merged, one that is not, a tag and the branches of a remote; main is current.
     void importBranches()
     {
         History history;

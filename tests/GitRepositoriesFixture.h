@@ -2,20 +2,18 @@
 
 #include "tests/GitBrowserFixture.h"
 
-#include <string>
-#include <vector>
+#include <map>
+#include <set>
 
-/// Holds what the browser shows of a repository against what git itself says of it.
+/// Compares what the browser shows of a repository with what git itself prints.
 class GitRepositoriesTest : public GitBrowserTest {
 protected:
-    /// Loads the repository at `path`; every commit, branch, mark and line must be right.
+    /// Loads the repository at `path` and expects every commit, branch and mark to be as git has it.
     void expectSameAsGit(const std::filesystem::path& path);
-    /// Two branches that were merged into main, one that was not, in the repository at `top`.
+    /// Imports several merges and a commit that is listed below its child into the repository at `top`.
     void importMerges();
 
 private:
-    void expectSameCommits();
-    void expectSameBranches();
-    void expectSameMarks();
-    void expectLinesToParents();
+    /// The names of the branches by the hash of their tips.
+    std::map<std::string, std::set<std::string>> branchesOfGit();
 };

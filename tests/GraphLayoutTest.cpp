@@ -1,17 +1,18 @@
 #include "filewatcher/git/graph/GraphLayout.h"
 
-#include "tests/LineFollower.h"
+#include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
 #include <random>
 #include <vector>
 
 namespace {
 
-/// Commits by row, each with the rows of its parents; a parent's row past the end never comes.
+/// Commits by row, each with the rows of its parents; a row past the end is never added.
 class Rows : public GraphCommits {
 public:
     explicit Rows(std::vector<std::vector<std::uint32_t>> parents) : m_parents(std::move(parents)) {}
-    std::uint32_t count() const { return static_cast<std::uint32_t>(m_parents.size()); }
     void node(std::uint32_t row, GraphNode& node) const override
     {
         node.id = row;
@@ -24,53 +25,61 @@ private:
     std::vector<std::vector<std::uint32_t>> m_parents;
 };
 
-std::vector<std::uint16_t> columns(GraphLayout& layout)
-{
-    std::vector<std::uint16_t> found;
-    GraphRow row;
-    for (std::uint32_t i = 0; i < layout.rowCount(); ++i) {
-        layout.row(i, row);
-        found.push_back(row.column);
+/// Checks row by row that every line leads from its child to its parent.
+struct LineFollower {
+    std::map<std::uint16_t, std::uint32_t> lines;  ///< by column, the row each leads to
+
+    void follow(const GraphNode& node, const GraphRow& row)
+    {
+        std::map<std::uint16_t, std::uint32_t> below;
+        std::uint16_t leftmost = graphNoColumn;
+        std::size_t parent = 0;
+        for (const GraphEdge& edge : row.edges) {
+            if (edge.kind == GraphEdgeKind::passes || edge.kind == GraphEdgeKind::ends) {
+                ASSERT_TRUE(lines.contains(edge.from));
+                ASSERT_EQ(lines[edge.from] == node.id, edge.kind == GraphEdgeKind::ends);
+                ASSERT_EQ(edge.to, edge.kind == GraphEdgeKind::ends ? row.column : edge.from);
+                if (edge.kind == GraphEdgeKind::passes)
+                    below[edge.to] = lines[edge.from];
+                else
+                    leftmost = std::min(leftmost, edge.from);
+                lines.erase(edge.from);
+                continue;
+            }
+            ASSERT_EQ(edge.from, row.column);
+            ASSERT_EQ(edge.kind == GraphEdgeKind::stub, node.parents[parent].above);
+            if (edge.kind == GraphEdgeKind::begins) {
+                ASSERT_EQ(below.try_emplace(edge.to, node.parents[parent].id).first->second, node.parents[parent].id);
+            }
+            ++parent;
+        }
+        ASSERT_TRUE(lines.empty()) << "lines that the row lost";
+        ASSERT_EQ(parent, node.parents.size());
+        if (leftmost != graphNoColumn) {
+            ASSERT_EQ(row.column, leftmost);
+        }
+        lines = below;
     }
-    return found;
-}
+};
 
 using Edges = cmArray<GraphEdge>;
-using Columns = std::vector<std::uint16_t>;
-constexpr auto passes = GraphEdgeKind::passes;
-constexpr auto ends = GraphEdgeKind::ends;
-constexpr auto begins = GraphEdgeKind::begins;
-constexpr auto stub = GraphEdgeKind::stub;
-
-TEST(GraphLayout, PutsAMergeAndItsBranchSideBySide)
+Edges edges(GraphLayout& layout, std::uint32_t index)
 {
-    const Rows rows({{2}, {3}, {3, 4}, {5}, {5}, {}});
-    GraphLayout layout(rows);
-    layout.extend(rows.count());
-    EXPECT_EQ(columns(layout), (Columns{0, 1, 0, 0, 2, 0}));
-    EXPECT_EQ(layout.widest(), 3);
     GraphRow row;
-    layout.row(2, row);
-    EXPECT_EQ(row.edges, (Edges{{1, 1, passes}, {0, 0, ends}, {0, 0, begins}, {0, 2, begins}}));
-    layout.row(3, row);
-    EXPECT_EQ(row.edges, (Edges{{2, 2, passes}, {0, 0, ends}, {1, 0, ends}, {0, 0, begins}}));
-    layout.row(5, row);
-    EXPECT_EQ(row.edges, (Edges{{0, 0, ends}, {2, 0, ends}}));
+    layout.row(index, row);
+    return row.edges;
 }
 
-TEST(GraphLayout, ShowsAParentAboveItsChildAsAStubAndKeepsNoLaneForIt)
+using enum GraphEdgeKind;
+
+TEST(GraphLayout, ShowsAParentAboveItsChildAsAStubAndKeepsNoColumnForIt)
 {
     const Rows rows({{3}, {}, {1, 3}, {0, 1}, {4}});
     GraphLayout layout(rows);
-    layout.extend(rows.count());
-    GraphRow row;
-    layout.row(2, row);
-    EXPECT_EQ(row.column, 1);
-    EXPECT_EQ(row.edges, (Edges{{0, 0, passes}, {1, 1, stub}, {1, 0, begins}}));
-    layout.row(3, row);
-    EXPECT_EQ(row.edges, (Edges{{0, 0, ends}, {0, 0, stub}, {0, 0, stub}}));
-    layout.row(4, row);
-    EXPECT_EQ(row.edges, (Edges{{0, 0, stub}}));
+    layout.extend(5);
+    EXPECT_EQ(edges(layout, 2), (Edges{{0, 0, passes}, {1, 1, stub}, {1, 0, begins}}));
+    EXPECT_EQ(edges(layout, 3), (Edges{{0, 0, ends}, {0, 0, stub}, {0, 0, stub}}));
+    EXPECT_EQ(edges(layout, 4), (Edges{{0, 0, stub}}));
 }
 
 TEST(GraphLayout, EveryLineReachesItsParentWhateverTheHistory)
@@ -79,7 +88,7 @@ TEST(GraphLayout, EveryLineReachesItsParentWhateverTheHistory)
     const auto random = [&engine] { return static_cast<std::uint32_t>(engine()); };
     for (int round = 0; round < 6; ++round) {
         constexpr std::uint32_t count = 900;
-        const std::uint32_t reach = round % 2 ? 8 : 500;  // how far below a parent is at most: few lanes, or hundreds
+        const std::uint32_t reach = round % 2 ? 8 : 500;  // at most so many rows below the child: few lines, or hundreds
         std::vector<std::vector<std::uint32_t>> parents(count);
         for (std::uint32_t row = 0; row < count; ++row) {
             for (std::uint32_t n = random() % 4; n > 0; --n) {
@@ -101,17 +110,15 @@ TEST(GraphLayout, EveryLineReachesItsParentWhateverTheHistory)
             layout.row(i, all[i]);
             ASSERT_NO_FATAL_FAILURE(follower.follow(node, all[i])) << round << " " << i;
         }
-        EXPECT_EQ(follower.openLines(), 0u);
+        EXPECT_EQ(follower.lines.size(), 0u);
         for (int look = 0; look < 30; ++look) {
             const std::uint32_t i = random() % count;
-            GraphRow row;
-            layout.row(i, row);
-            ASSERT_EQ(row.edges, all[i].edges) << i;
+            ASSERT_EQ(edges(layout, i), all[i].edges) << i;
         }
     }
 }
 
-TEST(GraphLayout, MoreLanesThanColumnsEndAsStubs)
+TEST(GraphLayout, LinesForWhichNoColumnIsLeftAreStubs)
 {
     constexpr std::uint32_t count = 66000;
     std::vector<std::vector<std::uint32_t>> parents(count);
@@ -121,13 +128,8 @@ TEST(GraphLayout, MoreLanesThanColumnsEndAsStubs)
     GraphLayout layout(rows);
     layout.extend(count);
     EXPECT_EQ(layout.widest(), 65535);
-    GraphRow row;
-    layout.row(65534, row);
-    EXPECT_EQ(row.column, 65534);
-    EXPECT_EQ(row.edges.back(), (GraphEdge{65534, 65534, begins}));
-    layout.row(65999, row);
-    EXPECT_EQ(row.column, graphNoColumn);
-    EXPECT_EQ(row.edges.back(), (GraphEdge{graphNoColumn, graphNoColumn, stub}));
+    EXPECT_EQ(edges(layout, 65534).back(), (GraphEdge{65534, 65534, begins}));
+    EXPECT_EQ(edges(layout, 65999).back(), (GraphEdge{graphNoColumn, graphNoColumn, stub}));
 }
 
 }  // namespace

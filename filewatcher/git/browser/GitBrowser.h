@@ -1,6 +1,6 @@
 #pragma once
 
-// The Git browser as the rest of the module sees it; its registered functions stand in RegisteredFunctions.h.
+// What the rest of the module calls of the Git browser. Its registered functions are declared in RegisteredFunctions.h.
 
-/// Stops and destroys all that the browser has; returns when its threads have ended. For the editor's thread.
+/// Stops the browser's threads and timer, waits for the threads' end, and destroys the model. For the editor's thread.
 void stopGitBrowser();

@@ -4,16 +4,16 @@
 
 #include <cstdint>
 
-/// A local date and time, packed as the editor has it: in the first word year (bits 0-13), month (14-17), day (22-26)
-/// and hour (27-31), in the second minute (0-5) and second (6-11).
+/// A local date and time in the editor's packed form. First word: year in bits 0-13, month in 14-17, day in 22-26, hour in 27-31.
+/// Second word: minute in bits 0-5, second in 6-11.
 struct GitDateTime {
     static constexpr std::uint32_t unsetFirst = 0xF83C7FFF;
-    static constexpr std::int32_t lastYear = 0x3FFE;  ///< the one after it marks what is unset
+    static constexpr std::int32_t lastYear = 0x3FFE;  ///< the next number marks an unset value
 
     std::uint32_t first = unsetFirst;
     std::uint32_t second = 0;
 
-    /// Unset for a time that has no date, or one after the last year.
+    /// Returns an unset value for a time without a date and for one after lastYear.
     static GitDateTime fromUnixTime(std::int64_t unixTime)
     {
         cmDateTime local;

@@ -33,7 +33,7 @@ std::uint32_t SomeCommits::rowOf(std::uint32_t number) const
 
 void SomeCommits::node(std::uint32_t row, GraphNode& node) const
 {
-    // Rows ascend with numbers, so what stands above among all stands above here.
+    // Rows and numbers ascend together, so a parent that is above its child among all commits is above it here too.
     m_all.node(m_numbers[row], node);
     std::erase_if(node.parents, [this](const GraphNode::Parent& parent) {
         const std::uint32_t number = m_store.numberOf(parent.id);

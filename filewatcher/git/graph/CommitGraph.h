@@ -5,13 +5,12 @@
 
 #include <cstdint>
 
-/// All commits of a store, row by number. Above its parent, the current commit, stands the working copy.
+/// All commits of a store; the row of a commit is its number. The parent of the working copy, row 0, is the commit of HEAD.
 class AllCommits : public GraphCommits {
 public:
     explicit AllCommits(const CommitStore& store) : m_store(store) {}
-    /// The id of the commit that the working copy is joined to; CommitStore::none for none. Before anything is laid out.
+    /// Sets the id of the working copy's parent; without a call it has none. Call before any row is laid out.
     void setWorkingCopyParent(std::uint32_t id) { m_workingCopyParent = id; }
-    std::uint32_t workingCopyParent() const { return m_workingCopyParent; }
     void node(std::uint32_t row, GraphNode& node) const override;
 
 private:
@@ -19,13 +18,13 @@ private:
     std::uint32_t m_workingCopyParent = CommitStore::none;
 };
 
-/// Some of the commits, with the lines between those alone.
+/// Some commits of a store; only lines between them are kept.
 class SomeCommits : public GraphCommits {
 public:
-    /// `numbers`, ascending, are those of commits in the store of `all`.
+    /// `numbers` are the numbers of the commits, ascending. `all` and its `store` must outlive the object.
     SomeCommits(const AllCommits& all, const CommitStore& store, cmArray<std::uint32_t> numbers);
     const cmArray<std::uint32_t>& numbers() const { return m_numbers; }
-    /// The row of a commit by number; CommitStore::none when it is not among them.
+    /// Returns the row of a commit by number; CommitStore::none when it has none.
     std::uint32_t rowOf(std::uint32_t number) const;
     void node(std::uint32_t row, GraphNode& node) const override;
 

@@ -17,7 +17,7 @@ void GraphLanes::restart(const cmArray<std::uint32_t>& targets)
     for (std::size_t i = 0; i < targets.size(); ++i) {
         const auto column = static_cast<std::uint16_t>(i);
         if (targets[i] == free)
-            m_free.push_back(column);  // in ascending order: a heap
+            m_free.push_back(column);  // added in ascending order, so the array is a heap
         else
             reserve(column, targets[i]);
     }
@@ -30,7 +30,7 @@ void GraphLanes::step(const GraphNode& node, GraphRow* row)
     const std::uint16_t column = takeColumn(node.id, row);
     if (row)
         row->column = column;
-    // The column is free for the other parents when the first one does not inherit it.
+    // Without a first parent that inherits the column, the other parents may use it.
     if (column != graphNoColumn && (node.parents.empty() || node.parents.front().above))
         release(column);
     for (std::size_t i = 0; i < node.parents.size(); ++i) {
@@ -56,7 +56,7 @@ void GraphLanes::addPassing(const GraphNode& node, GraphRow& row) const
     }
 }
 
-/// Ends all lines to the commit, and holds the column that it gets.
+/// Ends all lines to the commit and returns its column, which is `held` then.
 std::uint16_t GraphLanes::takeColumn(std::uint32_t id, GraphRow* row)
 {
     const std::uint16_t taken = leftmostFor(id);
@@ -107,7 +107,7 @@ std::uint16_t GraphLanes::leftmostFor(std::uint32_t id) const
     return leftmost;
 }
 
-/// The column of the line to a parent; graphNoColumn when it gets none.
+/// Returns the column of the line to a parent; graphNoColumn when the parent gets no line.
 std::uint16_t GraphLanes::reserveFor(const GraphNode::Parent& parent, bool first, std::uint16_t column)
 {
     if (parent.above)

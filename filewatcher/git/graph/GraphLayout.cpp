@@ -11,7 +11,7 @@ constexpr std::size_t rowsPerCheckpoint = 256;
 void GraphLayout::extend(std::uint32_t count)
 {
     for (; m_rowCount < count; ++m_rowCount) {
-        // Fewer when there are many lanes: so a row never costs more than a word.
+        // With many lines checkpoints are rarer, so that they never take more than a word per row.
         const std::size_t distance = std::max(rowsPerCheckpoint, m_lanes.targets().size());
         if (m_checkpoints.empty() || m_rowCount - m_checkpoints.back().row >= distance)
             m_checkpoints.push_back({m_rowCount, m_lanes.targets()});

@@ -4,20 +4,20 @@
 
 #include <cstdint>
 
-/// The column of what found no room.
+/// The column of a commit or line for which no column is left.
 inline constexpr std::uint16_t graphNoColumn = 0xFFFF;
 
 enum class GraphEdgeKind : std::uint8_t {
-    passes,  ///< a line that has nothing to do with the commit
-    ends,    ///< from a child above, into the commit
-    begins,  ///< from the commit, to a parent below
-    stub,    ///< from the commit to a parent that has no line: it stands above, or no column is left; both ends are the commit's
+    passes,  ///< a line between other commits
+    ends,    ///< from a child above to the commit
+    begins,  ///< from the commit to a parent below
+    stub,    ///< a parent without a line, because it is above or no column is left; both ends are in the column of the commit
 };
 
-/// A line through a row.
+/// A part of a line, within one row.
 struct GraphEdge {
-    std::uint16_t from;  ///< its column at the top
-    std::uint16_t to;    ///< and at the bottom
+    std::uint16_t from;  ///< column at the top of the row
+    std::uint16_t to;    ///< column at the bottom of the row
     GraphEdgeKind kind;
 
     friend bool operator==(const GraphEdge&, const GraphEdge&) = default;
@@ -26,5 +26,5 @@ struct GraphEdge {
 /// One row of the graph.
 struct GraphRow {
     std::uint16_t column = graphNoColumn;  ///< of the commit
-    cmArray<GraphEdge> edges;              ///< first those that pass, then those that end, then those of the parents in order
+    cmArray<GraphEdge> edges;              ///< first all `passes`, then all `ends`, then one for each parent in order
 };
