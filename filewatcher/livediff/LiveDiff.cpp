@@ -2,7 +2,7 @@
 #include "filewatcher/StatusCodes.h"
 #include "filewatcher/livediff/GetFileFromVCThreaded.h"
 #include "filewatcher/livediff/LiveDiffCachePath.h"
-#include "filewatcher/livediff/LiveDiffStatus.h"
+#include "filewatcher/livediff/LiveDiffFetch.h"
 
 namespace {
 
@@ -12,7 +12,7 @@ bool isBusy()
     return worker && worker->isRunning();
 }
 
-/// Where the revision of `file` goes; its folder is made. Null when there is no place for it.
+/// Returns the path of the cache file for `file` and creates its folder; null when the cache cannot hold it.
 cmStringT prepareCacheFile(const tamarin::TMString& file)
 {
     tamarin::TMString path(file);

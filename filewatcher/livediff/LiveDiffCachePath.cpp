@@ -10,7 +10,7 @@ namespace {
 
 constexpr cmROStringT cacheFolder = "svclivediff";
 
-/// Whether Windows takes the name for a device's, whatever stands behind its first dot.
+/// Whether Windows opens a device under this name. What follows the first dot does not matter.
 bool isDeviceName(cmROStringT name)
 {
     cmROStringT base = name.substr(0, name.find('.'));
@@ -23,7 +23,7 @@ bool isDeviceName(cmROStringT name)
         return false;
     const cmROStringT number = base.substr(3);
     const bool isDigit = number.size() == 1 && number[0] >= '0' && number[0] <= '9';
-    return isDigit || number == "\xC2\xB9" || number == "\xC2\xB2" || number == "\xC2\xB3";  // superscript ones, too
+    return isDigit || number == "\xC2\xB9" || number == "\xC2\xB2" || number == "\xC2\xB3";  // superscript 1, 2, 3
 }
 
 bool isFileName(cmROStringT name, cmPathStyle style)
@@ -33,12 +33,12 @@ bool isFileName(cmROStringT name, cmPathStyle style)
     const bool plain = std::none_of(name.begin(), name.end(), [](char c) {
         return (c >= 0 && c < ' ') || cmROStringT("<>:\"|?*").find(c) != cmROStringT::npos;
     });
-    // The system drops dots and blanks at the end: what is left may be another file, a device or the folder above.
+    // Windows drops trailing dots and blanks; the rest can name another file, a device or the parent folder.
     return plain && !name.ends_with('.') && !name.ends_with(' ') && !isDeviceName(name);
 }
 
-/// Takes the part of an absolute path that is no name off its front, but for what the mirror keeps of it as one.
-cmStringT takeRoot(cmROStringT& path, cmPathStyle style)
+/// Removes the drive from the front of an absolute path and returns its letter; empty when there is no drive.
+cmStringT takeDrive(cmROStringT& path, cmPathStyle style)
 {
     if (style == cmPathStyle::posix)
         return "";
@@ -58,7 +58,7 @@ cmStringT liveDiffMirrorPath(cmROStringT file, cmPathStyle style)
     const cmStringT native = cmWithoutVerbatimPrefix(cmNativeSeparators(file, style), style);
     cmROStringT rest = native;
     cmArray<cmROStringT> names;
-    const cmStringT drive = takeRoot(rest, style);
+    const cmStringT drive = takeDrive(rest, style);
     if (rest.empty() || cmIsPathSeparator(rest.back(), style))
         return {};
     while (!rest.empty()) {
@@ -87,9 +87,7 @@ cmStringT prepareLiveDiffCacheFile(cmROStringT directory, cmROStringT file)
     if (mirror.isNull() || directory.empty())
         return {};
     const cmStringT cache = cmJoinPath(cmNativeSeparators(directory), cacheFolder);
-    const std::size_t nameAt = mirror.view().rfind(cmPathSeparator());
-    const cmROStringT folder = nameAt == cmROStringT::npos ? "" : mirror.view().substr(0, nameAt);
-    if (!cmMakeFolderBelow(directory, cacheFolder) || !cmMakeFolderBelow(cache, folder))
+    if (!cmMakeFolderBelow(directory, cacheFolder) || !cmMakeFolderBelow(cache, cmDirectoryOf(mirror)))
         return {};
     return cmJoinPath(cache, mirror);
 }

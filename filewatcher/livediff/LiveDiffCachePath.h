@@ -3,12 +3,12 @@
 #include "common/cmPath.h"
 #include "common/cmString.h"
 
-/// Where the cache mirrors a file: the path of `file`, which is absolute, as one below a folder, in native separators. A drive
-/// becomes a folder of its letter, a share is led by its server's name. `.` and `..` are resolved and never lead out. Null for
-/// a path that cannot be mirrored: a relative one, one without a file name and, on Windows, one with a device's name or with a
-/// character that no file name has, a colon included.
+/// Maps the absolute path of a file to a relative path, in native separators, under which the cache holds the file. A drive
+/// becomes a folder named by its letter; a path on a share begins with the server's name. "." and ".." are resolved and never
+/// lead out of the cache. Returns null when the cache cannot hold the file: for a relative path, a path without a file name and,
+/// on Windows, a path with a device name or with a character that file names cannot have (a colon included). Pure function.
 cmStringT liveDiffMirrorPath(cmROStringT file, cmPathStyle style = cmNativePathStyle);
 
-/// The cache file for `file`, whose folder is made: `directory` is the editor's own, below which the cache lies. Null when the
-/// path cannot be mirrored or the folder not be made. Writes the disk; any thread.
+/// Returns the path of the cache file for `file`, in the cache folder below `directory`, and creates its folder. Null when the
+/// path cannot be mapped, when the folder cannot be created, and when a link stands in its way. Writes to the disk. Any thread.
 cmStringT prepareLiveDiffCacheFile(cmROStringT directory, cmROStringT file);
