@@ -4,87 +4,132 @@
 
 #include <cstdint>
 
-// The functions that the module registers with the editor, in the order of registration. The editor calls them on its
-// own thread only; each returns without waiting for a disk, a network or a tool, but those that stop threads or
-// say otherwise. What each does stands with its implementation's header.
+// The functions that the module registers with the editor, in the order of registration. This header is their contract.
+//
+// Thread: the editor calls them on its own thread only.
+// Text: UTF-8; paths are absolute. A text argument needs to be valid during the call only. A returned text lies in a static
+// buffer of 1024 bytes that belongs to the function: it is cut off to fit, and valid until the next call of the same function.
+// Variables: arguments of type TXHREFVAR are filled through the editor's services. The editor owns them.
+// Codes: StatusCodes.h. A closed feature gate means that txFeatureAvailable answers 0.
+// Time: a call returns at once unless its contract says that it waits.
 
 extern "C" {
 
-// Watch registry; exported under their plain names as well.
+// --- Watch registry. These five are exported under their plain names as well. -------------------------------------
+// Types and the bits of type masks: 1 Subversion, 4 Perforce, 8 Git. 16 and 32 are further types of Subversion and Git, but no
+// bits of a mask.
 
-/// Queues the directory `path` for one status pass of the watch type's thread, which is created, configured and started
-/// as needed. 0: started, unknown type, or display switched off after too much output; -1: added to a thread that runs;
-/// -2173: the editor's edition lacks the feature.
+/// Queues the directory `path` for one status pass of the thread that `type` selects. The thread is created, configured and
+/// started when needed; configuring calls a macro function of the editor. A path that is queued already is not queued again.
+/// Properties 4 and 5 give the entry its context. For Subversion, `flag` not 0 includes the folders below the path, and property
+/// 5 not 0 asks for "info" instead of "status".
+/// Returns 0: the thread was started, the type is unknown, or the tool's file status was switched off because a run of the tool
+/// wrote too much; -1: the path was added to a thread that runs already; -2173: the feature gate is closed.
 TX_EXPORTED std::int32_t filewatcherAddPath(TXPSZ path, std::int32_t type, std::int32_t flag);
-/// Takes one path (compared to the byte) out of the queue of the first type in the mask: 1, else 8, else 4.
+/// Removes `path` from the queue of one thread: that of the first bit in the mask, in the order 1, 8, 4. Paths are compared byte
+/// by byte. A missing thread is created, but not started. Does nothing when the feature gate is closed, as the next three.
 TX_EXPORTED void filewatcherRemovePath(TXPSZ path, std::int32_t typeMask);
-/// Empties that queue; the thread goes on.
+/// Empties the queue of one thread, chosen in the same way. The thread keeps running.
 TX_EXPORTED void filewatcherRemoveType(std::int32_t typeMask);
-/// Reads the settings of a type (1, 16, 8 or 32) unless its thread has them.
+/// Reads the settings of type 1, 16, 8 or 32 from the editor, unless its thread has them already. Other types are ignored.
 TX_EXPORTED void filewatcherInitType(std::int32_t type);
-/// Stops and destroys the threads in the mask; returns when they have ended.
+/// Stops and destroys the threads of all bits in the mask, in the order 1, 8, 4. Waits without limit until they have ended; a
+/// running tool is ended, so this takes milliseconds.
 TX_EXPORTED void filewatcherStop(std::int32_t typeMask);
 
-/// Suspends (not 0) or resumes all status threads, those that come later included; waits for nothing.
+/// Suspends (not 0) or resumes (0) all status threads, those that are created later included. A pass that runs is completed.
 void filewatcherSetSuspendState(std::int32_t suspended);
-/// Stops and destroys every background thread; returns when they have ended.
-void filewatcher_stop_async_work();
 
-// Reload tables. What is slow is on its list until all work is stopped.
+// --- Reload tables --------------------------------------------------------------------------------------------------
 
-/// Asks for the dates of the files in an array and waits at most `budgetMs`. Fills the hash table `result` with what has
-/// arrived, from earlier calls too: name to [time of modification, 0 for none; 1 when read-only]. A file whose date takes
-/// half the budget or more is slow: it is never asked for again. 0; 1 when there is no memory.
+/// Requests the dates of the files in the array `fileNames`; empty names are skipped. Waits at most `budgetMs` milliseconds
+/// for them; a budget below 0 counts as 0. Results that have arrived, from earlier calls too, go into the hash table `result`:
+/// the key is the name, the value an array of the modification time (64-bit, 100 ns units since 1601-01-01 UTC; 0 for none) and
+/// 1 for a read-only file, else 0. A file whose date took `budgetMs / 2` or longer is slow: it is never requested again, until
+/// filewatcher_stop_async_work. `arg1` and `arg2` are carried along without effect. Returns 0; 1 when memory ran out.
 std::int32_t getFastReloadInfoTable(TXHREFVAR fileNames, std::int32_t arg1, std::int32_t arg2, TXHREFVAR result,
                                     std::int32_t budgetMs);
-/// Adds the name of each slow file to the hash table, with 1. 0; 1 when there is no memory.
+/// Adds the name of each slow file to the hash table `result`, with the value 1. Returns 0; 1 when memory ran out.
 std::int32_t getSlowReloadFiles(TXHREFVAR result);
 
-// Git browser.
+// --- Git browser and queries ------------------------------------------------------------------------------------------
+
+/// Starts to load the branches and commits of a repository in the background, and offers the editor the callbacks of
+/// GitCallbacks.h. `repository` is a directory in the working copy, `git` the executable. Two optional arguments follow those of
+/// the prototype: 3, integer `force`; 4, text `logRestriction`: arguments of git log that replace "--all". Absent ones count as
+/// 0 and empty.
+/// Every call clears the model and ends a load that runs. A new load starts when there was no model, when property 152 names
+/// another repository, when `force` is not 0, or when the setting "def_git_browser_single_load_limit" has changed.
+/// May wait some milliseconds for the load that it ends. Returns 0, or 1 when a thread cannot be started.
 std::int32_t gitGetBranchInfo(TXPSZ repository, TXPSZ git);
+/// Ends a load and clears the model. Waits until its threads have ended, which takes milliseconds. Does nothing when the feature
+/// gate is closed.
 void gitBranchClose();
-/// Fills the hash table `result` with what is known of a commit: of the keys "hash", "parentHash", "otherParents", "authorName",
-/// "authorEmail", "committerDate", "comment", "longComment", "modifiedFiles" and "stagedFiles" those that it holds; none when
-/// the branches model has no such commit. Returns the status of the git command; -2173. Waits for git.
+/// Fills elements of the hash table `result` with what is known of the commit `hash`. Only keys that the table holds are filled:
+/// "hash", "parentHash", "authorName", "authorEmail", "committerDate" ("YYYY-MM-DD HH:mm:ss", local time), "comment" (the
+/// subject), and the arrays "otherParents", "longComment" (lines), "modifiedFiles", "stagedFiles". Nothing is filled when the
+/// branches model does not have the commit. Returns 0; -1 when git reports a fatal error or `hash` begins with a dash; -2173
+/// when the feature gate is closed; or why git could not be started. Waits for git without limit.
 std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR result);
-/// Fills the array `result` with the revisions of a file as instances of the editor's class "SVCHistoryInfo", linked by their
-/// index fields as children of element 0. `revision` (may be empty) is where the history begins, `newestOnly` shows one,
-/// `follow` goes on beyond renames, `workingFile` puts an entry for the working file in front. Returns the status of the
-/// git commands; -1 for a revision that begins with a dash. Waits for git.
+/// Fills the array `result` with the revisions of `file`, newest first, as instances of the editor's class "SVCHistoryInfo".
+/// Element 0 is the root entry; the index fields link the revisions as its children. `revision` is where the history begins;
+/// empty for HEAD. Not 0: `newestOnly` asks for one revision, `follow` continues the history before renames, `workingFile` adds
+/// an entry for the working file in front. Returns 0; -1 when git reports a fatal error or `revision` begins with a dash; or why
+/// git could not be started. `result` is filled on 0 only. Waits for git without limit.
 std::int32_t gitGetHistoryInfo(TXPSZ file, TXPSZ git, TXHREFVAR result, TXPSZ revision, std::int32_t newestOnly,
                                std::int32_t follow, std::int32_t workingFile);
+/// Returns 1 while a load runs: the model's thread or its log thread; else 0.
 std::int32_t gitGetBranchInfoRunning();
+/// Refills the browser tree with the commits whose author, e-mail, subject or hash contains `text`; all commits for an empty
+/// text. The rows that take longer than one slice (200 ms) follow from the browser's timer. `tree` is not used. Returns 0;
+/// -104399 when no repository was loaded; -2173 when the feature gate is closed.
 std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR tree);
-/// Without a revision adds to the hash table `result`, at the key `repository`, a table of two arrays: "local", the files that
-/// differ from the index, and "staged", those in it that differ from HEAD. With a revision adds for every file that differs,
-/// at its full path, a table whose "hunks" are tables of "oldStart", "oldCount", "newStart", "newCount" and "lines", each
-/// line behind its + - blank or backslash. Returns the status of the last git command; -1 when nothing differs from the
-/// revision or it begins with a dash; -2173. Waits for git.
+/// Adds changes to the hash table `result`; paths of working-copy lists are relative to the top level, with slashes.
+/// Without a revision: at the key `repository`, a hash table of the arrays "local" (files that differ from the index) and
+/// "staged" (files in the index that differ from HEAD). With one: for each file that differs from it, at its full path, a hash
+/// table whose array "hunks" holds hash tables of the integers "oldStart", "oldCount", "newStart", "newCount" and the array
+/// "lines"; a line begins with "+", "-", a blank or a backslash. Returns 0; -1 when git reports a fatal error, when nothing
+/// differs from the revision, or when it begins with a dash; -2173 when the feature gate is closed; or why git could not be
+/// started. `result` changes on 0 only. Waits for git, at most two runs, without limit.
 std::int32_t gitGetDiffInfo(TXPSZ repository, TXPSZ git, TXHREFVAR result, TXPSZ revision);
+/// Returns 1 while the model's own thread runs, else 0.
 std::int32_t gitGettingInfo();
+/// Returns the name of a branch; "Error" for a number below 0 or past the last branch. 0 is the current branch. The text is valid
+/// until the next call of this function.
 TXPSZ gitGetBranchName(std::int32_t number);
+/// Returns the hash of a branch's tip; empty when there is no such branch. Valid until the next call of this function.
 TXPSZ gitGetBranchHash(std::int32_t number);
+/// Returns the hash of the current branch's tip; empty when it is not known. Valid until the next call of this function.
 TXPSZ gitCurBranchEndHash();
 
-// Recent files.
+// --- Recent files -----------------------------------------------------------------------------------------------------
 
-/// Keeps the path of an opened file for the system's list of recent documents.
+/// Remembers the path of an opened file for the system's list of recent documents.
 void recentFilesAdd(TXPSZ path);
-/// Hands the newest 21 of the paths that were kept to the system, in the order in which they came, and forgets them all. Files
-/// that do not exist are passed over. Waits for the disk.
+/// Reports remembered paths to the system, oldest first: all when there are at most 20, else the newest 21. Then forgets all of
+/// them. A file that does not exist is skipped. The first call sets up the system's list for this thread. Waits for the disk.
 void recentFilesProcessPending();
 
-// Live diff. `command` writes a committed revision of `file` to its standard output; it runs in `workingDirectory`.
-// `cacheFile` receives the path of the file for it in the editor's cache; `origin` is the editor's own.
+/// Stops and destroys every background thread, in this order: file dates, Git, Subversion and Perforce status, Git browser, live
+/// diff. Forgets the slow files. Waits without limit until they have ended; running tools are ended, so this takes milliseconds.
+/// The editor calls it before it unloads the module. Further calls of all functions are allowed.
+void filewatcher_stop_async_work();
 
-/// Fetches the revision in the background: 0; 1 when the thread cannot be started; -104360 while a fetch runs;
-/// -104357 when the cache has no place for it; or the status with which the editor forbids it.
+// --- Live diff ----------------------------------------------------------------------------------------------------------
+// `command` is a command line that writes a committed revision of `file` to its standard output; it runs in
+// `workingDirectory`. `cacheFile` receives the path of the file that will hold the revision. `origin` has no effect.
+
+/// Fetches the revision in the background. Returns 0 when the fetch was started; 1 when the thread cannot be started; -104360
+/// while a fetch runs; -104357 when there is no place for the cache file; or the status with which the editor forbids the fetch
+/// (property 6). Does not wait for the command.
 std::int32_t svcLiveDiffGetVCFile(TMStringConst origin, TMStringConst command, TMStringConst file, TMStringByRef cacheFile,
                                   TMStringConst workingDirectory);
-/// Fetches it before it returns: 0, -104370 when it cannot be had or written, or -104360 while a fetch runs.
+/// Fetches the revision before it returns; waits for the command without limit. Returns 0; -104370 when the command failed or
+/// the cache file cannot be written; -104360 while a background fetch runs.
 std::int32_t svcLiveDiffGetVCFileImmediate(TMStringConst origin, TMStringConst command, TMStringConst file,
                                            TMStringByRef cacheFile, TMStringConst workingDirectory);
-/// 1 when the cache file holds its revision, the status of a fetch that failed, else 0.
+/// Returns 1 when the cache file holds its revision, the code of a fetch that failed (-104357, -104370), else 0. When property 2
+/// is not 0, forgets the outcome first.
 std::int32_t svcLiveDiffHaveVCFile(TMStringConst cacheFile);
 
 }  // extern "C"

@@ -2,10 +2,10 @@
 
 #include <cstdint>
 
-// Results of the module's functions and threads that the editor knows by number.
+// Status codes of the module's functions and threads. The editor knows their numbers.
 inline constexpr std::int32_t statusAlreadyRunning = -1;
-inline constexpr std::int32_t statusPassFailed = -1;  ///< of a status pass: the tool could not answer, or memory ran out
-inline constexpr std::int32_t statusGitFailed = -1;   ///< git itself called it a fatal error, or there was nothing to show
+inline constexpr std::int32_t statusPassFailed = -1;  ///< status pass: the tool failed, or memory ran out
+inline constexpr std::int32_t statusGitFailed = -1;   ///< git reported a fatal error, or there was nothing to show
 inline constexpr std::int32_t statusNoExecutable = -2;
 inline constexpr std::int32_t statusFeatureUnavailable = -2173;
 inline constexpr std::int32_t statusStopRequested = -102621;

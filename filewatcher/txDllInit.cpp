@@ -17,7 +17,7 @@ TXPFN address(Function* function)
     return reinterpret_cast<TXPFN>(function);
 }
 
-/// The prototypes are the editor's interface to the letter, uneven blanks included.
+/// The prototypes belong to the editor's interface exactly as they are, uneven blanks included.
 const std::array<Registration, 25>& registrations()
 {
     static const std::array<Registration, 25> table{{

@@ -18,15 +18,10 @@ std::vector<std::string> entries(cmROStringT output)
 
 using Texts = std::vector<std::string>;
 
-TEST(GitPorcelain, ReadsColumnsAndPlainNames)
+TEST(GitPorcelain, ReadsColumnsAndNames)
 {
-    EXPECT_EQ(entries(" M a.txt\nMM dir/b\n?? new\n"), (Texts{" M a.txt", "MM dir/b", "?? new"}));
-    EXPECT_EQ(entries(" M last-without-line-end"), (Texts{" M last-without-line-end"}));
-}
-
-TEST(GitPorcelain, UnquotesNames)
-{
-    EXPECT_EQ(entries(R"( M "a b")"), (Texts{" M a b"}));
+    EXPECT_EQ(entries(" M a.txt\nMM dir/b\n?? new"), (Texts{" M a.txt", "MM dir/b", "?? new"}));
+    EXPECT_EQ(entries("\n M\nfatal\n M \n M a\n"), (Texts{" M a"}));
     EXPECT_EQ(entries(R"( M "t\tq\"b\\n\n\303\274\177")"), (Texts{" M t\tq\"b\\n\n\xC3\xBC\x7F"}));
     EXPECT_EQ(entries(R"( M "cut \)"), (Texts{" M cut \\"}));
     EXPECT_EQ(entries(R"( M "cut\30)"), (Texts{" M cut30"}));
@@ -34,16 +29,8 @@ TEST(GitPorcelain, UnquotesNames)
 
 TEST(GitPorcelain, TakesTheNewNameOfARename)
 {
-    EXPECT_EQ(entries("RM old -> new\n"), (Texts{"RM new"}));
-    EXPECT_EQ(entries(R"(RM "o -> l" -> "n -> w")"), (Texts{"RM n -> w"}));
-    EXPECT_EQ(entries(R"(RM old -> "n w")"), (Texts{"RM n w"}));
-    EXPECT_EQ(entries(R"( M "a -> b")"), (Texts{" M a -> b"}));
-}
-
-TEST(GitPorcelain, PassesOverWhatIsNoEntry)
-{
-    EXPECT_TRUE(entries("").empty());
-    EXPECT_EQ(entries("\n M\nfatal\n M \n M a\n"), (Texts{" M a"}));
+    EXPECT_EQ(entries("RM old -> new\nRM \"o -> l\" -> \"n -> w\"\nRM old -> \"n w\"\n M \"a -> b\"\n"),
+              (Texts{"RM new", "RM n -> w", "RM n w", " M a -> b"}));
 }
 
 TEST(VCRecord, AddsATokenOnce)

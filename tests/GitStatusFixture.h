@@ -9,7 +9,7 @@
 
 using Status = std::map<std::string, std::string>;
 
-/// A module and a fresh repository; files in it are named from its top level, with slashes.
+/// A module and a fresh repository. Files are named relative to its top level, with slashes.
 class GitStatusTest : public ModuleTest {
 protected:
     GitStatusTest() { makeRepository(top); }

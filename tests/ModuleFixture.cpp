@@ -16,7 +16,10 @@ ModuleTest::ModuleTest()
     EditorObserver observer;
     observer.statusChanged = [this] { ++notifications; };
     observer.passBegan = [this](const cmStringT&) { ++passesBegun; };
-    observer.passEnded = [this](const cmStringT& path, std::int32_t status) { passesEnded.emplace(path.c_str(), status); };
+    observer.passEnded = [this](const cmStringT& path, std::int32_t status) {
+        passesEnded.emplace(path.c_str(), status);
+        endedPaths.emplace_back(path.c_str());
+    };
     editor.setObserver(observer);
     EXPECT_EQ(txDllInit(), 0);
 }
@@ -48,6 +51,12 @@ std::int32_t ModuleTest::waitForPass(const std::string& path)
     const std::int32_t status = passesEnded.find(path)->second;
     passesEnded.erase(passesEnded.find(path));
     return status;
+}
+
+void ModuleTest::stopAndRunEvents()
+{
+    call("filewatcher_stop_async_work", {});
+    editor.runUntil([] { return false; }, 0);
 }
 
 std::int32_t ModuleTest::pass(const std::string& path)

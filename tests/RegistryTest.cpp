@@ -4,16 +4,14 @@
 #include "filewatcher/status/VCStatusSettings.h"
 #include "tests/ModuleFixture.h"
 
-#include <filesystem>
-
 namespace {
 
 class RegistryTest : public ModuleTest {
 protected:
-    /// Holds every thread back from its queue, so that the queue can be looked at.
+    /// Makes the threads leave their queues alone, so that a test can look at them.
     void suspend() { call("filewatcherSetSuspendState", {1}); }
 
-    /// Paths in a suspended thread's queue, in order; empties it.
+    /// Empties the queue of a suspended thread and returns its paths.
     template <class Thread>
     static std::vector<std::string> takeQueue()
     {
@@ -23,6 +21,12 @@ protected:
             paths.push_back(entry.path.c_str());
         return paths;
     }
+    /// The tools that have a thread, as letters.
+    static std::string threads()
+    {
+        return std::string(SVNStatusThread::instance(false) ? "s" : "") + (GitStatusThread::instance(false) ? "g" : "")
+               + (PerforceStatusThread::instance(false) ? "p" : "");
+    }
 };
 
 using Paths = std::vector<std::string>;
@@ -30,13 +34,15 @@ using Paths = std::vector<std::string>;
 TEST_F(RegistryTest, AnswersByTypeGateAndRunningThread)
 {
     suspend();
-    EXPECT_EQ(addPath("/a", 2), 0);
-    EXPECT_EQ(GitStatusThread::instance(false), nullptr);
+    for (const std::int32_t unknown : {0, 2, 3, 9, 64})
+        EXPECT_EQ(addPath("/a", unknown), 0);
     editor.setFeatureAvailable(false);
-    EXPECT_EQ(addPath("/a", 8), -2173);
+    EXPECT_EQ(addPath("/a", 2), 0);
+    EXPECT_EQ(addPath("/a"), -2173);
     call("filewatcherInitType", {8});
     call("filewatcherRemoveType", {8});
-    EXPECT_EQ(GitStatusThread::instance(false), nullptr);
+    call("filewatcherRemovePath", {"/a", 8});
+    EXPECT_EQ(threads(), "");
     editor.setFeatureAvailable(true);
 
     for (const auto& [first, second] : {std::pair(8, 32), std::pair(1, 16), std::pair(4, 4)}) {
@@ -45,12 +51,11 @@ TEST_F(RegistryTest, AnswersByTypeGateAndRunningThread)
     }
     editor.setFeatureAvailable(false);
     call("filewatcherStop", {13});
-    EXPECT_TRUE(GitStatusThread::instance(false)->isRunning());
+    EXPECT_EQ(threads(), "sgp");
     editor.setFeatureAvailable(true);
-    call("filewatcherStop", {13});
-    EXPECT_EQ(GitStatusThread::instance(false), nullptr);
-    EXPECT_EQ(SVNStatusThread::instance(false), nullptr);
-    EXPECT_EQ(PerforceStatusThread::instance(false), nullptr);
+    call("filewatcherStop", {48});
+    call("filewatcherStop", {9});
+    EXPECT_EQ(threads(), "p");
 }
 
 TEST_F(RegistryTest, KeepsAQueueOfDistinctPathsWithTheEditorsContext)
@@ -58,24 +63,23 @@ TEST_F(RegistryTest, KeepsAQueueOfDistinctPathsWithTheEditorsContext)
     suspend();
     editor.setProperty(txPropertyWatchContext, cmStringT("context"));
     editor.setProperty(txPropertyWatchContextFlag, 7);
-    for (const char* path : {"/a", "/A", "/b", "/c", "/a"})
-        addPath(path, gitType);
-    addPath("/p", perforceType);
+    for (const char* path : {"/a", "/A", "/b", "/c"})
+        addPath(path);
+    editor.removeProperty(txPropertyWatchContext);
+    addPath("/a");
+    call("filewatcherAddPath", {"/p", perforceType, 0});
     call("filewatcherRemovePath", {"/b", 8});
     call("filewatcherRemovePath", {"/not there", 8});
 
     WatchEntry entry;
-    GitStatusThread* thread = GitStatusThread::instance(false);
-    EXPECT_EQ(thread->findPath("/c"), 2);
-    ASSERT_TRUE(thread->takeFirstPath(entry));
+    ASSERT_TRUE(GitStatusThread::instance(false)->takeFirstPath(entry));
     EXPECT_EQ(entry.path, "/a");
     EXPECT_EQ(entry.context, "context");
-    EXPECT_TRUE(entry.pathFlag);
-    EXPECT_TRUE(entry.contextFlag);
+    EXPECT_TRUE(entry.pathFlag && entry.contextFlag);
     EXPECT_EQ(takeQueue<GitStatusThread>(), (Paths{"/A", "/c"}));
     ASSERT_TRUE(PerforceStatusThread::instance(false)->takeFirstPath(entry));
-    EXPECT_FALSE(entry.contextFlag);
-    EXPECT_EQ(entry.context, "context");
+    EXPECT_EQ(entry.context, "");
+    EXPECT_FALSE(entry.pathFlag || entry.contextFlag);
 }
 
 TEST_F(RegistryTest, PicksTheFirstThreadOfAMaskToRemoveFrom)
@@ -83,12 +87,13 @@ TEST_F(RegistryTest, PicksTheFirstThreadOfAMaskToRemoveFrom)
     suspend();
     for (const std::int32_t type : {svnType, perforceType, gitType})
         addPath("/a", type);
-    call("filewatcherRemovePath", {"/a", 9});
-    EXPECT_EQ(takeQueue<SVNStatusThread>(), Paths{});
+    call("filewatcherRemovePath", {"/a", 13});
     call("filewatcherRemoveType", {12});
-    EXPECT_EQ(takeQueue<GitStatusThread>(), Paths{});
     call("filewatcherRemoveType", {48});
+    EXPECT_EQ(takeQueue<SVNStatusThread>(), Paths{});
+    EXPECT_EQ(takeQueue<GitStatusThread>(), Paths{});
     EXPECT_EQ(takeQueue<PerforceStatusThread>(), Paths{"/a"});
+    EXPECT_TRUE(GitStatusThread::instance(false)->isRunning());
 }
 
 TEST_F(RegistryTest, ReadsTheSettingsOnceItHasThemAll)
@@ -96,63 +101,82 @@ TEST_F(RegistryTest, ReadsTheSettingsOnceItHasThemAll)
     setTool("");
     EXPECT_EQ(readGitStatusSettings(), -2);
     setTool("/usr/bin/git");
-    editor.removeSetting("def_git_update_interval");
+    editor.removeSetting(txVCToolGit.intervalSetting);
     EXPECT_EQ(readGitStatusSettings(), 0);
     EXPECT_FALSE(GitStatusThread::instance(false)->isConfigured());
-    editor.setSetting("def_git_update_interval", 5);
-    editor.removeSetting("def_vc_max_status_output_size");
+    editor.setSetting(txVCToolGit.intervalSetting, 5);
+    editor.removeSetting(txVCMaxOutputSetting);
     call("filewatcherInitType", {32});
     EXPECT_TRUE(GitStatusThread::instance(false)->isConfigured());
     EXPECT_EQ(GitStatusThread::instance(false)->getIntervalMs(), 5000u);
     EXPECT_EQ(GitStatusThread::instance(false)->getMaxOutputSize(), -1);
+
     const int calls = macroCalls;
+    editor.setSetting(txVCMaxOutputSetting, 1);
     call("filewatcherInitType", {8});
+    EXPECT_EQ(addPath("/not there"), 0);
     EXPECT_EQ(macroCalls, calls);
+    EXPECT_EQ(GitStatusThread::instance(false)->getMaxOutputSize(), -1);
 
     call("filewatcherInitType", {4});
-    EXPECT_EQ(PerforceStatusThread::instance(false), nullptr);
+    EXPECT_EQ(threads(), "g");
     EXPECT_EQ(readPerforceStatusSettings(), 0);
     EXPECT_EQ(readSvnStatusSettings(), 0);
-    EXPECT_TRUE(SVNStatusThread::instance(false)->isConfigured());
+    EXPECT_EQ(SVNStatusThread::instance(false)->getMaxOutputSize(), 1);
+}
+
+TEST_F(RegistryTest, TheMacroMayStopTheThreadThatItConfigures)
+{
+    suspend();
+    editor.defineMacro(txVCToolGit.exePathMacro, [this] {
+        call("filewatcherStop", {gitType});
+        return cmStringT("git");
+    });
+    EXPECT_EQ(addPath("/a"), 0);
+    EXPECT_TRUE(GitStatusThread::instance(false)->isConfigured());
 }
 
 TEST_F(RegistryTest, SuspendsThreadsThatExistAndThoseThatCome)
 {
-    const TempFolder folder;
-    const std::string tool = helperAs(folder, "tool-hangs");
-    setTool(tool);
+    call("filewatcherInitType", {gitType});
     suspend();
-    EXPECT_EQ(addPath(text(folder.path())), 0);
-    EXPECT_FALSE(editor.runUntil([&] { return passesBegun > 0; }, 300));
-    EXPECT_EQ(processesOf(tool), 0u);
-    call("filewatcherSetSuspendState", {0});
-    EXPECT_TRUE(editor.runUntil([&] { return passesBegun == 1; }, 5000));
-    EXPECT_TRUE(eventually([&] { return processesOf(tool) == 1; }));
+    EXPECT_TRUE(GitStatusThread::instance(false)->isSuspended());
+    for (const std::int32_t type : {svnType, perforceType})
+        addPath("/a", type);
+    for (const std::int32_t state : {-1, 0}) {
+        EXPECT_TRUE(SVNStatusThread::instance(false)->isSuspended());
+        EXPECT_TRUE(PerforceStatusThread::instance(false)->isSuspended());
+        call("filewatcherSetSuspendState", {state});
+    }
+    EXPECT_FALSE(GitStatusThread::instance(false)->isSuspended() || PerforceStatusThread::instance(false)->isSuspended());
 }
 
 TEST_F(RegistryTest, SwitchesAToolOffWhenItWroteTooMuch)
 {
     const TempFolder folder;
-    const std::string tool = helperAs(folder, "tool-floods");
-    setTool(tool);
+    setTool(helperAs(folder, "tool-floods"));
     EXPECT_EQ(pass(text(folder.path())), -6657);
-    EXPECT_TRUE(eventually([&] { return processesOf(tool) == 0; }));
-    EXPECT_TRUE(eventually([] { return !GitStatusThread::instance(false)->isRunning(); }));
+    EXPECT_TRUE(eventually([&] { return processesOf(tool) == 0 && !GitStatusThread::instance(false)->isRunning(); }));
     EXPECT_EQ(GitStatusThread::instance(false)->getStatus(), -102621);
     EXPECT_TRUE(editor.records().empty());
 
     suspend();
-    EXPECT_EQ(editor.setting("def_git_show_file_status"), 1);
-    EXPECT_EQ(addPath("/a"), 0);
-    EXPECT_EQ(editor.setting("def_git_show_file_status"), 0);
-    EXPECT_EQ(takeQueue<GitStatusThread>(), Paths{});
-    EXPECT_EQ(editor.setting("def_svn_show_file_status"), 1);
+    EXPECT_EQ(editor.setting(txVCToolGit.showFileStatusSetting), 1);
+    for (int round = 0; round < 2; ++round) {  // the flag is never reset
+        EXPECT_EQ(addPath("/a"), 0);
+        EXPECT_EQ(editor.setting(txVCToolGit.showFileStatusSetting), 0);
+        EXPECT_EQ(takeQueue<GitStatusThread>(), Paths{});
+    }
     EXPECT_EQ(addPath("/a", svnType), 0);
+    EXPECT_EQ(editor.setting(txVCToolSVN.showFileStatusSetting), 1);
     EXPECT_EQ(takeQueue<SVNStatusThread>(), Paths{"/a"});
 
-    editor.removeSetting("def_git_show_file_status");
+    editor.removeSetting(txVCToolGit.showFileStatusSetting);
     EXPECT_EQ(addPath("/a"), 0);
     EXPECT_TRUE(GitStatusThread::instance(false)->isRunning());
+    editor.setSetting(txVCToolGit.showFileStatusSetting, 1);
+    EXPECT_EQ(addPath("/b"), 0);
+    EXPECT_TRUE(GitStatusThread::instance(false)->join());  // the thread was asked to stop
     EXPECT_EQ(takeQueue<GitStatusThread>(), Paths{"/a"});
 }
 

@@ -1,7 +1,8 @@
 #include "common/cmPath.h"
+#include "filewatcher/status/SVNStatusThread.h"
 #include "tests/ModuleFixture.h"
 
-#include <algorithm>
+#include <atomic>
 #include <filesystem>
 #include <sstream>
 
@@ -9,7 +10,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// A client that answers what a real one has written.
+/// A client that answers with the document that the test gives.
 class SVNReplayTest : public ModuleTest {
 protected:
     SVNReplayTest()
@@ -28,16 +29,14 @@ protected:
     std::string top() const { return text(folder / "wc"); }
     std::string in(const std::string& name) const { return text(folder / "wc" / cmSystemPath(name)); }
 
-    static std::string document(const std::string& entries, const std::string& end = "")
+    static std::string document(const std::string& entries)
     {
-        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<status>\n<target\n   path=\"wc\">\n" + entries + end
-               + "</target>\n</status>\n";
+        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<status><target path='wc'>" + entries + "</target>\n</status>\n";
     }
     std::string entry(const std::string& name, const std::string& item, const std::string& more = "") const
     {
-        return "<entry\n   path=\"" + in(name) + "\">\n<wc-status\n   props=\"none\"\n   item=\"" + item
-               + "\"\n   revision=\"1\">\n<commit\n   revision=\"9\">\n<author>ada</author>\n</commit>\n</wc-status>\n" + more
-               + "</entry>\n";
+        return "<entry path='" + in(name) + "'><wc-status props='none' item='" + item + "' revision='1'><commit revision='9'>"
+               + "</commit></wc-status>" + more + "</entry>";
     }
     void answer(const std::string& xml) { writeFile(folder / "svn.xml", xml); }
     void answerAndPass(const std::string& xml)
@@ -46,15 +45,21 @@ protected:
         addPath(top(), svnType);
         EXPECT_EQ(waitForPass(top()), 0);
     }
-    TXVCRECORD record(const std::string& name) const { return editor.record(in(name)).value_or(TXVCRECORD()); }
-    void setRecord(const std::string& name, const char* local, const char* repository)
+    /// A file's record as "LOCAL/REPOSITORY/TOOL".
+    std::string record(const std::string& name) const
+    {
+        const TXVCRECORD record = editor.record(in(name)).value_or(TXVCRECORD());
+        return record.localStatus.c_str() + ("/" + std::string(record.repositoryStatus.c_str()) + "/")
+               + std::to_string(record.tool);
+    }
+    void markAsModified(const std::vector<std::string>& names)
     {
         TXVCRECORD record;
-        record.localStatus = local;
-        record.repositoryStatus = repository;
-        txVCSetRecord(tamarin::TMString(in(name).c_str()), record);
+        record.localStatus = record.repositoryStatus = "mod";
+        for (const std::string& name : names)
+            txVCSetRecord(tamarin::TMString(in(name).c_str()), record);
     }
-    /// The commands so far, each with a blank at its end.
+    /// The commands that were run; each has a blank at its end.
     std::vector<std::string> commands() const
     {
         std::vector<std::string> lines;
@@ -68,59 +73,44 @@ protected:
     bool warned = false;
 };
 
-const std::string outdated = "<repos-status\n   item=\"modified\"\n   props=\"none\">\n</repos-status>\n";
-const std::string upToDate = "<repos-status\n   item=\"normal\"\n   props=\"modified\">\n</repos-status>\n";
-const std::string against = "<against\n   revision=\"9\"/>\n";
+const std::string outdated = "<repos-status item='modified' props='none'></repos-status>";
+const std::string upToDate = "<repos-status item='normal' props='modified'></repos-status>";
 
 TEST_F(SVNReplayTest, SetsAndClearsWhatTheEntriesTell)
 {
-    for (const char* name : {"normal", "added", "same", "gone", "left"})
-        setRecord(name, "mod", "mod");
-    answerAndPass(document(entry("modified", "modified") + entry("normal", "normal") + entry("added", "added")
-                           + entry("newer", "normal", outdated) + entry("same", "added", upToDate)
-                           + entry("odd", "modified", "<x/>") + "<entry path=\"" + in("gone") + "\"/>"));
-    EXPECT_EQ(record("modified").localStatus, "mod");
-    EXPECT_EQ(record("modified").tool, txVCToolSVN.number);
-    EXPECT_EQ(record("normal").localStatus, "");
-    EXPECT_EQ(record("normal").repositoryStatus, "mod");  // the server was not heard
-    EXPECT_EQ(record("added").localStatus, "mod");
-    EXPECT_EQ(record("added").tool, 0);
-    EXPECT_EQ(record("newer").repositoryStatus, "mod");
-    EXPECT_EQ(record("same").repositoryStatus, "");
-    EXPECT_EQ(record("same").localStatus, "mod");
-    EXPECT_EQ(record("gone").localStatus, "");
-    EXPECT_EQ(record("gone").tool, txVCToolSVN.number);
-    EXPECT_EQ(record("left").tool, 0);
-    EXPECT_TRUE(editor.runUntil([&] { return notifications == 1; }, 5000));
-
-    answerAndPass(document(entry("modified", "modified") + entry("newer", "normal", outdated)));
-    EXPECT_FALSE(editor.runUntil([&] { return notifications > 1; }, 100));
-    answerAndPass(document(entry("newer", "normal"), against));  // the server leaves out what is up to date
-    EXPECT_EQ(record("newer").repositoryStatus, "");
-    EXPECT_TRUE(editor.runUntil([&] { return notifications == 2; }, 5000));
+    markAsModified({"normal", "added", "same", "gone", "left"});
+    answerAndPass(document("<entry path='" + top() + "/a/b'><wc-status item='modified'/></entry>" + entry("normal", "normal")
+                           + entry("added", "added") + entry("newer", "normal", outdated) + entry("same", "added", upToDate)
+                           + "<entry path='" + in("gone") + "'/>"));
+    EXPECT_EQ(record("a/b"), "mod//1");
+    EXPECT_EQ(record("normal"), "/mod/1");  // the server was not asked
+    EXPECT_EQ(record("added"), "mod/mod/0");
+    EXPECT_EQ(record("newer"), "/mod/1");
+    EXPECT_EQ(record("same"), "mod//1");
+    EXPECT_EQ(record("gone"), "/mod/1");
+    EXPECT_EQ(record("left"), "mod/mod/0");
+    answerAndPass(document(entry("newer", "normal", outdated)));
+    EXPECT_EQ(notifications, 1);  // the second pass changed nothing
+    answerAndPass(document(entry("newer", "normal") + "<against revision='9'/>"));
+    EXPECT_EQ(record("newer"), "//1");  // the server answered: the file is up to date
+    EXPECT_EQ(notifications, 2);
 }
 
 TEST_F(SVNReplayTest, ComparesRevisionsWhereBothStandInTheEntry)
 {
     const auto revisions = [this](const std::string& name, const std::string& own, const std::string& commit) {
-        return "<entry path=\"" + in(name) + "\" revision=\"" + own + "\"><commit revision=\"" + commit + "\"/></entry>";
+        return "<entry path='" + in(name) + "' revision='" + own + "'>" + commit + "</entry>";
     };
-    setRecord("older", "", "mod");
-    setRecord("alone", "", "mod");
-    answerAndPass(document(revisions("newer", "9", "10") + revisions("older", "10", "9") + "<entry path=\"" + in("alone")
-                           + "\" revision=\"3\"/>"));
-    EXPECT_EQ(record("newer").repositoryStatus, "mod");
-    EXPECT_EQ(record("older").repositoryStatus, "");
-    EXPECT_EQ(record("alone").repositoryStatus, "mod");
+    markAsModified({"older", "equal", "alone"});
+    answerAndPass(document(revisions("newer", "9", "<commit revision='10'/>") + revisions("older", "10", "<commit revision='9'/>")
+                           + revisions("equal", "9", "<commit revision='9'/>") + revisions("alone", "3", "<commit/>")));
+    EXPECT_EQ(record("newer"), "/mod/1");
+    EXPECT_EQ(record("older"), "//1");
+    EXPECT_EQ(record("equal"), "//1");
+    EXPECT_EQ(record("alone"), "/mod/1");
 }
 
-TEST_F(SVNReplayTest, TurnsSeparatorsOfThisPlatform)
-{
-    answerAndPass(document("<entry path=\"" + top() + "/a/b\"><wc-status item=\"modified\"/></entry>"));
-    EXPECT_EQ(record("a/b").localStatus, "mod");
-}
-
-TEST_F(SVNReplayTest, AsksByTheFlagsOfThePathAndTheServerOnceAMinute)
+TEST_F(SVNReplayTest, AsksByTheFlagsOfThePath)
 {
     answer(document(""));
     const auto ask = [this](const std::string& path, std::int32_t flag, std::int32_t contextFlag) {
@@ -134,18 +124,33 @@ TEST_F(SVNReplayTest, AsksByTheFlagsOfThePathAndTheServerOnceAMinute)
     ask(top(), 0, 0);
     ask(top(), 0, 1);
     ask(in("a @ b"), 1, 1);
-    for (int round = 0; round < 10; ++round)
-        ask(top(), 1, 0);
-    const std::vector<std::string> asked = commands();
-    ASSERT_EQ(asked.size(), 15u);
-    EXPECT_EQ(asked[0], "status --non-interactive --xml --show-updates --verbose " + top() + " ");
-    EXPECT_EQ(asked[1], "status --non-interactive --xml --verbose " + top() + " ");
-    EXPECT_EQ(asked[2], "status --non-interactive --xml --verbose --non-recursive " + top() + " ");
-    EXPECT_EQ(asked[3], "info --non-interactive --xml " + top() + " ");
-    EXPECT_EQ(asked[4], "info --non-interactive --xml " + in("a @ b") + "@ ");
-    EXPECT_EQ(std::count_if(asked.begin(), asked.end(),
-                            [](const std::string& line) { return line.find("--show-updates") != std::string::npos; }),
-              1);
+    EXPECT_EQ(commands(), (std::vector<std::string>{"status --non-interactive --xml --show-updates --verbose " + top() + " ",
+                                                    "status --non-interactive --xml --verbose " + top() + " ",
+                                                    "status --non-interactive --xml --verbose --non-recursive " + top() + " ",
+                                                    "info --non-interactive --xml " + top() + " ",
+                                                    "info --non-interactive --xml " + in("a @ b") + "@ "}));
+}
+
+TEST_F(SVNReplayTest, AsksTheServerAtMostOnceAMinute)
+{
+    answer(document(""));
+    static cmMutex lock;
+    std::atomic<std::uint32_t> now = 0;
+    SVNStatusThread thread(lock, [&now] { return now.load(); });
+    thread.setStatusConfig(cmROStringT(tool), 5000, -1);
+    ASSERT_EQ(thread.start(), 0);
+    // The last tick but two is lower than the one before: the clock has wrapped around.
+    for (const std::uint32_t tick : {5000u, 5001u, 64999u, 65000u, 124999u, 125000u, 100u, 60099u, 60100u}) {
+        now = tick;
+        thread.addPath(top(), "", true, false);
+        EXPECT_EQ(waitForPass(top()), 0);
+    }
+    thread.requestStop();
+    thread.join();
+    std::string asked;
+    for (const std::string& command : commands())
+        asked += command.find("--show-updates") == std::string::npos ? '-' : 'S';
+    EXPECT_EQ(asked, "S--S-SS-S");
 }
 
 TEST_F(SVNReplayTest, WritesNothingOfABrokenAnswer)
@@ -153,17 +158,14 @@ TEST_F(SVNReplayTest, WritesNothingOfABrokenAnswer)
     const std::string whole = document(entry("a", "modified"));
     const std::string entity = "<!DOCTYPE s [<!ENTITY e SYSTEM \"file:///etc/passwd\">]>\n<status><target>"
                                + entry("&e;", "modified") + "</target></status>";
-    for (const std::string& broken :
-         {whole.substr(0, whole.size() - 10), whole + "<again/>", std::string(), std::string("svn: E155007"), entity,
-          std::string("<status><target><entry path='x'></status>")}) {
+    for (const std::string& broken : {whole.substr(0, whole.size() - 10), whole + "<again/>", std::string(), entity}) {
         answer(broken);
         addPath(top(), svnType);
         EXPECT_EQ(waitForPass(top()), -1) << broken;
     }
     EXPECT_TRUE(editor.records().empty());
-    // Paths that are none of what was asked for.
-    answerAndPass("<status><target><entry path=''><wc-status item='modified'/></entry><entry><wc-status item='modified'/></entry>"
-                  "<entry path='../a'><wc-status item='modified'/></entry></target></status>");
+    // Paths that the watched directory cannot hold.
+    answerAndPass(document("<entry><wc-status item='modified'/></entry><entry path='../a'><wc-status item='modified'/></entry>"));
     EXPECT_TRUE(editor.records().empty());
 }
 
@@ -177,19 +179,6 @@ TEST_F(SVNReplayTest, AsksAgainWithoutTheServerWhenThatOneFails)
     addPath(top(), svnType);
     EXPECT_EQ(waitForPass(top()), -1);
     EXPECT_EQ(commands().size(), 3u);
-}
-
-TEST_F(SVNReplayTest, TakesAHugeAnswerUpToTheLimit)
-{
-    editor.setSetting(txVCMaxOutputSetting, 110 << 20);
-    std::string padding = "<!--" + std::string(100 << 20, '.') + "-->";
-    answerAndPass(document(padding + entry("a", "modified")));
-    EXPECT_EQ(record("a").localStatus, "mod");
-    padding.insert(4, std::string(12 << 20, '.'));
-    answer(document(padding + entry("b", "modified")));
-    addPath(top(), svnType);
-    EXPECT_EQ(waitForPass(top()), -6657);
-    EXPECT_FALSE(editor.record(in("b")));
 }
 
 }  // namespace

@@ -67,6 +67,17 @@ void replaySvn(const Arguments& arguments)
     std::cout << std::ifstream(folder / "svn.xml", std::ios::binary).rdbuf();
 }
 
+/// A Perforce client that answers each command with what the files beside it hold, such as "diff-sa.out" and "diff-sa.err".
+void replayPerforce(const Arguments& arguments)
+{
+    std::string command;
+    for (const std::string& argument : arguments)
+        command += argument;
+    const std::filesystem::path folder = cmSystemPath(cmProgramPath()).parent_path();
+    std::cout << std::ifstream(folder / (command + ".out"), std::ios::binary).rdbuf();
+    std::cerr << std::ifstream(folder / (command + ".err"), std::ios::binary).rdbuf();
+}
+
 void floodBoth(std::size_t count)
 {
     const std::string block = pattern(count);
@@ -139,6 +150,7 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
                  writeTo(stdout, block);
          }},
         {"tool-svn", &replaySvn},
+        {"tool-p4", &replayPerforce},
         {"monitor", &leaveTrace},
         {"git", &leaveTrace},
         {"sh", &leaveTrace},

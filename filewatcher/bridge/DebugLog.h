@@ -2,6 +2,6 @@
 
 #include "common/cmString.h"
 
-/// Writes "FUNCTION(LINE): MESSAGE" to the editor's debug log; `function` is the qualified name, `line` the source line
-/// (__LINE__). Any thread.
+/// Writes "FUNCTION(LINE): MESSAGE" to the editor's debug log. `function` is the qualified name of the caller, `line` its source
+/// line (__LINE__). Any thread.
 void debugLog(cmROStringT function, int line, cmROStringT message);

@@ -5,11 +5,12 @@
 
 #include <cstdint>
 
-// What the module reads of the editor's variables and macros; for the editor's thread only.
+// Access to the editor's variables and macro functions by name. For the editor's thread only.
 
-/// The editor's variable of that name, or 0.
+/// Returns the handle of the editor variable `name`, or 0 when there is none.
 TXHVAR findEditorVariable(TXPSZ name);
-/// The integer value of a variable, or `missing` when there is no such variable.
+/// Returns the integer value of a variable, or `missing` when there is no such variable.
 std::int32_t editorSetting(TXPSZ name, std::int32_t missing);
-/// The string that a macro function without arguments returns; empty when it is missing or cannot be called.
+/// Calls a macro function without arguments and returns its string result; empty when there is no such function or it cannot be
+/// called. The macro may call registered functions in turn.
 cmStringT callEditorMacro(TXPSZ name);

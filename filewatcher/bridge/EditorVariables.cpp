@@ -3,7 +3,7 @@
 void shortenEditorArray(TXHVAR array, std::size_t length)
 {
     if (static_cast<std::size_t>(txHvarArrayLength(array)) > length)
-        txHvarSetString(array, "");  // no service takes elements away; the next one that is made makes it an array again
+        txHvarSetString(array, "");  // no service removes elements; a string becomes an array again with its first element
 }
 
 void storeTexts(TXHVAR array, const cmArray<cmStringT>& texts)

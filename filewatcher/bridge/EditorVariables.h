@@ -4,9 +4,9 @@
 #include "common/cmString.h"
 #include "txapi/txapi.h"
 
-// How the module fills the editor's containers; for the editor's thread only.
+// Functions that fill the editor's containers. For the editor's thread only.
 
-/// Makes an array hold `length` elements at most: nothing is left of what stood there before.
+/// Makes sure that an array holds at most `length` elements. An array that is longer is emptied.
 void shortenEditorArray(TXHVAR array, std::size_t length);
-/// Makes an array hold these texts and nothing else.
+/// Replaces the elements of an array by these texts.
 void storeTexts(TXHVAR array, const cmArray<cmStringT>& texts);

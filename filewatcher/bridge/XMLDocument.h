@@ -6,24 +6,26 @@
 
 #include <cstdint>
 
-/// One of the editor's XML documents. For one thread at a time.
+/// Owns an XML document that the editor has parsed. For one thread at a time. A node is a number above 0.
 class XMLDocument {
 public:
+    /// Loads the text; ask `isLoaded` for success.
     explicit XMLDocument(const cmStringT& text) : m_handle(txXMLLoadText(text)) {}
-    /// A document that is still open is reported and closed.
+    /// Closes a document that is still open, and reports it as a warning in the debug log.
     ~XMLDocument();
     XMLDocument(const XMLDocument&) = delete;
     XMLDocument& operator=(const XMLDocument&) = delete;
 
-    /// Whether the text was one whole XML document.
+    /// Whether the text was a complete XML document.
     bool isLoaded() const { return m_handle > 0 && txXMLRoot(m_handle) > 0; }
+    /// Frees the document. Its nodes are invalid afterwards.
     void close();
 
-    /// The nodes that an XPath expression selects, in document order.
+    /// Returns the nodes that an XPath expression selects, in document order; none for a faulty expression.
     cmArray<std::int32_t> select(TXPSZ path) const;
-    /// The first child element of that name, or 0.
+    /// Returns the first child element with this name, or 0.
     std::int32_t child(std::int32_t node, TXPSZ name) const { return txXMLChild(m_handle, node, name); }
-    /// Null when the node has no such attribute.
+    /// Returns the attribute's value; null when the node has no such attribute.
     cmStringT attribute(std::int32_t node, TXPSZ name) const;
 
 private:
