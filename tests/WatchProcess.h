@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// A `txhost watch`, and what it has written so far.
+/// A running `txhost watch --json` and its output. The destructor ends it.
 class WatchProcess {
 public:
     explicit WatchProcess(const std::vector<std::string>& names)
@@ -23,37 +23,28 @@ public:
     WatchProcess(const WatchProcess&) = delete;
     WatchProcess& operator=(const WatchProcess&) = delete;
 
-    /// Waits until it has written this.
+    /// Waits until the output contains `wanted`; returns false when it never does.
     bool shows(const std::string& wanted)
     {
-        return eventually([&] {
-            take();
-            return m_shown.find(wanted) != std::string::npos;
-        });
+        return eventually([&] { return output().find(wanted) != std::string::npos; });
     }
-    /// Waits for its end.
+    /// Waits for the end of the process; returns false when it does not end.
     bool ends()
     {
-        const bool ended = eventually([this] { return !m_process.isRunning(); });
-        take();
-        return ended;
+        return eventually([this] { return !m_process.isRunning(); });
     }
-    void terminate()
-    {
-        m_process.terminate();
-        ends();
-    }
+    void terminate() { m_process.terminate(), ends(); }
     std::uint32_t id() const { return m_process.getProcessId(); }
-    const std::string& shown() const { return m_shown; }
-
-private:
-    void take()
+    /// All output so far.
+    const std::string& output()
     {
         char buffer[1000];
         while (m_output.dataAvailable())
             m_shown.append(buffer, static_cast<std::size_t>(m_output.read(buffer, sizeof buffer)));
+        return m_shown;
     }
 
+private:
     ChildPipe m_output;
     ChildProcess m_process;
     std::string m_shown;
