@@ -1,57 +1,42 @@
-#include "filewatcher/recent/RecentFiles.h"
+#include "filewatcher/recent/RecentDocuments.h"
 #include "tests/ModuleFixture.h"
 
 #include <algorithm>
 
 namespace {
 
-/// A list that keeps what it was told.
-class Remembered : public RecentDocuments {
+class RememberedDocuments : public RecentDocuments {
 public:
     void setUp() override { ++setUps; }
     std::size_t add(const cmArray<cmStringT>& paths) override
     {
-        for (const cmStringT& path : paths)
-            added.emplace_back(path.c_str());
+        added.assign(paths.begin(), paths.end());
         return paths.size();
     }
-
     int setUps = 0;
-    std::vector<std::string> added;
+    std::vector<cmStringT> added;
 };
 
-class RecentFilesTest : public ModuleTest {
-protected:
-    RecentFilesTest() { setRecentDocuments(&list); }
-    ~RecentFilesTest() override { setRecentDocuments(nullptr); }
-
-    /// Adds files named 0, 1, 2... and has them reported.
-    std::vector<std::string> reported(int count)
-    {
-        for (int i = 0; i < count; ++i)
-            call("_RecentFilesAdd", {cmStringT(cmROStringT(std::to_string(i)))});
-        list.added.clear();
-        call("_RecentFilesProcessPending", {});
-        return list.added;
-    }
-
-    Remembered list;
-};
-
-TEST_F(RecentFilesTest, ReportsTheNewestTwentyOne)
+TEST_F(ModuleTest, ReportsTheNewestTwentyOneRecentFiles)
 {
-    EXPECT_TRUE(reported(0).empty());
-    EXPECT_EQ(list.setUps, 1);
+    RememberedDocuments list;
+    setRecentDocuments(&list);
+    call("_RecentFilesProcessPending", {});
+    EXPECT_EQ(list.setUps, 1) << "even without a file";
     for (const int count : {1, 20, 21, 22, 25}) {
-        const std::vector<std::string> files = reported(count);
-        EXPECT_EQ(files.size(), static_cast<std::size_t>(std::min(count, 21)));
-        EXPECT_EQ(files.front(), std::to_string(std::max(count - 21, 0)));
-        EXPECT_EQ(files.back(), std::to_string(count - 1));
+        std::vector<cmStringT> files;
+        for (int i = 0; i < count; ++i) {
+            files.emplace_back(cmROStringT(std::to_string(i / 2)));  // every path twice
+            call("_RecentFilesAdd", {files.back()});
+        }
+        files.erase(files.begin(), files.begin() + std::max(count - 21, 0));
+        call("_RecentFilesProcessPending", {});
+        EXPECT_EQ(std::exchange(list.added, {}), files);
+        call("_RecentFilesProcessPending", {});
+        EXPECT_TRUE(list.added.empty()) << "the pending files were dropped";
     }
-    EXPECT_TRUE(reported(0).empty());
-    call("_RecentFilesAdd", {"0"});
-    EXPECT_EQ(reported(1), (std::vector<std::string>{"0", "0"}));
     EXPECT_EQ(list.setUps, 1);
+    setRecentDocuments(nullptr);
 }
 
 }  // namespace

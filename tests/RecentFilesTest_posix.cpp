@@ -9,36 +9,32 @@
 
 namespace {
 
-std::string uriOf(const std::string& path)
-{
-    const std::unique_ptr<char, decltype(&g_free)> uri(g_filename_to_uri(path.c_str(), nullptr, nullptr), &g_free);
-    return uri.get();
-}
-
 TEST(RecentDocuments, JoinThoseOfTheDesktop)
 {
     const TempFolder folder;
     setenv("XDG_DATA_HOME", (folder / "data").c_str(), 1);
-    const std::string file = text(folder / "a b.txt");
-    const std::string odd = text(folder / "\xC3\xBC%20#.txt");
-    writeFile(file, "x");
-    writeFile(odd, "x");
+    const cmStringT file = cmROStringT(text(folder / "a b.txt"));
+    const cmStringT odd = cmROStringT(text(folder / "\xC3\xBC%20#.txt"));
+    writeFile(folder / "a b.txt", "x");
+    writeFile(folder / "\xC3\xBC%20#.txt", "x");
     RecentDocuments& documents = systemRecentDocuments();
     documents.setUp();
-    const std::string missing = text(folder / "missing");
-    EXPECT_EQ(documents.add({cmROStringT(missing), "no/absolute path", "", cmROStringT(file)}), 1u);
-    EXPECT_EQ(documents.add({cmROStringT(odd), cmROStringT(file)}), 2u);
+    EXPECT_EQ(documents.add({cmROStringT(text(folder / "missing")), "no/absolute path", "", file}), 1u);
+    EXPECT_EQ(documents.add({odd, file}), 2u);
 
     const std::filesystem::path list = folder / "data" / "recently-used.xbel";
+    EXPECT_EQ(std::filesystem::status(list).permissions(), std::filesystem::perms(0600));
     const std::unique_ptr<GBookmarkFile, decltype(&g_bookmark_file_free)> read(g_bookmark_file_new(), &g_bookmark_file_free);
     ASSERT_TRUE(g_bookmark_file_load_from_file(read.get(), list.c_str(), nullptr));
     EXPECT_EQ(g_bookmark_file_get_size(read.get()), 2);
-    for (const std::string& path : {file, odd})
-        EXPECT_TRUE(g_bookmark_file_has_application(read.get(), uriOf(path).c_str(), "TamarinRecentFiles", nullptr)) << path;
+    for (const cmStringT& path : {file, odd}) {
+        const std::unique_ptr<char, decltype(&g_free)> uri(g_filename_to_uri(path.c_str(), nullptr, nullptr), &g_free);
+        EXPECT_TRUE(g_bookmark_file_has_application(read.get(), uri.get(), "TamarinRecentFiles", nullptr)) << path.c_str();
+    }
 
     writeFile(list, "<xbel");
-    EXPECT_EQ(documents.add({cmROStringT(file)}), 0u);
-    EXPECT_EQ(readFile(list), "<xbel") << "what cannot be read is left alone";
+    EXPECT_EQ(documents.add({file}), 0u);
+    EXPECT_EQ(readFile(list), "<xbel") << "an unreadable list must not be overwritten";
     unsetenv("XDG_DATA_HOME");
 }
 

@@ -17,8 +17,8 @@ struct Free {
 using Text = std::unique_ptr<char, Free>;
 using List = std::unique_ptr<GBookmarkFile, Free>;
 
-/// Where desktops look for the list. GLib remembers the user's folder from its first question on; the host may have
-/// changed it since.
+/// The path of the list by the desktop's rules. GLib's own function would keep its first answer, even when the host changes its
+/// environment later.
 cmStringT listPath()
 {
     const cmStringT chosen = environmentValue(hostEnvironment(), "XDG_DATA_HOME");
@@ -26,7 +26,8 @@ cmStringT listPath()
     return cmJoinPath(data, "recently-used.xbel");
 }
 
-/// The list as it is, empty when there is none. Null when it cannot be read: it is not ours to lose.
+/// Reads the list; an empty one when the file does not exist. Null when the file cannot be read: it must not be overwritten then,
+/// since it also belongs to other programs.
 List readList(const cmStringT& path)
 {
     List list(g_bookmark_file_new());
@@ -38,6 +39,7 @@ List readList(const cmStringT& path)
     return missing ? std::move(list) : nullptr;
 }
 
+/// False when the file does not exist or its name cannot be a URI.
 bool addFile(GBookmarkFile* list, const cmStringT& path)
 {
     if (!g_file_test(path.c_str(), G_FILE_TEST_EXISTS))
@@ -46,12 +48,12 @@ bool addFile(GBookmarkFile* list, const cmStringT& path)
     if (!uri)
         return false;
     if (!g_bookmark_file_has_item(list, uri.get()))
-        g_bookmark_file_set_mime_type(list, uri.get(), "text/plain");  // readers pass over what has none
+        g_bookmark_file_set_mime_type(list, uri.get(), "text/plain");  // desktops ignore entries without a type
     g_bookmark_file_add_application(list, uri.get(), recentDocumentsApplication, "tamarin %f");
     return true;
 }
 
-/// The desktop's file of recently used documents, which all its programs share.
+/// The desktop's file of recently used documents, shared by all programs.
 class DesktopRecentDocuments : public RecentDocuments {
 public:
     void setUp() override {}
@@ -62,16 +64,16 @@ public:
         const List list = readList(path);
         if (!list)
             return 0;
-        std::size_t taken = 0;
+        std::size_t added = 0;
         for (const cmStringT& document : paths)
-            taken += addFile(list.get(), document) ? 1 : 0;
+            added += addFile(list.get(), document) ? 1 : 0;
         const Text folder(g_path_get_dirname(path.c_str()));
         constexpr int ownerOnly = 0700;
-        if (taken == 0 || g_mkdir_with_parents(folder.get(), ownerOnly) != 0
+        if (added == 0 || g_mkdir_with_parents(folder.get(), ownerOnly) != 0
             || !g_bookmark_file_to_file(list.get(), path.c_str(), nullptr))
             return 0;
-        g_chmod(path.c_str(), 0600);  // what somebody read is nobody else's business
-        return taken;
+        g_chmod(path.c_str(), 0600);  // other users must not see which files were used
+        return added;
     }
 };
 

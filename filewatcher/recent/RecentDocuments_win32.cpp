@@ -15,28 +15,28 @@ class ShellRecentDocuments : public RecentDocuments {
 public:
     void setUp() override
     {
-        // For the rest of the thread's life; the editor's thread may have done so itself.
+        // Lasts until the thread ends. Fails harmlessly when the editor has initialised its thread already.
         CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-        SetCurrentProcessExplicitAppUserModelID(application.c_str());
+        SetCurrentProcessExplicitAppUserModelID(m_application.c_str());
     }
 
     std::size_t add(const cmArray<cmStringT>& paths) override
     {
-        std::size_t taken = 0;
+        std::size_t added = 0;
         for (const cmStringT& path : paths) {
             IShellItem* item = nullptr;
             if (FAILED(SHCreateItemFromParsingName(wideText(path).c_str(), nullptr, IID_PPV_ARGS(&item))))
                 continue;
-            SHARDAPPIDINFO document{item, application.c_str()};
+            SHARDAPPIDINFO document{item, m_application.c_str()};
             SHAddToRecentDocs(SHARD_APPIDINFO, &document);
             item->Release();
-            ++taken;
+            ++added;
         }
-        return taken;
+        return added;
     }
 
 private:
-    const std::wstring application = wideText(recentDocumentsApplication);
+    const std::wstring m_application = wideText(recentDocumentsApplication);
 };
 
 }  // namespace

@@ -1,18 +1,17 @@
-#include "filewatcher/recent/RecentFiles.h"
-
 #include "common/cmDictionary.h"
 #include "filewatcher/RegisteredFunctions.h"
+#include "filewatcher/recent/RecentDocuments.h"
 
 #include <cstddef>
 #include <cstdint>
 
 namespace {
 
-constexpr std::size_t reportedAtOnce = 20;
+constexpr std::size_t reportLimit = 20;
 
 // For the editor's thread only.
 cmArray<cmStringT> pendingFiles;
-cmDictionary<cmStringT, bool> recordedFiles;
+cmDictionary<cmStringT, bool> recordedFiles;  // the same paths; nothing reads it yet
 std::uint8_t shellInitialised = 0;
 RecentDocuments* chosenDocuments = nullptr;
 
@@ -21,11 +20,12 @@ RecentDocuments& recentDocuments()
     return chosenDocuments ? *chosenDocuments : systemRecentDocuments();
 }
 
-/// The newest of the pending files; one more than the bound gets through.
+/// The newest pending files, in the order in which they were added: all of them up to the limit, above it one more than the
+/// limit.
 cmArray<cmStringT> filesToReport()
 {
     const std::size_t count = pendingFiles.size();
-    const std::size_t first = count <= reportedAtOnce ? 0 : count - reportedAtOnce - 1;
+    const std::size_t first = count <= reportLimit ? 0 : count - reportLimit - 1;
     return {pendingFiles.begin() + static_cast<std::ptrdiff_t>(first), pendingFiles.end()};
 }
 
