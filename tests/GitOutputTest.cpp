@@ -1,3 +1,4 @@
+#include "filewatcher/git/GitQuotedName.h"
 #include "filewatcher/git/query/GitCommitText.h"
 #include "filewatcher/git/query/GitDiff.h"
 #include "filewatcher/git/query/GitHistory.h"
@@ -25,6 +26,13 @@ std::string shown(cmROStringT diff)
         }
     }
     return text;
+}
+
+TEST(GitQuotedName, IsUnescaped)
+{
+    EXPECT_EQ(gitNameOnLine(R"("\a\b\t\n\v\f\r\"\\\303\274")"), "\a\b\t\n\v\f\r\"\\\xC3\xBC");
+    EXPECT_EQ(gitNameOnLine(R"("cut\)"), "cut\\");
+    EXPECT_EQ(gitNameOnLine(R"(a\tb")"), R"(a\tb")");
 }
 
 TEST(GitDiff, TellsFilesByTheirHeadersAndHunksByTheirCounts)

@@ -15,7 +15,7 @@ GitCommitText parseGitCommitText(cmROStringT output)
         output.remove_prefix(end + 1);
         end = std::min(output.find('\0'), output.size());
         cmROStringT lines = output.substr(0, end);
-        if (end < output.size() && lines.ends_with(message))
+        if (lines.ends_with(message))
             lines.remove_suffix(message.size());  // git repeats the message of a merge for each parent
         while (!lines.empty()) {
             const cmROStringT line = cmTakeUntil(lines, '\n');
