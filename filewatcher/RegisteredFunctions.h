@@ -45,8 +45,10 @@ void filewatcherSetSuspendState(std::int32_t suspended);
 /// Requests the dates of the files in the array `fileNames`; empty names are skipped. Waits at most `budgetMs` milliseconds
 /// for them; a budget below 0 counts as 0. Results that have arrived, from earlier calls too, go into the hash table `result`:
 /// the key is the name, the value an array of the modification time (64-bit, 100 ns units since 1601-01-01 UTC; 0 for none) and
-/// 1 for a read-only file, else 0. A file whose date took `budgetMs / 2` or longer is slow: it is never requested again, until
-/// filewatcher_stop_async_work. `arg1` and `arg2` are carried along without effect. Returns 0; 1 when memory ran out.
+/// 1 for a file that is read-only or not on a local path, else 0. There is no result for a file system without file times, and
+/// none is delivered for an empty array. A file whose date took `budgetMs / 2` or longer is slow: it has no result and is never
+/// requested again, until filewatcher_stop_async_work. `arg1` and `arg2` are carried along without effect. Returns 0; 1 when
+/// memory ran out.
 std::int32_t getFastReloadInfoTable(TXHREFVAR fileNames, std::int32_t arg1, std::int32_t arg2, TXHREFVAR result,
                                     std::int32_t budgetMs);
 /// Adds the name of each slow file to the hash table `result`, with the value 1. Returns 0; 1 when memory ran out.
@@ -67,15 +69,17 @@ std::int32_t gitGetBranchInfo(TXPSZ repository, TXPSZ git);
 void gitBranchClose();
 /// Fills elements of the hash table `result` with what is known of the commit `hash`. Only keys that the table holds are filled:
 /// "hash", "parentHash", "authorName", "authorEmail", "committerDate" ("YYYY-MM-DD HH:mm:ss", local time), "comment" (the
-/// subject), and the arrays "otherParents", "longComment" (lines), "modifiedFiles", "stagedFiles". Nothing is filled when the
-/// branches model does not have the commit. Returns 0; -1 when git reports a fatal error or `hash` begins with a dash; -2173
-/// when the feature gate is closed; or why git could not be started. Waits for git without limit.
+/// subject), and the arrays "otherParents", "longComment" (lines), "modifiedFiles", "stagedFiles". The first four are left as
+/// they were when they are not known. Nothing is filled when the branches model does not have the commit. Returns 0; -1 when git
+/// reports a fatal error or `hash` begins with a dash; -2173 when the feature gate is closed; or why git could not be started.
+/// Waits for git without limit.
 std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR result);
 /// Fills the array `result` with the revisions of `file`, newest first, as instances of the editor's class "SVCHistoryInfo".
 /// Element 0 is the root entry; the index fields link the revisions as its children. `revision` is where the history begins;
 /// empty for HEAD. Not 0: `newestOnly` asks for one revision, `follow` continues the history before renames, `workingFile` adds
-/// an entry for the working file in front. Returns 0; -1 when git reports a fatal error or `revision` begins with a dash; or why
-/// git could not be started. `result` is filled on 0 only. Waits for git without limit.
+/// an entry for the working file in front, unless there is no revision. Returns 0; -1 when git reports a fatal error or
+/// `revision` begins with a dash; why git could not be started; or the editor's negative status when it has no such class.
+/// `result` changes only when git succeeded. Waits for git without limit.
 std::int32_t gitGetHistoryInfo(TXPSZ file, TXPSZ git, TXHREFVAR result, TXPSZ revision, std::int32_t newestOnly,
                                std::int32_t follow, std::int32_t workingFile);
 /// Returns 1 while a load runs: the model's thread or its log thread; else 0.
@@ -86,11 +90,11 @@ std::int32_t gitGetBranchInfoRunning();
 std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR tree);
 /// Adds changes to the hash table `result`; paths of working-copy lists are relative to the top level, with slashes.
 /// Without a revision: at the key `repository`, a hash table of the arrays "local" (files that differ from the index) and
-/// "staged" (files in the index that differ from HEAD). With one: for each file that differs from it, at its full path, a hash
-/// table whose array "hunks" holds hash tables of the integers "oldStart", "oldCount", "newStart", "newCount" and the array
-/// "lines"; a line begins with "+", "-", a blank or a backslash. Returns 0; -1 when git reports a fatal error, when nothing
-/// differs from the revision, or when it begins with a dash; -2173 when the feature gate is closed; or why git could not be
-/// started. `result` changes on 0 only. Waits for git, at most two runs, without limit.
+/// "staged" (files in the index that differ from HEAD). With one: for each file in `repository` that differs from it, at its full
+/// path, a hash table whose array "hunks" holds hash tables of the integers "oldStart", "oldCount", "newStart", "newCount" and
+/// the array "lines"; a line begins with "+", "-", a blank or a backslash. Returns 0; -1 when git reports a fatal error, when
+/// nothing differs from the revision, or when it begins with a dash; -2173 when the feature gate is closed; or why git could not
+/// be started. `result` changes on 0 only. Waits for git, at most two runs, without limit.
 std::int32_t gitGetDiffInfo(TXPSZ repository, TXPSZ git, TXHREFVAR result, TXPSZ revision);
 /// Returns 1 while the model's own thread runs, else 0.
 std::int32_t gitGettingInfo();
@@ -117,19 +121,21 @@ void filewatcher_stop_async_work();
 
 // --- Live diff ----------------------------------------------------------------------------------------------------------
 // `command` is a command line that writes a committed revision of `file` to its standard output; it runs in
-// `workingDirectory`. `cacheFile` receives the path of the file that will hold the revision. `origin` has no effect.
+// `workingDirectory`. `cacheFile` receives the path of the file that will hold the revision, null when the cache has no place
+// for it; it is unchanged on -104360 and when the editor forbids the fetch. A fetch that fails leaves an older cache file as it
+// was. `origin` has no effect.
 
 /// Fetches the revision in the background. Returns 0 when the fetch was started; 1 when the thread cannot be started; -104360
 /// while a fetch runs; -104357 when there is no place for the cache file; or the status with which the editor forbids the fetch
 /// (property 6). Does not wait for the command.
 std::int32_t svcLiveDiffGetVCFile(TMStringConst origin, TMStringConst command, TMStringConst file, TMStringByRef cacheFile,
                                   TMStringConst workingDirectory);
-/// Fetches the revision before it returns; waits for the command without limit. Returns 0; -104370 when the command failed or
-/// the cache file cannot be written; -104360 while a background fetch runs.
+/// Fetches the revision before it returns; waits for the command without limit. Returns 0; -104370 when the command failed, when
+/// there is no place for the cache file and when it cannot be written; -104360 while a background fetch runs.
 std::int32_t svcLiveDiffGetVCFileImmediate(TMStringConst origin, TMStringConst command, TMStringConst file,
                                            TMStringByRef cacheFile, TMStringConst workingDirectory);
 /// Returns 1 when the cache file holds its revision, the code of a fetch that failed (-104357, -104370), else 0. When property 2
-/// is not 0, forgets the outcome first.
+/// is not 0, forgets the outcome and returns 0.
 std::int32_t svcLiveDiffHaveVCFile(TMStringConst cacheFile);
 
 }  // extern "C"
