@@ -44,6 +44,6 @@ constexpr std::int64_t cmUnixTimeOfUTCTime(cmUTCTime time)
 /// Milliseconds of a monotonic clock; the value wraps around after 49 days. Any thread.
 inline std::uint32_t cmTickCount()
 {
-    using namespace std::chrono;
-    return static_cast<std::uint32_t>(duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<std::uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
 }
