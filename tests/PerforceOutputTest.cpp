@@ -49,13 +49,4 @@ TEST(PerforceOutput, TakesWhatIsHereInAnOlderRevision)
     EXPECT_EQ(parsePerforceDiff("/r/a b\n\n--- no\n/r/c\r\n", posix), (Files{"/r/a b", "/r/c"}));
 }
 
-TEST(PerforceOutput, TellsNothingToListFromAFailure)
-{
-    for (const char* quiet : {"", "File(s) up-to-date.\n", "File(s) not opened on this client.\r\n", "... - no such file(s).\n"})
-        EXPECT_TRUE(isPerforceNothingToList(quiet)) << quiet;
-    for (const char* failure :
-         {"Perforce client error:\n", "File(s) up-to-date.\nYour session has expired, please login again.\n"})
-        EXPECT_FALSE(isPerforceNothingToList(failure)) << failure;
-}
-
 }  // namespace

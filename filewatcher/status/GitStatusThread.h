@@ -9,8 +9,8 @@ class GitStatusThread : public VCStatusThread {
 public:
     explicit GitStatusThread(cmMutex& lock) : VCStatusThread(txVCToolGit, lock) {}
 
-    static GitStatusThread* instance(bool create) { return s_instance.get(create); }
-    static void stopInstance() { s_instance.stop(); }
+    static GitStatusThread* instance(bool create) { return m_instance.get(create); }
+    static void stopInstance() { m_instance.stop(); }
 
 private:
     std::int32_t processEntry(const WatchEntry& entry) override { return gitStatusForPath(entry.path); }
@@ -18,5 +18,5 @@ private:
     /// Runs one git command; sets `failed` when git called its problem fatal. Returns the status of runTool.
     std::int32_t runGit(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output, bool& failed);
 
-    static inline LockedInstance<GitStatusThread> s_instance;
+    static inline LockedInstance<GitStatusThread> m_instance;
 };

@@ -9,8 +9,8 @@ class PerforceStatusThread : public VCStatusThread {
 public:
     explicit PerforceStatusThread(cmMutex& lock) : VCStatusThread(txVCToolPerforce, lock) {}
 
-    static PerforceStatusThread* instance(bool create) { return s_instance.get(create); }
-    static void stopInstance() { s_instance.stop(); }
+    static PerforceStatusThread* instance(bool create) { return m_instance.get(create); }
+    static void stopInstance() { m_instance.stop(); }
 
 private:
     std::int32_t processEntry(const WatchEntry& entry) override { return perforceStatusForPath(entry.path); }
@@ -19,5 +19,5 @@ private:
     /// Runs one command in the directory. Returns the status of runTool; statusPassFailed when the client reports a problem.
     std::int32_t runClient(cmROStringT arguments, const cmStringT& path, cmStringT& output);
 
-    static inline LockedInstance<PerforceStatusThread> s_instance;
+    static inline LockedInstance<PerforceStatusThread> m_instance;
 };

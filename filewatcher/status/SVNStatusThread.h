@@ -21,8 +21,8 @@ public:
     {
     }
 
-    static SVNStatusThread* instance(bool create) { return s_instance.get(create); }
-    static void stopInstance() { s_instance.stop(); }
+    static SVNStatusThread* instance(bool create) { return m_instance.get(create); }
+    static void stopInstance() { m_instance.stop(); }
 
 private:
     std::int32_t processEntry(const WatchEntry& entry) override;
@@ -38,5 +38,5 @@ private:
     bool showUpdates = true;                ///< the next status command asks the server; used by this thread only
     std::uint32_t lastShowUpdatesTick = 0;  ///< when the server was last asked; used by this thread only
 
-    static inline LockedInstance<SVNStatusThread> s_instance;
+    static inline LockedInstance<SVNStatusThread> m_instance;
 };
