@@ -15,7 +15,6 @@ ModuleTest::ModuleTest()
     editor.setSetting(txVCMaxOutputSetting, 1000000);
     EditorObserver observer;
     observer.statusChanged = [this] { ++notifications; };
-    observer.passBegan = [this](const cmStringT&) { ++passesBegun; };
     observer.passEnded = [this](const cmStringT& path, std::int32_t status) {
         passesEnded.emplace(path.c_str(), status);
         endedPaths.emplace_back(path.c_str());

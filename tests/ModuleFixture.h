@@ -38,7 +38,6 @@ protected:
     std::string tool = "git";
     int macroCalls = 0;
     int notifications = 0;
-    int passesBegun = 0;
     std::multimap<std::string, std::int32_t> passesEnded;  ///< path and status of passes that nobody has waited for
     std::vector<std::string> endedPaths;                   ///< the paths of all ended passes, in order
 };

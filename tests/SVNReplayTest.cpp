@@ -38,6 +38,10 @@ protected:
         return "<entry path='" + in(name) + "'><wc-status props='none' item='" + item + "' revision='1'><commit revision='9'>"
                + "</commit></wc-status>" + more + "</entry>";
     }
+    std::string revisions(const std::string& name, const std::string& own, const std::string& commit) const
+    {
+        return "<entry path='" + in(name) + "' revision='" + own + "'>" + commit + "</entry>";
+    }
     void answer(const std::string& xml) { writeFile(folder / "svn.xml", xml); }
     void answerAndPass(const std::string& xml)
     {
@@ -78,10 +82,16 @@ const std::string upToDate = "<repos-status item='normal' props='modified'></rep
 
 TEST_F(SVNReplayTest, SetsAndClearsWhatTheEntriesTell)
 {
-    markAsModified({"normal", "added", "same", "gone", "left"});
+    markAsModified({"normal", "added", "same", "gone", "left", "behind", "equal", "alone"});
     answerAndPass(document("<entry path='" + top() + "/a/b'><wc-status item='modified'/></entry>" + entry("normal", "normal")
                            + entry("added", "added") + entry("newer", "normal", outdated) + entry("same", "added", upToDate)
-                           + "<entry path='" + in("gone") + "'/>"));
+                           + "<entry path='" + in("gone") + "'/>" + revisions("ahead", "9", "<commit revision='10'/>")
+                           + revisions("behind", "10", "<commit revision='9'/>")
+                           + revisions("equal", "9", "<commit revision='9'/>") + revisions("alone", "3", "<commit/>")));
+    EXPECT_EQ(record("ahead"), "/mod/1");
+    EXPECT_EQ(record("behind"), "//1");
+    EXPECT_EQ(record("equal"), "//1");
+    EXPECT_EQ(record("alone"), "/mod/1");
     EXPECT_EQ(record("a/b"), "mod//1");
     EXPECT_EQ(record("normal"), "/mod/1");  // the server was not asked
     EXPECT_EQ(record("added"), "mod/mod/0");
@@ -94,20 +104,6 @@ TEST_F(SVNReplayTest, SetsAndClearsWhatTheEntriesTell)
     answerAndPass(document(entry("newer", "normal") + "<against revision='9'/>"));
     EXPECT_EQ(record("newer"), "//1");  // the server answered: the file is up to date
     EXPECT_EQ(notifications, 2);
-}
-
-TEST_F(SVNReplayTest, ComparesRevisionsWhereBothStandInTheEntry)
-{
-    const auto revisions = [this](const std::string& name, const std::string& own, const std::string& commit) {
-        return "<entry path='" + in(name) + "' revision='" + own + "'>" + commit + "</entry>";
-    };
-    markAsModified({"older", "equal", "alone"});
-    answerAndPass(document(revisions("newer", "9", "<commit revision='10'/>") + revisions("older", "10", "<commit revision='9'/>")
-                           + revisions("equal", "9", "<commit revision='9'/>") + revisions("alone", "3", "<commit/>")));
-    EXPECT_EQ(record("newer"), "/mod/1");
-    EXPECT_EQ(record("older"), "//1");
-    EXPECT_EQ(record("equal"), "//1");
-    EXPECT_EQ(record("alone"), "/mod/1");
 }
 
 TEST_F(SVNReplayTest, AsksByTheFlagsOfThePath)
