@@ -58,11 +58,12 @@ protected:
 TEST_F(SVNStatusTest, MarksExactlyTheModifiedFiles)
 {
     const std::vector<std::string> odd{"a b", "at@2", "a&b", "less<", "\xC3\xBC.txt", "it's", "50%", "sub/deep", "-dash"};
-    commit({"normal", "deleted", "conflicted"});
+    commit({"normal", "deleted", "conflicted", "newer"});
     commit(odd);
     changeInRepository("conflicted");
     modify("conflicted");
     svn("update --quiet --non-interactive", top);
+    changeInRepository("newer");
     Status expected{{in("conflicted"), "edit"}};
     for (const std::string& name : odd) {
         modify(name);
@@ -78,26 +79,18 @@ TEST_F(SVNStatusTest, MarksExactlyTheModifiedFiles)
 
     EXPECT_EQ(svnPass(), 0);
     EXPECT_EQ(localStatus(), expected);
+    EXPECT_EQ(editor.record(in("newer"))->repositoryStatus, "mod");
+    EXPECT_EQ(editor.record(in("normal"))->repositoryStatus, "");
     EXPECT_EQ(editor.record(in("normal"))->tool, txVCToolSVN.number);
     for (const char* untouched : {"added", "deleted", "unversioned"})
         EXPECT_FALSE(editor.record(in(untouched))) << untouched;
     svn("revert --quiet \"a b\"", top);
+    svn("update --quiet newer", top);
     expected.erase(in("a b"));
-    EXPECT_EQ(svnPass(), 0);
-    EXPECT_EQ(localStatus(), expected);
-}
-
-TEST_F(SVNStatusTest, TellsWhatIsNewerInTheRepositoryUntilItIsUpdated)
-{
-    commit({"a", "b"});
-    changeInRepository("a");
-    EXPECT_EQ(svnPass(), 0);
-    EXPECT_EQ(editor.record(in("a"))->repositoryStatus, "mod");
-    EXPECT_EQ(editor.record(in("b"))->repositoryStatus, "");
-    svn("update --quiet", top);
     call("filewatcherStop", {svnType});  // the first pass of a thread asks the server
     EXPECT_EQ(svnPass(), 0);
-    EXPECT_EQ(editor.record(in("a"))->repositoryStatus, "");
+    EXPECT_EQ(localStatus(), expected);
+    EXPECT_EQ(editor.record(in("newer"))->repositoryStatus, "");
 }
 
 }  // namespace
