@@ -128,12 +128,15 @@ TEST_F(RegistryTest, ReadsTheSettingsOnceItHasThemAll)
 TEST_F(RegistryTest, TheMacroMayStopTheThreadThatItConfigures)
 {
     suspend();
-    editor.defineMacro(txVCToolGit.exePathMacro, [this] {
+    std::vector<char> elsewhere;  // keeps the next thread from taking the place of the first
+    editor.defineMacro(txVCToolGit.exePathMacro, [&] {
         call("filewatcherStop", {gitType});
+        elsewhere.resize(sizeof(GitStatusThread));
         return cmStringT("git");
     });
     EXPECT_EQ(addPath("/a"), 0);
     EXPECT_TRUE(GitStatusThread::instance(false)->isConfigured());
+    EXPECT_TRUE(GitStatusThread::instance(false)->isRunning());
 }
 
 TEST_F(RegistryTest, SuspendsThreadsThatExistAndThoseThatCome)
