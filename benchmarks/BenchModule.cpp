@@ -54,9 +54,9 @@ void BenchModule::addPath(const std::string& path)
 void BenchModule::statusPass(const std::string& path)
 {
     addPath(path);
-    // The editor is told of changes right after the pass, when there are any.
-    const auto told = [this] { return m_ended && (m_status != 0 || m_changed || m_editor.records().empty()); };
-    if (!m_editor.runUntil(told, passLimitMs))
+    // When there are changes the module notifies the editor of them after the end of the pass.
+    const auto isComplete = [this] { return m_ended && (m_status != 0 || m_changed || m_editor.records().empty()); };
+    if (!m_editor.runUntil(isComplete, passLimitMs))
         throw BenchError("no status pass over " + path);
     if (m_status != 0)
         throw BenchError("a status pass over " + path + " ended with " + std::to_string(m_status));

@@ -9,30 +9,33 @@
 #include <functional>
 #include <string>
 
-/// An editor that has initialised the module, with settings for one tool. Ending it stops the module's threads.
+/// An editor that has initialised the module, with settings for one tool. The destructor stops the module's threads. For the
+/// thread that creates it.
 class BenchModule {
 public:
     static constexpr std::int32_t gitType = txVCToolGit.number;
     static constexpr std::int32_t svnType = txVCToolSVN.number;
 
-    /// `tool` is the program that the editor names for the tool with that watch type.
+    /// `tool` is the path of the program for the tool with watch type `type`.
     explicit BenchModule(const std::string& tool, std::int32_t type = gitType);
     ~BenchModule();
     BenchModule(const BenchModule&) = delete;
     BenchModule& operator=(const BenchModule&) = delete;
 
     Editor& editor() { return m_editor; }
-    /// Throws BenchError when there is no such function.
+    /// Calls a registered function. Returns its integer result, or 0. Throws BenchError when there is no such function.
     std::int32_t call(cmROStringT name, const cmArray<CallArgument>& arguments);
-    /// Asks for a status pass over `path`.
+    /// Queues a status pass over `path`.
     void addPath(const std::string& path);
-    /// Runs a status pass until the editor was told of all that it found. Throws BenchError when it fails.
+    /// Runs a status pass and waits until the editor is notified of its changes. Throws BenchError when the pass fails.
     void statusPass(const std::string& path);
-    /// Lets the editor run until `done` holds, asked every millisecond; throws BenchError when that takes too long.
+    /// Runs the editor's event loop until `done`, which is checked every millisecond, returns true. Throws BenchError after 20 s;
+    /// its message names `what`.
     void waitFor(const std::function<bool()>& done, const char* what);
 
+    /// Whether the pass that was queued last has begun.
     bool hasPassBegun() const { return m_begun; }
-    /// How many files the passes have marked, and forgets them.
+    /// Returns how many files have a local status, and removes all records.
     std::size_t takeMarkedFiles();
 
 private:
@@ -47,5 +50,5 @@ private:
     std::int32_t m_status = 0;
 };
 
-/// A program's path. Throws BenchError when it is not in PATH.
+/// The path of a program. Throws BenchError when it is not in PATH.
 std::string programInPath(const char* name);

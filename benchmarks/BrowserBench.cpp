@@ -1,5 +1,5 @@
 #include "benchmarks/BenchModule.h"
-#include "benchmarks/MadeHistory.h"
+#include "benchmarks/BenchRepository.h"
 #include "benchmarks/Measurement.h"
 #include "benchmarks/ScratchFolder.h"
 #include "benchmarks/System.h"
@@ -21,7 +21,7 @@ constexpr int loadRounds = 5;
 constexpr int filterRounds = 5;
 constexpr const char* logArguments = "log --all --date=iso \"--pretty=format:%H%x00%P%x00%ct%x00%ae%x00%an%x00%s%x01\"";
 
-/// The Git browser on one repository, loaded again and again.
+/// Loads a repository into the Git browser, as often as needed.
 class BrowserLoad {
 public:
     explicit BrowserLoad(const fs::path& top) : m_top(top.string()) {}
@@ -37,17 +37,16 @@ public:
     }
     void close() { m_module.call("_GitBranchClose", {}); }
     bool isLoading() { return m_module.call("_GitGetBranchInfoRunning", {}) != 0; }
-    /// How many commits there are; the working copy is one.
+    /// How many commits are loaded; the working copy counts as one.
     std::int32_t count() { return reinterpret_cast<std::int32_t (*)()>(m_module.editor().callback(txSlotGitCount))(); }
-    /// The time of one load without an editor that shows anything, in milliseconds.
+    /// The time of one load in milliseconds. The editor's event loop does not run meanwhile, so no tree is filled.
     double wholeLoad()
     {
-        const double time = milliseconds([this] {
+        return elapsedMilliseconds([this] {
             begin();
             while (isLoading())
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
         });
-        return time;
     }
 
 private:
@@ -60,12 +59,17 @@ std::string named(const std::string& what, const std::string& history)
     return what + ", " + history;
 }
 
-Row limited(const std::string& what, const std::string& unit, double ours, double reference, double limit)
+/// A row whose own figure is limited.
+Row limited(const std::string& what, const std::string& unit, double ours, double reference, double limit, int rounds = 1)
 {
-    Row row = makeRow(what, unit, ours, reference);
-    row.aim = Aim::oursAtMost;
-    row.limit = limit;
-    row.rounds = 1;
+    return makeRow(what, unit, ours, reference, Aim::oursAtMost, limit, rounds);
+}
+
+/// A row whose ratio is limited and shown in percent.
+Row limitedShare(const std::string& what, double ours, double reference, double limit)
+{
+    Row row = makeRow(what, "ms", ours, reference, Aim::ratioAtMost, limit, loadRounds);
+    row.percent = true;
     return row;
 }
 
@@ -80,15 +84,11 @@ Row measureLoad(const fs::path& top, const std::string& history, std::optional<i
         load.close();
         return time;
     };
-    const Samples samples = interleave(loadRounds, ours, [&] { return milliseconds([&] { bench::runInShell(script); }); });
-    Row row = makeRow(named("browser load", history), "ms", median(samples.ours), median(samples.reference));
-    row.aim = Aim::ratioAtMost;
-    row.limit = 1.15;
-    row.rounds = loadRounds;
-    return row;
+    const Samples samples = interleave(loadRounds, ours, [&] { return bench::timeInShell(script); });
+    return makeRow(named("browser load", history), "ms", samples, Aim::ratioAtMost, 1.15);
 }
 
-/// What the loaded browser adds to the memory of this process, a commit.
+/// How much memory the loaded browser takes for each commit.
 Row measureMemory(const MadeHistory& made, const std::string& history)
 {
     BrowserLoad load(made.top());
@@ -106,7 +106,7 @@ Row measureFirstRows(const MadeHistory& made, const std::string& history)
     const Samples samples = interleave(
         loadRounds,
         [&] {
-            const double time = milliseconds([&] {
+            const double time = elapsedMilliseconds([&] {
                 load.begin();
                 load.module().waitFor([&] { return load.module().editor().tree().size() >= rows; }, "the first rows");
             });
@@ -115,11 +115,11 @@ Row measureFirstRows(const MadeHistory& made, const std::string& history)
             txTreeClear();
             return time;
         },
-        [&] { return milliseconds([&] { bench::runInShell(script); }); });
+        [&] { return bench::timeInShell(script); });
     return limited(named("first 100 rows in the tree", history), "ms", median(samples.ours), median(samples.reference), 200);
 }
 
-/// The longest turn of the editor's loop while the tree fills, and the longest call meanwhile.
+/// The longest turn of the editor's event loop while the tree fills, and the longest call of a function meanwhile.
 std::vector<Row> measureResponse(const MadeHistory& made, const std::string& history)
 {
     BrowserLoad load(made.top());
@@ -132,18 +132,18 @@ std::vector<Row> measureResponse(const MadeHistory& made, const std::string& his
     while (editor.tree().size() < size) {
         if (std::chrono::steady_clock::now() > deadline)
             throw BenchError("the tree is not full after three minutes");
-        longestTurn = std::max(longestTurn, milliseconds([&] { editor.runUntil([] { return false; }, 0); }));
+        longestTurn = std::max(longestTurn, elapsedMilliseconds([&] { editor.runUntil([] { return false; }, 0); }));
         for (const char* getter : {"_GitGetBranchInfoRunning", "_GitGettingInfo", "_GitCurBranchEndHash"})
-            longestCall = std::max(longestCall, milliseconds([&] { load.module().call(getter, {}); }));
-        longestCall = std::max(longestCall, milliseconds([&] { load.module().call("_GitGetBranchName", {0}); }));
-        longestCall = std::max(longestCall, milliseconds([&] { load.count(); }));
+            longestCall = std::max(longestCall, elapsedMilliseconds([&] { load.module().call(getter, {}); }));
+        longestCall = std::max(longestCall, elapsedMilliseconds([&] { load.module().call("_GitGetBranchName", {0}); }));
+        longestCall = std::max(longestCall, elapsedMilliseconds([&] { load.count(); }));
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     return {limited(named("longest tick of the tree", history), "ms", longestTurn, 200, 210),
             limited(named("longest call during a load", history), "ms", longestCall, 10, 10)};
 }
 
-/// The longest of the calls that close the browser or show another repository, in the middle of loads.
+/// The longest call that closes the browser or shows another repository in the middle of a load.
 Row measureInterruptions(const MadeHistory& made, const std::string& history)
 {
     constexpr int rounds = 100;
@@ -155,7 +155,7 @@ Row measureInterruptions(const MadeHistory& made, const std::string& history)
         load.begin();
         load.module().editor().runUntil([] { return false; }, static_cast<std::int32_t>(engine() % latestMs));
         const bool change = round % 2 != 0;
-        longest = std::max(longest, milliseconds([&] {
+        longest = std::max(longest, elapsedMilliseconds([&] {
                                if (change)
                                    load.begin((made.top() / ".").string());
                                else
@@ -165,9 +165,7 @@ Row measureInterruptions(const MadeHistory& made, const std::string& history)
             throw BenchError("a closed browser has commits");
         txTreeClear();
     }
-    Row row = limited(named("longest close or change in a load", history), "ms", longest, 300, 300);
-    row.rounds = rounds;
-    return row;
+    return limited(named("longest close or change in a load", history), "ms", longest, 300, 300, rounds);
 }
 
 Row measureFilter(const MadeHistory& made, const std::string& history)
@@ -179,20 +177,17 @@ Row measureFilter(const MadeHistory& made, const std::string& history)
         bench::gitScript(programInPath("git"), made.top(), std::string("log --all --oneline --grep=") + MadeHistory::rareWord);
     std::vector<double> times;
     for (int round = 0; round < filterRounds; ++round) {
-        times.push_back(milliseconds([&] {
+        times.push_back(elapsedMilliseconds([&] {
             load.module().call("_GitFilterTree", {MadeHistory::rareWord, CallArgument::variable(tree)});
         }));
         if (load.module().editor().tree().size() != static_cast<std::size_t>(made.rareSubjects()))
             throw BenchError("the filter found something else");
     }
     txHvarFree(tree);
-    Row row = limited(named("filter for a rare word", history), "ms", median(times),
-                      milliseconds([&] { bench::runInShell(script); }), 300);
-    row.rounds = filterRounds;
-    return row;
+    return limited(named("filter for a rare word", history), "ms", median(times), bench::timeInShell(script), 300, filterRounds);
 }
 
-/// The commits of a history as the model has them.
+/// Adds the commits of a history to `store` as the browser's model does.
 void fill(CommitStore& store, const MadeHistory& made)
 {
     const std::string log = bench::shellOutput(bench::gitCommand(programInPath("git"), made.top(), logArguments));
@@ -219,19 +214,10 @@ std::vector<Row> measureGraph(const MadeHistory& made, const std::string& histor
     };
     const std::string script = bench::gitScript(programInPath("git"), made.top(), "log --graph --all --oneline");
     const Samples samples = interleave(
-        loadRounds, [&] { return milliseconds(layOut); }, [&] { return milliseconds([&] { bench::runInShell(script); }); });
+        loadRounds, [&] { return elapsedMilliseconds(layOut); }, [&] { return bench::timeInShell(script); });
     const double time = median(samples.ours);
-    Row graph = makeRow(named("graph and marks", history), "ms", time, median(samples.reference));
-    graph.aim = Aim::ratioAtMost;
-    graph.limit = 0.01;
-    graph.percent = true;
-    graph.rounds = loadRounds;
-    Row share = makeRow(named("graph and marks in a load", history), "ms", time, loadMs);
-    share.aim = Aim::ratioAtMost;
-    share.limit = 0.02;
-    share.percent = true;
-    share.rounds = loadRounds;
-    return {graph, share};
+    return {limitedShare(named("graph and marks", history), time, median(samples.reference), 0.01),
+            limitedShare(named("graph and marks in a load", history), time, loadMs, 0.02)};
 }
 
 void append(std::vector<Row>& rows, const std::vector<Row>& more)

@@ -21,13 +21,13 @@ double mebibytesPerSecond(double ms)
 double captureRate(const std::string& command)
 {
     cmStringT output;
-    const double ms = milliseconds([&] { runCommandCapture(command, output, ""); });
+    const double ms = elapsedMilliseconds([&] { runCommandCapture(command, output, ""); });
     if (output.length() != captureMebibytes * mebibyte)
         throw BenchError("captured " + std::to_string(output.length()) + " bytes");
     return mebibytesPerSecond(ms);
 }
 
-/// Waits for a silent child in the way that can be stopped, as the status threads do.
+/// Waits for a silent child with a stop function, as the status threads do.
 void waitForSilentChild()
 {
     CaptureControl control;
@@ -47,14 +47,10 @@ Row measureCapture()
     writeLargeFile(file, captureMebibytes * mebibyte);
     const std::string command = bench::printFileCommand(file);
     const std::string script = bench::pipeScript(file);
-    const auto reference = [&] { return mebibytesPerSecond(milliseconds([&] { bench::runInShell(script); })); };
+    const auto reference = [&] { return mebibytesPerSecond(bench::timeInShell(script)); };
     const Samples samples = interleave(
         captureRounds, [&] { return captureRate(command); }, reference);
-    Row row = makeRow("capture 256 MiB", "MiB/s", median(samples.ours), median(samples.reference));
-    row.aim = Aim::ratioAtLeast;
-    row.limit = 0.7;
-    row.rounds = captureRounds;
-    return row;
+    return makeRow("capture 256 MiB", "MiB/s", samples, Aim::ratioAtLeast, 0.7);
 }
 
 Row measureIdleCapture()
@@ -62,17 +58,14 @@ Row measureIdleCapture()
     double elapsed = 0;
     const auto processorTime = [&elapsed] {
         const double before = bench::processorMilliseconds();
-        elapsed = milliseconds(&waitForSilentChild);
+        elapsed = elapsedMilliseconds(&waitForSilentChild);
         return bench::processorMilliseconds() - before;
     };
-    // The reference is one core over the very same time.
+    // The reference is the elapsed time: the processor time of one busy core.
     const Samples samples = interleave(idleRounds, processorTime, [&elapsed] { return elapsed; });
-    Row row = makeRow("processor time while a child sleeps 5 s", "ms", median(samples.ours), median(samples.reference));
+    Row row = makeRow("processor time while a child sleeps 5 s", "ms", samples, Aim::ratioAtMost, 0.01);
     if (row.reference < idleSeconds * 1000)
         throw BenchError("the child ended early");
-    row.aim = Aim::ratioAtMost;
-    row.limit = 0.01;
     row.percent = true;
-    row.rounds = idleRounds;
     return row;
 }

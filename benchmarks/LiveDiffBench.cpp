@@ -13,7 +13,7 @@ namespace {
 constexpr int rounds = 15;
 constexpr std::size_t revisionSize = 50'000'000;
 
-/// Has the module fetch a file's committed revision; where it put it.
+/// Lets the module fetch a file's committed revision; returns the cache file.
 fs::path fetch(BenchModule& module, const fs::path& file)
 {
     const TXHVAR cache = txHvarAlloc();
@@ -44,13 +44,9 @@ Row measureLiveDiff()
     const std::string script = bench::showScript(programInPath("git"), file, folder / "copy");
     fs::path fetched;
     const Samples samples = interleave(
-        rounds, [&] { return milliseconds([&] { fetched = fetch(module, file); }); },
-        [&] { return milliseconds([&] { bench::runInShell(script); }); });
+        rounds, [&] { return elapsedMilliseconds([&] { fetched = fetch(module, file); }); },
+        [&] { return bench::timeInShell(script); });
     if (fs::file_size(fetched) != revisionSize)
         throw BenchError("the cache file is not whole");
-    Row row = makeRow("immediate fetch of 50 MB", "ms", median(samples.ours), median(samples.reference));
-    row.aim = Aim::ratioAtMost;
-    row.limit = 1.15;
-    row.rounds = rounds;
-    return row;
+    return makeRow("immediate fetch of 50 MB", "ms", samples, Aim::ratioAtMost, 1.15);
 }

@@ -16,7 +16,7 @@ bool Row::isMet() const
     return false;
 }
 
-Row makeRow(const std::string& what, const std::string& unit, double ours, double reference)
+Row makeRow(const std::string& what, const std::string& unit, double ours, double reference, Aim aim, double limit, int rounds)
 {
     Row row;
     row.what = what;
@@ -24,7 +24,27 @@ Row makeRow(const std::string& what, const std::string& unit, double ours, doubl
     row.ours = ours;
     row.reference = reference;
     row.ratio = ours / reference;
+    row.aim = aim;
+    row.limit = limit;
+    row.rounds = rounds;
     return row;
+}
+
+Row makeRow(const std::string& what, const std::string& unit, const Samples& samples, Aim aim, double limit)
+{
+    return makeRow(what, unit, median(samples.ours), median(samples.reference), aim, limit,
+                   static_cast<int>(samples.ours.size()));
+}
+
+Row makeGrowthRow(const std::string& what, const std::function<double(int files)>& measure, int rounds)
+{
+    constexpr int small = 1000;
+    constexpr int middle = 10000;
+    constexpr int large = 50000;
+    const double times[] = {measure(small), measure(middle), measure(large)};
+    constexpr double microseconds = 1000;
+    return makeRow(what, "us", (times[2] - times[1]) * microseconds / (large - middle),
+                   (times[1] - times[0]) * microseconds / (middle - small), Aim::ratioAtMost, 1.2, rounds);
 }
 
 Samples interleave(int rounds, const std::function<double()>& ours, const std::function<double()>& reference)
@@ -39,7 +59,7 @@ Samples interleave(int rounds, const std::function<double()>& ours, const std::f
     return samples;
 }
 
-double milliseconds(const std::function<void()>& work)
+double elapsedMilliseconds(const std::function<void()>& work)
 {
     const auto start = std::chrono::steady_clock::now();
     work();
@@ -56,4 +76,12 @@ double percentile(std::vector<double> values, double share)
 double median(std::vector<double> values)
 {
     return percentile(std::move(values), 0.5);
+}
+
+double fastest(int rounds, const std::function<double()>& measure)
+{
+    double best = measure();
+    for (int round = 1; round < rounds; ++round)
+        best = std::min(best, measure());
+    return best;
 }

@@ -4,8 +4,6 @@
 #include "benchmarks/System.h"
 #include "txapi/txapi.h"
 
-#include <algorithm>
-
 namespace fs = std::filesystem;
 
 namespace {
@@ -14,7 +12,7 @@ constexpr int rounds = 21;
 constexpr int filesPerFolder = 100;
 constexpr std::int32_t budgetMs = 60000;
 
-/// Files on the disk, and the list of their names as the editor has it.
+/// Files on the disk, and the array of their names in the editor.
 class DatedFiles {
 public:
     explicit DatedFiles(int count) : m_list(txHvarAlloc())
@@ -31,18 +29,19 @@ public:
     DatedFiles(const DatedFiles&) = delete;
     DatedFiles& operator=(const DatedFiles&) = delete;
 
-    /// The time of a loop of the system's own calls, in milliseconds, and that of one call of the module's. Right before each
-    /// the system was asked for all of them: what it remembers is the same for both.
+    /// The time of asking the system for all dates, in milliseconds. Here and in `ask` all dates are read once before the
+    /// measurement, so that the system's caches are equally warm.
     double askSystem() const
     {
         bench::readDates(m_names);
-        return milliseconds([this] { bench::readDates(m_names); });
+        return elapsedMilliseconds([this] { bench::readDates(m_names); });
     }
+    /// The time of asking the module for all dates, in milliseconds.
     double ask(BenchModule& module) const
     {
         const TXHVAR table = txHvarAlloc();
         bench::readDates(m_names);
-        const double time = milliseconds([&] {
+        const double time = elapsedMilliseconds([&] {
             module.call("_GetFastReloadInfoTable",
                         {CallArgument::variable(m_list), 0, 0, CallArgument::variable(table), budgetMs});
         });
@@ -60,15 +59,6 @@ private:
     TXHVAR m_list;
 };
 
-double fastestCall(BenchModule& module, int count)
-{
-    const DatedFiles files(count);
-    std::vector<double> times;
-    for (int round = 0; round < rounds; ++round)
-        times.push_back(files.ask(module));
-    return *std::min_element(times.begin(), times.end());
-}
-
 }  // namespace
 
 Row measureReload()
@@ -77,22 +67,15 @@ Row measureReload()
     const DatedFiles files(10000);
     const Samples samples = interleave(
         rounds, [&] { return files.ask(module); }, [&] { return files.askSystem(); });
-    Row row = makeRow("dates of 10,000 files", "ms", median(samples.ours), median(samples.reference));
-    row.aim = Aim::ratioAtMost;
-    row.limit = 2.0;
-    row.rounds = rounds;
-    return row;
+    return makeRow("dates of 10,000 files", "ms", samples, Aim::ratioAtMost, 2.0);
 }
 
 Row measureReloadGrowth()
 {
     BenchModule module(programInPath("git"));
-    const double small = fastestCall(module, 1000);
-    const double middle = fastestCall(module, 10000);
-    const double large = fastestCall(module, 50000);
-    Row row = makeRow("date of each further file, to 50,000", "us", (large - middle) / 40, (middle - small) / 9);
-    row.aim = Aim::ratioAtMost;
-    row.limit = 1.2;
-    row.rounds = rounds;
-    return row;
+    const auto measure = [&module](int count) {
+        const DatedFiles files(count);
+        return fastest(rounds, [&] { return files.ask(module); });
+    };
+    return makeGrowthRow("date of each further file, to 50,000", measure, rounds);
 }

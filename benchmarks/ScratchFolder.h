@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-/// A temporary folder that goes with the object.
+/// A temporary folder. The destructor removes it with everything in it.
 class ScratchFolder {
 public:
     ScratchFolder();
@@ -18,6 +18,7 @@ private:
     std::filesystem::path m_path;
 };
 
-/// Throw BenchError when the file cannot be written.
+/// Writes a file. Throws BenchError when it cannot.
 void writeFile(const std::filesystem::path& path, const std::string& content);
+/// Writes a text file of this size. Throws BenchError when it cannot.
 void writeLargeFile(const std::filesystem::path& path, std::size_t bytes);

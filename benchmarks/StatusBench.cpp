@@ -21,7 +21,7 @@ fs::path fileOf(const fs::path& top, int folder, int file)
     return top / ("folder" + std::to_string(folder)) / ("file" + std::to_string(file) + ".txt");
 }
 
-/// All files committed, one in every second folder modified since.
+/// Creates a working copy whose files are all committed; one in every second folder is modified afterwards.
 void makeWorkingCopy(const fs::path& top)
 {
     makeRepository(top);
@@ -34,7 +34,7 @@ void makeWorkingCopy(const fs::path& top)
     runGit(top, "commit --quiet --message first");
     for (int folder = 0; folder < folderCount; folder += 2)
         writeFile(fileOf(top, folder, folder % filesPerFolder), "modified\n");
-    // An index as old as its files makes git read them all, every time.
+    // When the index is as old as the files, git reads them all in every pass.
     std::this_thread::sleep_for(std::chrono::milliseconds(1100));
     runGit(top, "update-index -q --refresh");
 }
@@ -43,19 +43,15 @@ Row measure(const std::string& what, const fs::path& top, bool made)
 {
     BenchModule module(programInPath("git"));
     const auto ours = [&] {
-        const double time = milliseconds([&] { module.statusPass(top.string()); });
+        const double time = elapsedMilliseconds([&] { module.statusPass(top.string()); });
         const std::size_t marked = module.takeMarkedFiles();
         if (made && marked != modifiedCount)
             throw BenchError("a pass marked " + std::to_string(marked) + " files instead of " + std::to_string(modifiedCount));
         return time;
     };
     const std::string script = bench::statusScript(programInPath("git"), top);
-    const Samples samples = interleave(rounds, ours, [&] { return milliseconds([&] { bench::runInShell(script); }); });
-    Row row = makeRow(what, "ms", median(samples.ours), median(samples.reference));
-    row.aim = Aim::ratioAtMost;
-    row.limit = 1.15;
-    row.rounds = rounds;
-    return row;
+    const Samples samples = interleave(rounds, ours, [&] { return bench::timeInShell(script); });
+    return makeRow(what, "ms", samples, Aim::ratioAtMost, 1.15);
 }
 
 }  // namespace

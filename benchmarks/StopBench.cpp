@@ -13,7 +13,7 @@ namespace {
 
 constexpr int rounds = 200;
 
-/// A tool that hangs, the folder that is watched with it, and the file by which it tells that it runs.
+/// A tool that hangs, the folder that is watched with it, and the marker file that it creates when it runs.
 class HangingTool {
 public:
     HangingTool() : m_marker(m_folder / "running"), m_program(m_folder / "tool"), m_watched(m_folder / "watched")
@@ -25,7 +25,7 @@ public:
     const fs::path& program() const { return m_program; }
     const fs::path& watched() const { return m_watched; }
     bool isRunning() const { return fs::exists(m_marker); }
-    void forget() const { fs::remove(m_marker); }
+    void removeMarker() const { fs::remove(m_marker); }
 
 private:
     ScratchFolder m_folder;
@@ -34,7 +34,7 @@ private:
     fs::path m_watched;
 };
 
-/// Without it every stop would come at the same moment of the thread's own rhythm.
+/// Waits up to 20 ms, so that the stops come at different moments of the thread's polling interval.
 void pauseAtRandom()
 {
     static std::mt19937 random(20240229);
@@ -44,20 +44,20 @@ void pauseAtRandom()
 
 double stopThread(BenchModule& module, const HangingTool& tool)
 {
-    tool.forget();
+    tool.removeMarker();
     module.addPath(tool.watched().string());
     module.waitFor([&] { return module.hasPassBegun() && tool.isRunning(); }, "the tool to hang");
     pauseAtRandom();
-    return milliseconds([&module] { module.call("filewatcherStop", {BenchModule::gitType}); });
+    return elapsedMilliseconds([&module] { module.call("filewatcherStop", {BenchModule::gitType}); });
 }
 
 double endDirectly(BenchModule& module, const HangingTool& tool)
 {
-    tool.forget();
+    tool.removeMarker();
     bench::DirectChild child(tool.program());
     module.waitFor([&tool] { return tool.isRunning(); }, "the child to hang");
     pauseAtRandom();
-    return milliseconds([&child] { child.end(); });
+    return elapsedMilliseconds([&child] { child.end(); });
 }
 
 }  // namespace
@@ -68,10 +68,6 @@ Row measureStop()
     BenchModule module(tool.program().string());
     const Samples samples = interleave(
         rounds, [&] { return stopThread(module, tool); }, [&] { return endDirectly(module, tool); });
-    Row row = makeRow("stopping a busy status thread, 99th percentile of 200", "ms", percentile(samples.ours, 0.99),
-                      median(samples.reference));
-    row.aim = Aim::oursAtMost;
-    row.limit = 50;
-    row.rounds = rounds;
-    return row;
+    return makeRow("stopping a busy status thread, 99th percentile of 200", "ms", percentile(samples.ours, 0.99),
+                   median(samples.reference), Aim::oursAtMost, 50, rounds);
 }

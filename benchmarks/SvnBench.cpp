@@ -3,8 +3,6 @@
 #include "benchmarks/ScratchFolder.h"
 #include "benchmarks/System.h"
 
-#include <algorithm>
-
 namespace fs = std::filesystem;
 
 namespace {
@@ -13,7 +11,7 @@ constexpr int passRounds = 21;
 constexpr int growthRounds = 7;
 constexpr int filesPerFolder = 100;
 
-/// A working copy of so many files, one in a hundred modified.
+/// A Subversion working copy of so many files, of which one in a hundred is modified.
 class WorkingCopy {
 public:
     explicit WorkingCopy(int files) : m_modified(static_cast<std::size_t>(files / filesPerFolder)), m_top(m_folder / "wc")
@@ -29,10 +27,10 @@ public:
 
     const fs::path& top() const { return m_top; }
 
-    /// The time of one pass that begins with no records, in milliseconds.
+    /// The time of one pass in milliseconds; it starts without records.
     double pass(BenchModule& module) const
     {
-        const double time = milliseconds([&] { module.statusPass(m_top.string()); });
+        const double time = elapsedMilliseconds([&] { module.statusPass(m_top.string()); });
         if (const std::size_t marked = module.takeMarkedFiles(); marked != m_modified)
             throw BenchError("a pass marked " + std::to_string(marked) + " files instead of " + std::to_string(m_modified));
         return time;
@@ -53,11 +51,8 @@ double fastestPass(int files)
 {
     const WorkingCopy copy(files);
     BenchModule module(programInPath("svn"), BenchModule::svnType);
-    copy.pass(module);  // this one asks the repository
-    std::vector<double> times;
-    for (int round = 0; round < growthRounds; ++round)
-        times.push_back(copy.pass(module));
-    return *std::min_element(times.begin(), times.end());
+    copy.pass(module);  // the first pass also asks the server
+    return fastest(growthRounds, [&] { return copy.pass(module); });
 }
 
 }  // namespace
@@ -68,22 +63,11 @@ Row measureSvnPass()
     BenchModule module(programInPath("svn"), BenchModule::svnType);
     const std::string script = bench::svnStatusScript(programInPath("svn"), copy.top());
     const Samples samples = interleave(
-        passRounds, [&] { return copy.pass(module); }, [&] { return milliseconds([&] { bench::runInShell(script); }); });
-    Row row = makeRow("svn status pass, 10,000 files", "ms", median(samples.ours), median(samples.reference));
-    row.aim = Aim::ratioAtMost;
-    row.limit = 1.2;
-    row.rounds = passRounds;
-    return row;
+        passRounds, [&] { return copy.pass(module); }, [&] { return bench::timeInShell(script); });
+    return makeRow("svn status pass, 10,000 files", "ms", samples, Aim::ratioAtMost, 1.2);
 }
 
 Row measureSvnGrowth()
 {
-    const double small = fastestPass(1000);
-    const double middle = fastestPass(10000);
-    const double large = fastestPass(50000);
-    Row row = makeRow("svn pass, each further file, to 50,000", "us", (large - middle) / 40, (middle - small) / 9);
-    row.aim = Aim::ratioAtMost;
-    row.limit = 1.2;
-    row.rounds = growthRounds;
-    return row;
+    return makeGrowthRow("svn pass, each further file, to 50,000", &fastestPass, growthRounds);
 }

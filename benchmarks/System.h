@@ -4,44 +4,49 @@
 #include <string>
 #include <vector>
 
-/// What the measurements want of the system: the commands that they run, and what it knows of this process.
+/// What the measurements need from the operating system: commands, and figures of this process. Scripts are for a plain shell.
+/// Everything that cannot be done throws BenchError.
 namespace bench {
 
-/// The processor time that this process has used, without its children, in milliseconds.
+/// The processor time of this process without its children, in milliseconds.
 double processorMilliseconds();
 
-// Command lines in the module's grammar.
+/// A command line, in the module's grammar, that writes a file to standard output.
 std::string printFileCommand(const std::filesystem::path& file);
+/// A command line, in the module's grammar, that waits without output.
 std::string sleepCommand(int seconds);
 
-/// Runs a script in a plain shell, and throws BenchError when it fails.
+/// Runs a script and waits for it. Throws BenchError when it fails.
 void runInShell(const std::string& script);
-/// A script that asks `git` for the top level and the status of the repository at `top`, in the way of a poll.
+/// The same; returns the elapsed time in milliseconds.
+double timeInShell(const std::string& script);
+/// A script that asks `git` for the top level and the status of the repository at `top`, as a status pass does.
 std::string statusScript(const std::filesystem::path& git, const std::filesystem::path& top);
-/// A script that asks `svn` for the status of the working copy at `top`, in the way of a poll.
+/// A script that asks `svn` for the status of the working copy at `top`, as a status pass does.
 std::string svnStatusScript(const std::filesystem::path& svn, const std::filesystem::path& top);
-/// A script that makes a repository beside the folder `files`, commits these, and checks them out as `top`.
+/// A script that creates a Subversion repository beside the folder `files`, commits these files, and checks them out as `top`.
 std::string svnCheckoutScript(const std::filesystem::path& files, const std::filesystem::path& top);
-/// A script that runs `git` with these arguments in `top`, and one that sends what it writes to nowhere.
+/// A script that runs `git` with these arguments in `top`.
 std::string gitCommand(const std::filesystem::path& git, const std::filesystem::path& top, const std::string& arguments);
+/// The same with its output discarded.
 std::string gitScript(const std::filesystem::path& git, const std::filesystem::path& top, const std::string& arguments);
-/// A script that has git import a stream into the repository at `top`.
+/// A script with which git imports the fast-import stream in a file into the repository at `top`.
 std::string fastImportScript(const std::filesystem::path& top, const std::filesystem::path& stream);
-/// What a script writes. Throws BenchError when it cannot be run.
+/// The output of a script. Throws BenchError when it cannot be run.
 std::string shellOutput(const std::string& script);
-/// How much memory this process has in use.
+/// The resident memory of this process.
 double residentBytes();
-/// A script that has `git` write the committed revision of `file` into `copy`.
+/// A script with which `git` writes the committed revision of `file` into `copy`.
 std::string showScript(const std::filesystem::path& git, const std::filesystem::path& file, const std::filesystem::path& copy);
-/// Asks the system for the date of each file and whether it may be written, and does nothing with that.
+/// Asks the system for the date of each file and whether it may be written. Throws BenchError when a file is missing.
 void readDates(const std::vector<std::string>& files);
-/// A script that sends a file through a pipe to nowhere.
+/// A script that sends a file through a pipe and discards it.
 std::string pipeScript(const std::filesystem::path& file);
 
-/// Makes a program at `path` that creates the file `marker` and then hangs, whatever its arguments.
+/// Creates a program at `path` that, whatever its arguments, creates the file `marker` and then hangs.
 void makeHangingTool(const std::filesystem::path& path, const std::filesystem::path& marker);
 
-/// A child that is started and ended with nothing but what the system has for it.
+/// A child process that is started and killed by plain system calls. The destructor kills it.
 class DirectChild {
 public:
     /// Throws BenchError when it cannot be started.
@@ -50,7 +55,7 @@ public:
     DirectChild(const DirectChild&) = delete;
     DirectChild& operator=(const DirectChild&) = delete;
 
-    /// Kills it and waits for its end.
+    /// Kills the child and waits for its end.
     void end();
 
 private:

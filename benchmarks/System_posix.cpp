@@ -29,7 +29,7 @@ double inMilliseconds(const timeval& time)
     return static_cast<double>(time.tv_sec) * 1000 + static_cast<double>(time.tv_usec) / 1000;
 }
 
-/// One word of a shell script.
+/// A path as one word of a shell script.
 std::string quoted(const fs::path& path)
 {
     std::string word = "'";
@@ -67,9 +67,14 @@ void bench::runInShell(const std::string& script)
         throw BenchError("the reference failed with status " + std::to_string(status) + ": " + script);
 }
 
+double bench::timeInShell(const std::string& script)
+{
+    return elapsedMilliseconds([&script] { runInShell(script); });
+}
+
 std::string bench::statusScript(const fs::path& git, const fs::path& top)
 {
-    // As the module does it: no lock for a refreshed index, and no other program that watches the files.
+    // The module's own settings: no lock for refreshing the index, and no file-system monitor.
     const std::string settings = "export GIT_OPTIONAL_LOCKS=0 GIT_CONFIG_COUNT=1 GIT_CONFIG_KEY_0=core.fsmonitor "
                                  "GIT_CONFIG_VALUE_0=false; ";
     const std::string program = quoted(git);
@@ -86,7 +91,7 @@ std::string bench::svnCheckoutScript(const fs::path& files, const fs::path& top)
 {
     const fs::path repository = files.parent_path() / "repository";
     const std::string url = "\"file://\"" + quoted(repository);
-    // The client flushes every file to the disk: minutes, for a working copy that is thrown away.
+    // Without eatmydata the client flushes every file to the disk, which takes minutes.
     return "svnadmin create " + quoted(repository) + " && eatmydata svn import --quiet --message first " + quoted(files) + " "
            + url + " && eatmydata svn checkout --quiet " + url + " " + quoted(top);
 }

@@ -1,9 +1,10 @@
 #include "benchmarks/Measurement.h"
-#include "benchmarks/Report.h"
 
 #include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
 
 #include <array>
+#include <cstdio>
 #include <exception>
 #include <functional>
 #include <optional>
@@ -15,17 +16,85 @@ namespace {
 constexpr int exitFailure = 1;
 constexpr int exitUsage = 2;
 
+constexpr const char* line = "%-53s %15s %15s %9s %10s  %s\n";
+
+std::string number(double value, int decimals)
+{
+    char text[64];
+    std::snprintf(text, sizeof(text), "%.*f", decimals, value);
+    return text;
+}
+
+std::string figure(double value, const std::string& unit)
+{
+    return number(value, value < 1 ? 3 : value < 100 ? 2 : 0) + " " + unit;
+}
+
+std::string share(double value, bool percent)
+{
+    return percent ? number(value * 100, 2) + " %" : number(value, 2);
+}
+
+std::string aimText(const Row& row)
+{
+    if (row.aim == Aim::oursAtMost)
+        return "<= " + number(row.limit, 0) + " " + row.unit;
+    return (row.aim == Aim::ratioAtMost ? "<= " : ">= ") + share(row.limit, row.percent);
+}
+
+std::string jsonText(const Row& row)
+{
+    nlohmann::ordered_json object;
+    object["what"] = row.what;
+    object["ours"] = row.ours;
+    object["reference"] = row.reference;
+    object["unit"] = row.unit;
+    object["ratio"] = row.ratio;
+    object["aim"] = row.limit;
+    object["aimOf"] = row.aim == Aim::oursAtMost ? "ours" : "ratio";
+    object["atLeast"] = row.aim == Aim::ratioAtLeast;
+    object["rounds"] = row.rounds;
+    object["ok"] = row.isMet();
+    // The name of a repository may be no UTF-8; such bytes are replaced.
+    return object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+}
+
+/// Prints the rows as they come, as a table or as one JSON object a line.
+class Report {
+public:
+    explicit Report(bool json) : m_json(json)
+    {
+        if (!m_json)
+            std::printf(line, "what", "ours", "reference", "ratio", "aim", "");
+        std::fflush(stdout);
+    }
+
+    void print(const Row& row) const
+    {
+        if (m_json)
+            std::printf("%s\n", jsonText(row).c_str());
+        else
+            std::printf(line, row.what.c_str(), figure(row.ours, row.unit).c_str(), figure(row.reference, row.unit).c_str(),
+                        share(row.ratio, row.percent).c_str(), aimText(row).c_str(), row.isMet() ? "ok" : "MISSED");
+        std::fflush(stdout);
+    }
+
+private:
+    bool m_json;
+};
+
 struct Measurement {
     const char* name;
     std::function<std::vector<Row>()> measure;
 };
 
-/// Makes the measurements whose name holds `only`, whether or not one before fails.
+/// Makes all measurements whose name contains `only`; a failure does not keep the others from being made. Returns the exit code.
 int runAll(bool json, const std::string& only, const std::optional<std::string>& repository)
 {
     const auto one = [](Row (*measure)()) { return [measure] { return std::vector<Row>{measure()}; }; };
     const std::array<Measurement, 11> measurements{{
-        {"git browser", [&repository] { return measureBrowser(repository); }},  // first: it asks for the process's memory
+        {"git browser",
+         [&repository] { return measureBrowser(repository); }},  // first, because it measures the memory of this process
         {"git graph", &measureBrowserGraph},
         {"status pass", [&repository] { return std::vector<Row>{measureStatusPass(repository)}; }},
         {"svn status pass", one(&measureSvnPass)},
@@ -46,7 +115,7 @@ int runAll(bool json, const std::string& only, const std::optional<std::string>&
             for (const Row& row : measurement.measure())
                 report.print(row);
         } catch (const std::exception& error) {
-            Report::printFailure(measurement.name, error.what());
+            std::fprintf(stderr, "filewatcher_bench: %s: %s\n", measurement.name, error.what());
             result = exitFailure;
         }
     }
