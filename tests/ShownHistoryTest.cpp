@@ -98,6 +98,7 @@ TEST_F(ShownHistoryTest, AFilterShowsTheCommitsThatContainItsTextAndTheLinesBetw
     EXPECT_FALSE(history.filter("ada@example.orgy"));
     EXPECT_EQ(rows(), (Rows{1, 3, 5})) << "a filter that finds nothing changes nothing";
     EXPECT_EQ(columns(), (Columns{0, 0, 0}));
+    EXPECT_TRUE(graphRow.edges.empty()) << "a line to a commit that is not shown";
     EXPECT_EQ(history.graphWidth(), 1);
     EXPECT_EQ(commit(3).row, 1);
     EXPECT_TRUE(commit(1).pendingBranches.empty());
