@@ -100,7 +100,7 @@ TEST(CommitStore, AddsEachCommitOnceAndNoneWithoutAHash)
     CommitStore store;
     store.addWorkingCopy();
     EXPECT_EQ(addAll(store, logRecord(7, {8, 9}, "first") + logRecord(8, {}) + logRecord(7, {}, "again")
-                                + logRecord(9, {}).substr(7) + logRecord(11, {})),
+                                + logRecord(9, {}).substr(7) + "x" + logRecord(12, {}).substr(1) + logRecord(11, {})),
               3);
     EXPECT_EQ(store.subject(store.find(hashOf(7))), "first");
     GitCommitInfo info;
@@ -116,7 +116,9 @@ TEST(CommitStore, FindsEveryCommitByItsHashAndTheFirstOfSeveralByItsFirstDigits)
     CommitStore store;
     store.addWorkingCopy();
     constexpr int count = 5000;
-    const auto subject = [](int number) { return std::string(number == count ? 1 << 20 : number % 300, 'x'); };
+    const auto subject = [](int number) {
+        return std::string(static_cast<std::size_t>(number == count ? 1 << 20 : number % 300), 'x');
+    };
     for (int number = count; number > 0; --number)
         addAll(store, logRecord(number, {number - 1}, subject(number)));
     for (int number = count; number > 0; --number) {
