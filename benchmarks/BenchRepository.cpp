@@ -4,7 +4,7 @@
 #include "benchmarks/Measurement.h"
 #include "benchmarks/ScratchFolder.h"
 #include "benchmarks/System.h"
-#include "common/CommandLine.h"
+#include "common/CommandQuoting.h"
 #include "common/CommandRunner.h"
 #include "common/cmStringCatHelper.h"
 

@@ -2,7 +2,7 @@
 
 #include "benchmarks/Measurement.h"
 #include "benchmarks/ScratchFolder.h"
-#include "common/CommandLine.h"
+#include "common/CommandQuoting.h"
 
 #include <spawn.h>
 #include <sys/resource.h>

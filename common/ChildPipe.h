@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-/// One redirected standard stream of a child. Created empty, filled by spawnProcess; owns both of its ends and
-/// closes them. One thread at a time may use it.
+/// One redirected standard stream of a child. Created empty and filled by spawnProcess. Owns both ends and closes them. One
+/// thread at a time may use it.
 class ChildPipe {
 public:
     static constexpr std::intptr_t none = -1;
@@ -13,24 +13,29 @@ public:
     ChildPipe& operator=(const ChildPipe&) = delete;
     ~ChildPipe() { close(); }
 
-    /// Makes the pipe; the parent keeps the write end when `toChild`, else the read end. The parent's
-    /// end is never inherited, the child's only by a process that names it or, on Windows, by one that a host starts
-    /// before closeChildEnd and lets inherit everything. Throws cmStatusException(cmStatusPipeFailed).
+    /// Creates the pipe. The parent keeps the write end when `toChild`, otherwise the read end. No child inherits the parent's
+    /// end. The child's end is passed on explicitly; on Windows, a process that the host starts before closeChildEnd, and lets
+    /// inherit everything, inherits it too. Throws cmStatusException(cmStatusPipeFailed).
     void create(bool toChild, std::uint32_t bufferSize);
 
-    /// Whether at least one byte waits. Never blocks.
+    /// Whether at least one byte can be read. Never blocks.
     bool dataAvailable();
-    /// Reads at most `count` bytes, waiting for the first; less than 1 at the end of the stream or on error.
+    /// Reads at most `count` bytes and blocks until there is one. Returns less than 1 at the end of the stream or on error.
     int read(void* buffer, std::uint32_t count);
-    /// Writes all `count` bytes, waiting while the pipe is full; less than 1 when the child has closed its end.
+    /// Writes all `count` bytes and blocks while the pipe is full. Returns less than 1 when the child has closed its end.
     int write(const void* data, std::uint32_t count);
 
-    void closeChildEnd();
-    void close();
+    void closeChildEnd() { closeEnd(childEnd); }
+    void close()
+    {
+        closeEnd(childEnd);
+        closeEnd(parentEnd);
+        ended = false;
+    }
 
     std::intptr_t getParentEnd() const { return parentEnd; }
     std::intptr_t getChildEnd() const { return childEnd; }
-    /// Whether the other side was found closed and everything was read: nothing will ever come again.
+    /// Whether the end of the stream was seen: all data was read and no writer is left.
     bool isEnded() const { return ended; }
     void markEnded() { ended = true; }
 

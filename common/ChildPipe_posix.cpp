@@ -14,7 +14,8 @@ namespace {
 
 constexpr std::uint32_t systemPipeSize = 65536;
 
-/// A host without standard streams gets low descriptors here, which the child's own streams would overwrite.
+/// Moves a descriptor above the standard streams. A host without standard streams gets such low descriptors, and setting up the
+/// child's own streams would overwrite them.
 int aboveStandardStreams(int descriptor)
 {
     if (descriptor > STDERR_FILENO)
@@ -24,7 +25,7 @@ int aboveStandardStreams(int descriptor)
     return moved;
 }
 
-/// Writes without a SIGPIPE reaching the host when the child has closed its end.
+/// Writes like ::write, but never raises SIGPIPE in the host when the child has closed its end.
 ssize_t writeQuietly(int descriptor, const char* data, std::size_t count)
 {
     sigset_t pipeSignal;
@@ -68,7 +69,7 @@ void ChildPipe::create(bool toChild, std::uint32_t bufferSize)
         throw cmStatusException(cmStatusPipeFailed);
     }
     if (bufferSize != systemPipeSize)
-        fcntl(writeEnd, F_SETPIPE_SZ, static_cast<int>(bufferSize));  // best effort, as on every system
+        fcntl(writeEnd, F_SETPIPE_SZ, static_cast<int>(bufferSize));  // best effort
 }
 
 bool ChildPipe::dataAvailable()

@@ -13,7 +13,7 @@ HANDLE native(std::intptr_t end)
     return reinterpret_cast<HANDLE>(end);
 }
 
-/// Puts a handle that no child inherits in the place of one that every child would.
+/// Replaces an inheritable handle by a duplicate that is not inheritable. Returns false, with no handle open, on failure.
 bool makePrivate(HANDLE& end)
 {
     const HANDLE self = GetCurrentProcess();

@@ -1,9 +1,13 @@
 #include "common/ChildProcess.h"
 
 #include "common/ChildStarter.h"
+#include "common/CommandLine.h"
+#include "common/ProgramSearch.h"
 #include "common/cmFile.h"
 #include "common/cmStatusException.h"
 #include "common/cmStringCatHelper.h"
+
+#include <utility>
 
 namespace {
 
@@ -26,6 +30,36 @@ void forEachPipe(const SpawnStreams& streams, Operation operation)
     }
 }
 
+cmStringT searchProgram(cmROStringT program, const Environment& host)
+{
+    return findProgram(program, environmentValue(host, "PATH"), cmNativePathStyle, &ChildStarter::isProgram);
+}
+
+Environment childEnvironment(const Environment& host, bool quiet, const Environment& variables, cmROStringT workingDirectory)
+{
+    Environment environment = withVariables(quiet ? quietEnvironment(host) : host, variables);
+    // Some tools trust PWD more than the system. So it must name the child's directory.
+    if (!workingDirectory.empty() && !environmentValue(environment, "PWD").isNull())
+        environment = withVariables(std::move(environment), {cmStringT(cmCat("PWD=") + workingDirectory)});
+    return environment;
+}
+
+/// Creates the pipes and starts the child. Returns 0 or the status to throw, with the reason in `detail`.
+std::int32_t startChild(ChildProcess& process, const ChildStarter& starter, cmStringT& detail)
+{
+    try {
+        createPipes(starter.streams);
+    } catch (const cmStatusException& failure) {
+        detail = "no pipe could be made";
+        return failure.status();
+    }
+    if (starter.start(process, detail))
+        return 0;
+    if (!starter.workingDirectory.isEmpty() && !cmIsDirectory(starter.workingDirectory))
+        detail = cmCat(starter.workingDirectory) + ": no such directory";
+    return cmStatusProcessFailed;
+}
+
 }  // namespace
 
 void spawnProcess(ChildProcess& process, cmROStringT commandLine, SpawnOptions options, const Environment& variables,
@@ -35,39 +69,28 @@ void spawnProcess(ChildProcess& process, cmROStringT commandLine, SpawnOptions o
     const Environment host = hostEnvironment();
     const CommandLine command = splitCommandLine(commandLine);
     ChildStarter starter;
-    starter.program = findProgram(command.program, environmentValue(host, "PATH"), cmNativePathStyle, &ChildStarter::isProgram);
+    starter.program = searchProgram(command.program, host);
     starter.arguments = command.arguments;
     starter.interpreter = (options & spawnScanOperators) != 0 && hasShellOperator(commandLine);
     starter.options = starter.interpreter ? options | spawnHiddenWindow : options;
-    starter.environment = withVariables(quiet ? quietEnvironment(host) : host, variables);
-    if (!workingDirectory.empty() && !environmentValue(starter.environment, "PWD").isNull())  // there are tools that believe it
-        starter.environment = withVariables(starter.environment, {cmStringT(cmCat("PWD=") + workingDirectory)});
+    starter.environment = childEnvironment(host, quiet, variables, workingDirectory);
     starter.workingDirectory = workingDirectory;
     starter.streams = streams;
 
     cmStringT detail;
-    std::int32_t failure = cmStatusProcessFailed;
-    if (commandLine.find('\0') != cmROStringT::npos || workingDirectory.find('\0') != cmROStringT::npos) {
-        detail = "a command cannot hold a NUL";  // the system would end it there
-    } else if (starter.program.isNull()) {
+    std::int32_t status = cmStatusProcessFailed;
+    if (commandLine.find('\0') != cmROStringT::npos || workingDirectory.find('\0') != cmROStringT::npos)
+        detail = "a command cannot hold a NUL";  // the system would take it for the end of the text
+    else if (starter.program.isNull())
         detail = cmCat("no program that can be started: ") + command.program;
-    } else {
-        try {
-            createPipes(streams);
-            if (starter.start(process, detail))
-                failure = 0;
-            else if (!workingDirectory.empty() && !cmIsDirectory(workingDirectory))
-                detail = cmCat(workingDirectory) + ": no such directory";
-        } catch (const cmStatusException& pipeFailure) {
-            failure = pipeFailure.status();
-            detail = "no pipe could be made";
-        }
-    }
-    if (failure != 0) {
+    else
+        status = startChild(process, starter, detail);
+
+    if (status != 0) {
         forEachPipe(streams, [](ChildPipe& pipe) { pipe.close(); });
         if (errorDetail)
             *errorDetail = detail;
-        throw cmStatusException(failure);
+        throw cmStatusException(status);
     }
     forEachPipe(streams, [](ChildPipe& pipe) { pipe.closeChildEnd(); });
     if (options & spawnForget)
@@ -76,5 +99,5 @@ void spawnProcess(ChildProcess& process, cmROStringT commandLine, SpawnOptions o
 
 cmStringT findHostProgram(cmROStringT program)
 {
-    return findProgram(program, environmentValue(hostEnvironment(), "PATH"), cmNativePathStyle, &ChildStarter::isProgram);
+    return searchProgram(program, hostEnvironment());
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "common/ChildPipe.h"
-#include "common/CommandLine.h"
 #include "common/Environment.h"
 #include "common/cmString.h"
 
@@ -10,26 +9,26 @@
 
 /// Bit set for spawnProcess.
 using SpawnOptions = std::uint32_t;
-inline constexpr SpawnOptions spawnScanOperators = 0x001;  ///< a shell operator sends the command to the interpreter, hidden
-inline constexpr SpawnOptions spawnErrorToOutput = 0x008;  ///< standard error shares the standard-output pipe
-inline constexpr SpawnOptions spawnShellExecute =
-    0x010;  ///< through the shell's "open", without pipes and environment; ordinary on POSIX
-inline constexpr SpawnOptions spawnNewGroup = 0x020;    ///< a process group of its own; always so on POSIX
-inline constexpr SpawnOptions spawnNewConsole = 0x040;  ///< no effect on POSIX, like the other two of windows
-inline constexpr SpawnOptions spawnNoWindow = 0x080;
-inline constexpr SpawnOptions spawnStandardHandles = 0x100;  ///< without pipes: the output of a host with a console
-inline constexpr SpawnOptions spawnHiddenWindow = 0x200;
-inline constexpr SpawnOptions spawnForget = 0x400;  ///< give the process up right after its start
+inline constexpr SpawnOptions spawnScanOperators =
+    0x001;  ///< run a command with a shell operator through the interpreter, hidden
+inline constexpr SpawnOptions spawnErrorToOutput = 0x008;    ///< standard error shares the standard-output pipe
+inline constexpr SpawnOptions spawnShellExecute = 0x010;     ///< Windows: the shell's "open", without pipes or environment
+inline constexpr SpawnOptions spawnNewGroup = 0x020;         ///< a process group of its own; always so on POSIX
+inline constexpr SpawnOptions spawnNewConsole = 0x040;       ///< Windows only
+inline constexpr SpawnOptions spawnNoWindow = 0x080;         ///< Windows only
+inline constexpr SpawnOptions spawnStandardHandles = 0x100;  ///< without pipes too, pass on the streams of a host with a console
+inline constexpr SpawnOptions spawnHiddenWindow = 0x200;     ///< Windows only
+inline constexpr SpawnOptions spawnForget = 0x400;           ///< close the record right after the start
 
-/// What one look at a child and its pipes found.
+/// The state of a child and its pipes at one moment.
 struct ChildActivity {
-    bool running;  ///< noted before the pipes: when it is false, they hold all there will be of the child's own
-    bool output;   ///< data waits there
+    bool running;  ///< read before the pipes: when false, they already hold all of the child's own output
+    bool output;   ///< data can be read
     bool error;
 };
 
-/// One started child. One thread at a time may use it. It does not end with the record: a child that nobody
-/// terminated goes on, and is reaped later.
+/// One started child. One thread at a time may use it. The child does not end with the record: unless it was terminated it goes
+/// on running, and is reaped later.
 class ChildProcess {
 public:
     static constexpr std::intptr_t none = -1;
@@ -40,15 +39,16 @@ public:
     ~ChildProcess() { close(); }
 
     bool isRunning();
-    /// Ends the child and whatever it started.
+    /// Ends the child and all processes that it has started. Does not wait.
     void terminate();
-    /// Gives the child up and clears the record. Waits only for a child that was terminated, and only briefly.
+    /// Releases the child and clears the record. Waits up to 50 ms for a child that was terminated, otherwise not at all.
     void close();
-    /// isRunning and both pipes' dataAvailable at once. Never blocks.
-    ChildActivity look(ChildPipe& output, ChildPipe& error);
-    /// Returns when the child has ended, when one of the pipes has data or ended, or after `timeoutMs` milliseconds.
+    /// isRunning and dataAvailable of both pipes in one call. Never blocks.
+    ChildActivity poll(ChildPipe& output, ChildPipe& error);
+    /// Blocks until the child has ended, a pipe has data or has ended, or `timeoutMs` milliseconds have passed. Windows cannot
+    /// wait for these pipes: there the call returns after 10 ms at the latest.
     void waitForActivity(const ChildPipe& output, const ChildPipe& error, std::uint32_t timeoutMs);
-    /// Returns when the child has ended, or after about `timeout`; what it writes meanwhile gathers in its pipes.
+    /// Blocks until the child has ended or about `timeout` has passed. The child's output accumulates in its pipes meanwhile.
     void waitForEnd(std::chrono::microseconds timeout);
 
     bool isValid() const { return valid != 0; }
@@ -58,16 +58,16 @@ private:
     friend class ChildStarter;
 
     std::intptr_t handle = none;
-    /// What ends the child's own children with it, where that needs a handle.
-    [[maybe_unused]] std::intptr_t group = none;
+    /// Windows: the job that the child and its own children belong to.
+    [[maybe_unused]] std::intptr_t job = none;
     std::uint32_t processId = 0;
-    /// Looks in a row that found nothing, where looking is all that can be done.
-    [[maybe_unused]] std::uint32_t idleLooks = 0;
+    /// Windows: consecutive polls that found no data.
+    [[maybe_unused]] std::uint32_t idlePolls = 0;
     std::uint8_t valid = 0;
     bool terminated = false;
 };
 
-/// The redirected streams of a child; null for none. A child without an input pipe reads an input at its end.
+/// The redirected streams of a child; null for none. A child without an input pipe reads an empty standard input.
 struct SpawnStreams {
     ChildPipe* input = nullptr;
     ChildPipe* output = nullptr;
@@ -77,18 +77,18 @@ struct SpawnStreams {
     std::uint32_t errorSize = 65536;
 };
 
-/// Starts `commandLine` (the grammar of CommandLine.h) in `workingDirectory` (empty: the host's own). The program
-/// is looked for in PATH only. `variables` are set in the child's environment ("NAME=VALUE"), which is the host's,
-/// made quiet when `quiet`. Fills `process` and the given pipes. The child inherits its three standard streams and
-/// nothing else of the host: no handle, no signal setting.
-/// Throws cmStatusException with cmStatusPipeFailed or cmStatusProcessFailed; then `errorDetail`, when given, tells why
-/// in words, and process and pipes are left empty.
+/// Starts `commandLine` (the grammar of CommandLine.h) in `workingDirectory` (empty for the host's own). The program is searched
+/// for in PATH only. The child's environment is the host's, passed through quietEnvironment when `quiet`, with `variables`
+/// ("NAME=VALUE") set. The child inherits its three standard streams and nothing else of the host: no handle, no signal setting.
+/// Fills `process` and the given pipes, which the caller owns.
+/// Throws cmStatusException with cmStatusPipeFailed or cmStatusProcessFailed; then `process` and the pipes are empty and
+/// `errorDetail`, unless null, holds the reason in words. Any thread.
 void spawnProcess(ChildProcess& process, cmROStringT commandLine, SpawnOptions options, const Environment& variables,
                   cmROStringT workingDirectory, const SpawnStreams& streams, cmStringT* errorDetail, bool quiet);
 
-/// Collects the children that were given up while they ran and have ended since. Every start and every close does so
-/// too; who starts nothing any more calls it, so that no ended child lingers. Any thread.
+/// Reaps the children whose records were closed while they ran and which have ended since. Every start and every close does so
+/// too; call it to leave no zombie behind when nothing more will be started. Any thread.
 void reapEndedChildren();
 
-/// findProgram with this platform's rules and files and the host's PATH.
+/// findProgram with this platform's rules, its file system, and the host's PATH. Any thread.
 cmStringT findHostProgram(cmROStringT program);

@@ -12,14 +12,14 @@ HANDLE native(std::intptr_t handle)
     return reinterpret_cast<HANDLE>(handle);
 }
 
-/// Waits for the handle, not much longer than `time`: an ordinary wait is rounded up to the system's tick of 15.6 ms.
+/// Waits for the handle, but not much longer than `time`. An ordinary wait is rounded up to the system's tick of 15.6 ms.
 void waitExactly(HANDLE handle, std::chrono::microseconds time)
 {
     constexpr DWORD highResolution = 2;  // CREATE_WAITABLE_TIMER_HIGH_RESOLUTION
     HANDLE timer = CreateWaitableTimerExW(nullptr, nullptr, highResolution, TIMER_MODIFY_STATE | SYNCHRONIZE);
     const auto atMostMs = static_cast<DWORD>(std::chrono::ceil<std::chrono::milliseconds>(time).count());
     LARGE_INTEGER due;
-    due.QuadPart = -time.count() * 10;  // from now on, in units of 100 ns
+    due.QuadPart = -time.count() * 10;  // negative: relative to now, in units of 100 ns
     if (timer && SetWaitableTimer(timer, &due, 0, nullptr, nullptr, FALSE)) {
         const HANDLE handles[] = {handle, timer};
         WaitForMultipleObjects(2, handles, FALSE, atMostMs + 20);
@@ -32,7 +32,7 @@ void waitExactly(HANDLE handle, std::chrono::microseconds time)
 
 }  // namespace
 
-void reapEndedChildren() {}
+void reapEndedChildren() {}  // closing the handle is all that Windows needs
 
 bool ChildProcess::isRunning()
 {
@@ -44,8 +44,8 @@ void ChildProcess::terminate()
     if (!valid)
         return;
     terminated = true;
-    if (group != none)
-        TerminateJobObject(native(group), 0);
+    if (job != none)
+        TerminateJobObject(native(job), 0);
     if (isRunning()) {
         TerminateProcess(native(handle), 0);
         return;
@@ -63,33 +63,33 @@ void ChildProcess::close()
         WaitForSingleObject(native(handle), terminateGraceMs);
     if (handle != none)
         CloseHandle(native(std::exchange(handle, none)));
-    if (group != none)
-        CloseHandle(native(std::exchange(group, none)));
+    if (job != none)
+        CloseHandle(native(std::exchange(job, none)));
     processId = 0;
     valid = 0;
-    idleLooks = 0;
+    idlePolls = 0;
     terminated = false;
 }
 
-ChildActivity ChildProcess::look(ChildPipe& output, ChildPipe& error)
+ChildActivity ChildProcess::poll(ChildPipe& output, ChildPipe& error)
 {
     const bool running = isRunning();
     const bool outputWaits = output.dataAvailable();
     const bool errorWaits = error.dataAvailable();
     if (outputWaits || errorWaits)
-        idleLooks = 0;
+        idlePolls = 0;
     return {running, outputWaits, errorWaits};
 }
 
 void ChildProcess::waitForActivity(const ChildPipe&, const ChildPipe&, std::uint32_t timeoutMs)
 {
-    // Anonymous pipes cannot be waited for. A child that has just written is looked at again at once, a quiet one less often.
-    constexpr std::uint32_t looksAtOnce = 3;
+    // Windows cannot wait for anonymous pipes. So a child that has just written is polled again at once, a quiet one less often.
+    constexpr std::uint32_t pollsWithoutSleep = 3;
     constexpr std::uint32_t longest = 10;
-    if (++idleLooks <= looksAtOnce)
+    if (++idlePolls <= pollsWithoutSleep)
         SwitchToThread();
     else
-        waitExactly(native(handle), std::chrono::milliseconds(std::min({idleLooks - looksAtOnce, longest, timeoutMs})));
+        waitExactly(native(handle), std::chrono::milliseconds(std::min({idlePolls - pollsWithoutSleep, longest, timeoutMs})));
 }
 
 void ChildProcess::waitForEnd(std::chrono::microseconds timeout)

@@ -2,19 +2,19 @@
 
 #include "common/ChildProcess.h"
 
-/// Everything that the platform needs to start a child; only spawnProcess uses it.
+/// All that a platform needs to start a child. Only spawnProcess uses it.
 class ChildStarter {
 public:
-    cmStringT program;    ///< absolute
-    cmStringT arguments;  ///< the text behind the program
+    cmStringT program;    ///< absolute path
+    cmStringT arguments;  ///< the command line behind the program
     bool interpreter = false;
     SpawnOptions options = 0;
     Environment environment;
     cmStringT workingDirectory;
     SpawnStreams streams;
 
-    /// Fills `process`; false on failure, with the reason in `detail`.
+    /// Starts the child and fills `process`. Returns false on failure, with the reason in `detail`.
     bool start(ChildProcess& process, cmStringT& detail) const;
-    /// Whether `path` is a file that can be started.
+    /// Whether `path` names a file that can be started.
     static bool isProgram(const cmStringT& path);
 };

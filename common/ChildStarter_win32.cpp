@@ -1,5 +1,7 @@
 #include "common/ChildStarter.h"
 
+#include "common/CommandLine.h"
+#include "common/CommandQuoting.h"
 #include "common/WideText.h"
 #include "common/cmStringCatHelper.h"
 
@@ -35,7 +37,7 @@ std::wstring interpreterPath()
     return std::wstring(directory, length) + L"\\cmd.exe";
 }
 
-/// The environment as CreateProcess takes it: each variable closed by a NUL, and one more at the end.
+/// The environment in the form that CreateProcess takes: a NUL behind each variable, and one more at the end.
 std::wstring environmentBlock(const Environment& environment)
 {
     std::wstring block;
@@ -44,8 +46,8 @@ std::wstring environmentBlock(const Environment& environment)
     return block + L'\0';
 }
 
-/// The three standard streams of a child: the pipes' child ends, the host's own ones, or the device that is empty and
-/// swallows everything.
+/// The three standard streams of a child. Each is a pipe's child end, a copy of the host's own stream, or the null device.
+/// Closes the copies and devices.
 class ChildStreams {
 public:
     ChildStreams(const SpawnStreams& streams, SpawnOptions options)
@@ -64,11 +66,11 @@ public:
         }
     }
 
-    bool redirected = false;  ///< false: the system gives the child what it gives any program
+    bool redirected = false;  ///< false: the child gets the system's default streams
     HANDLE input = INVALID_HANDLE_VALUE;
     HANDLE output = INVALID_HANDLE_VALUE;
     HANDLE error = INVALID_HANDLE_VALUE;
-    cmArray<HANDLE> inherited;  ///< each once
+    cmArray<HANDLE> inherited;  ///< without duplicates, which Windows refuses
 
 private:
     static HANDLE pipeEnd(const ChildPipe& pipe) { return reinterpret_cast<HANDLE>(pipe.getChildEnd()); }
@@ -78,7 +80,7 @@ private:
         if (pipe)
             return pipeEnd(*pipe);
         HANDLE own = m_hostStreams ? GetStdHandle(hostStream) : nullptr;
-        // An invalid handle has the value that stands for this process: its copy would be the right to do anything with it.
+        // INVALID_HANDLE_VALUE is also the pseudo handle of this process: a copy would give the child full access to us.
         return own && own != INVALID_HANDLE_VALUE ? inheritableCopy(own) : device(GENERIC_WRITE);
     }
 
@@ -109,10 +111,10 @@ private:
     cmArray<OwnedHandle> m_owned;
 };
 
-/// What a child is given beside its start-up information; the arrays must outlive it.
+/// The attribute list of a child's start-up information. The arrays must outlive it.
 class StartAttributes {
 public:
-    /// The handles that the child inherits, none but these, and the job that it belongs to from its first instruction on.
+    /// The child inherits no handles but `inherited`, and belongs to `jobs` from its first instruction on.
     StartAttributes(cmArray<HANDLE>& inherited, cmArray<HANDLE>& jobs)
     {
         SIZE_T size = 0;
@@ -132,7 +134,7 @@ public:
     StartAttributes(const StartAttributes&) = delete;
     StartAttributes& operator=(const StartAttributes&) = delete;
 
-    /// Null when the system refused them.
+    /// Null when the system refused an attribute.
     LPPROC_THREAD_ATTRIBUTE_LIST get() const { return m_valid ? m_list : nullptr; }
 
 private:
@@ -179,7 +181,7 @@ STARTUPINFOEXW startupInformation(const ChildStreams& child, SpawnOptions option
     return startup;
 }
 
-/// Program and arguments in the form that CreateProcess takes. Empty when the interpreter is needed and cannot be given this.
+/// Program and arguments in the form that CreateProcess takes. Empty when the command needs the interpreter, which cannot run it.
 struct WideCommand {
     std::wstring application;
     std::wstring text;
@@ -187,7 +189,8 @@ struct WideCommand {
 
 WideCommand wideCommand(const ChildStarter& starter)
 {
-    // cmd.exe cannot stand in a network folder and would work in another one. Most commands need it for quoted text only.
+    // cmd.exe does not accept a network folder as its current directory and would silently use another one. So a command whose
+    // operators are all quoted is started directly there.
     const bool networkFolder = starter.workingDirectory.view().starts_with("\\\\");
     if (!starter.interpreter || (networkFolder && !needsInterpreter(starter.arguments))) {
         const std::wstring program = wideText(starter.program);
@@ -195,15 +198,15 @@ WideCommand wideCommand(const ChildStarter& starter)
     }
     const cmStringT inner = windowsInterpreterText(starter.program, starter.arguments);
     const std::wstring program = interpreterPath();
-    // No AutoRun command, no delayed expansion, and only the outer quotes taken away.
+    // /d: no AutoRun command. /v:off: no delayed expansion. /s: only the outer quotes are removed.
     std::wstring text = L"\"" + program + L"\" /d /v:off /s /c \"" + wideText(inner) + L"\"";
-    constexpr std::size_t longestCommand = 8191;  // what is longer the interpreter does not run
+    constexpr std::size_t longestCommand = 8191;  // cmd.exe does not run a longer one
     if (inner.isNull() || text.size() > longestCommand || networkFolder)
         return {};
     return {program, std::move(text)};
 }
 
-/// Fills `started`. 0, or the system's error.
+/// Fills `started`. Returns 0 or the system's error.
 DWORD createProcess(const ChildStarter& starter, WideCommand& command, HANDLE job, PROCESS_INFORMATION& started)
 {
     std::wstring block = environmentBlock(starter.environment);
@@ -222,7 +225,8 @@ DWORD createProcess(const ChildStarter& starter, WideCommand& command, HANDLE jo
     return created ? 0 : GetLastError();
 }
 
-/// The shell's "open". 0, or the system's error. `opened` stays null when the shell handed the work to a running process.
+/// Starts the program through the shell's "open". Returns 0 or the system's error. `opened` stays null when the shell passed
+/// the work to a running process.
 DWORD openByShell(const ChildStarter& starter, HANDLE& opened)
 {
     const std::wstring program = wideText(starter.program);
@@ -270,7 +274,7 @@ bool ChildStarter::start(ChildProcess& process, cmStringT& detail) const
         WideCommand command = wideCommand(*this);
         if (command.application.empty())
             return fail("the command interpreter cannot be given this");
-        if (!(options & spawnForget)) {  // nobody could end that one
+        if (!(options & spawnForget)) {  // a forgotten child can never be terminated
             job.reset(CreateJobObjectW(nullptr, nullptr));
             if (!job)
                 return fail(systemErrorText(GetLastError()));
@@ -280,7 +284,7 @@ bool ChildStarter::start(ChildProcess& process, cmStringT& detail) const
         CloseHandle(started.hThread);
     }
     process.handle = reinterpret_cast<std::intptr_t>(started.hProcess);
-    process.group = job ? reinterpret_cast<std::intptr_t>(job.release()) : ChildProcess::none;
+    process.job = job ? reinterpret_cast<std::intptr_t>(job.release()) : ChildProcess::none;
     process.processId = started.dwProcessId;
     process.valid = 1;
     return true;

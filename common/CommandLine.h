@@ -1,53 +1,62 @@
 #pragma once
 
 #include "common/cmArray.h"
-#include "common/cmPath.h"
 #include "common/cmString.h"
 
-#include <functional>
+#include <cstddef>
+#include <cstdint>
 
-// The grammar of command lines, as pure text. It is the one that Windows programs expect, on every platform:
-// blanks and tabs separate arguments, double quotes enclose, a backslash is literal unless backslashes
-// lead up to a double quote, where each pair stands for one and an odd one makes the quote literal.
+// Command lines as pure text, in the grammar that Windows programs expect, on every platform: blanks and tabs separate
+// arguments; double quotes enclose; a backslash is literal, except that in a run of backslashes before a double quote each
+// pair stands for one backslash, and an odd one makes the quote literal.
 
-/// A command line taken apart at the end of its program.
+/// A command line, split behind its program.
 struct CommandLine {
     cmStringT program;    ///< without its quotes
-    cmStringT arguments;  ///< the text behind it, as it stood, without leading blanks
+    cmStringT arguments;  ///< the unchanged rest of the text, without leading blanks
 };
 
-/// The program ends at its closing quote, whether or not a blank follows (`"git"remote show`); without
-/// quotes it ends at the first blank.
+/// Splits a command line. A quoted program ends at its closing quote even when no blank follows (`"git"remote show`), an
+/// unquoted one at the first blank.
 CommandLine splitCommandLine(cmROStringT text);
 
-/// The arguments as a program receives them.
+/// Splits arguments into the words that a program receives.
 cmArray<cmStringT> splitArguments(cmROStringT text);
 
-/// Data (a path, a revision) as one argument of a command line: as it is when it holds only letters, digits and
-/// ._-+/\:@=,~^ and no pair of carets, otherwise in double quotes. splitArguments gives it back unchanged.
-cmStringT quoteArgument(cmROStringT data);
-
-/// Data in double quotes, whatever it holds; splitArguments gives it back unchanged.
-cmStringT inDoubleQuotes(cmROStringT data);
-
-/// Whether a command line holds one of the shell operators | < > & or a pair of carets, anywhere.
+/// Whether a command line contains one of the shell operators | < > & or a pair of carets, in or outside quotes.
 bool hasShellOperator(cmROStringT text);
 
-/// Whether an operator stands outside quotes, so that only an interpreter can do what is asked.
+/// Whether one of them stands outside quotes, so that only a command interpreter can run the command.
 bool needsInterpreter(cmROStringT arguments);
 
-/// `arguments` of `program` for `/bin/sh -c`: | < > & outside quotes keep their meaning, a pair of carets is one
-/// caret, everything else is literal, whatever it means to the shell.
-cmStringT posixInterpreterText(cmROStringT program, cmROStringT arguments);
+/// Reads arguments token by token. With `shellOperators`, operators outside quotes are tokens of their own and a pair of carets
+/// outside quotes reads as one caret. Keeps a view of the text. One thread at a time.
+class CommandLineReader {
+public:
+    enum class Token : std::uint8_t { end, blank, word, shellOperator };
 
-/// The same for cmd.exe behind /c. Null when it cannot be said there: a line break, a double quote or an exclamation mark inside
-/// an argument of a pipeline (whose sides cmd.exe reads twice), or a program with two per cent signs (which would name a
-/// variable).
-cmStringT windowsInterpreterText(cmROStringT program, cmROStringT arguments);
+    CommandLineReader(cmROStringT text, bool shellOperators) : m_text(text), m_shellOperators(shellOperators) {}
 
-/// The absolute path of `program`: itself when absolute, else the first match in the absolute directories of
-/// `pathVariable`. Never the current directory, an empty or a relative entry. On Windows a name without an
-/// extension is looked for with ".exe", and only .exe and .com files are programs: a batch file would be run by cmd.exe, which
-/// reads its arguments by rules that no quoting meets. Null when there is none.
-cmStringT findProgram(cmROStringT program, cmROStringT pathVariable, cmPathStyle style,
-                      const std::function<bool(const cmStringT& path)>& isProgram);
+    Token next();
+
+    /// The operator character of the last token.
+    char shellOperator() const { return m_operator; }
+    /// The last word without its quotes; `""` gives an empty word.
+    const cmStringT& word() const { return m_word; }
+    /// Whether the last word had quotes. A quoted digit before a redirection is data, not a stream number.
+    bool wordWasQuoted() const { return m_wordWasQuoted; }
+    /// Whether a pair of carets was read as one in any word so far.
+    bool hasJoinedCarets() const { return m_joinedCarets; }
+
+private:
+    void readWord();
+    void readBackslashes();
+
+    cmROStringT m_text;
+    bool m_shellOperators;
+    std::size_t m_position = 0;
+    char m_operator = 0;
+    cmStringT m_word = "";
+    bool m_wordWasQuoted = false;
+    bool m_joinedCarets = false;
+};

@@ -9,36 +9,54 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-/// How long a pass that found nothing waits before it asks for a stop again.
+/// The longest wait of a pass that read nothing. Then the next pass asks for a stop again.
 constexpr std::uint32_t idleWaitMs = 10;
 
-/// To be woken for every piece of output costs a child that streams up to a third of its time. So the next piece is first
-/// looked for without a sleep. When small ones come, the rest is left to gather in the pipe, until as much as `largePiece`
-/// does: then the child would soon wait for room in it.
-constexpr std::chrono::microseconds nextPieceGap{50};
-constexpr std::size_t tinyPiece = 4096;   // below it, not even the next one is waited for
-constexpr std::size_t smallPiece = 8192;  // up to it, when the next one is late
-constexpr std::size_t largePiece = 32768;
-constexpr std::chrono::microseconds gatheringTime{500};
-constexpr std::chrono::milliseconds gatheringGap{2};  // how long after a read a child counts as one that streams
+/// How much output one pass reads at most: about what a pipe holds.
+constexpr std::size_t blockSize = 8 * std::size_t{CaptureReadChunk};
 
-/// How much is taken out of the pipe with one call: about what it holds.
-constexpr std::size_t chunksAtOnce = 8;
+/// Decides how a capture waits for more data. Waking for every small write slows a streaming child by up to a third. So the
+/// next data is first polled for without sleeping; when pieces are small, output is left to accumulate in the pipe for a
+/// short time instead. It is read before the pipe fills up, or the child would have to wait.
+class ReadPacing {
+public:
+    void onOutput(std::size_t pieceSize)
+    {
+        m_lastPiece = pieceSize;
+        m_coalescing = pieceSize < (m_coalescing ? largePiece : tinyPiece);
+    }
+    void onRead() { m_lastRead = Clock::now(); }
 
-/// Takes one chunk of standard error out of the pipe, so that it never fills up and blocks the child, and keeps
-/// the first bytes. False when the pipe cannot be read.
-bool drainError(ChildPipe& error, cmStringT& kept)
-{
-    char chunk[CaptureReadChunk];
-    const int count = error.read(chunk, CaptureReadChunk);
-    if (count > 0)
-        kept.append({chunk, std::min<std::size_t>(static_cast<std::size_t>(count), CaptureReadChunk - kept.length())});
-    return count > 0;
-}
+    /// Waits after a pass that read nothing.
+    void wait(ChildProcess& process, const ChildPipe& output, const ChildPipe& error)
+    {
+        const auto sinceRead = Clock::now() - m_lastRead;
+        if (!m_coalescing && sinceRead < pollTime) {
+            cmThread::yield();
+        } else if ((m_coalescing || m_lastPiece <= smallPiece) && sinceRead < streamingTime) {
+            m_coalescing = true;
+            process.waitForEnd(coalesceTime);
+        } else {
+            process.waitForActivity(output, error, idleWaitMs);
+        }
+    }
 
-/// One capture: the child, its pipes, and what was seen of them.
+private:
+    using Clock = std::chrono::steady_clock;
+
+    static constexpr std::chrono::microseconds pollTime{50};
+    static constexpr std::chrono::microseconds coalesceTime{500};
+    static constexpr std::chrono::milliseconds streamingTime{2};  ///< a child that wrote this recently counts as streaming
+    static constexpr std::size_t tinyPiece = 4096;                ///< below this, coalesce without polling first
+    static constexpr std::size_t smallPiece = 8192;               ///< up to this, coalesce when polling brought nothing
+    static constexpr std::size_t largePiece = 32768;              ///< from this on, stop coalescing: the pipe is half full
+
+    Clock::time_point m_lastRead;
+    std::size_t m_lastPiece = 0;
+    bool m_coalescing = false;
+};
+
+/// One capture: the child and its pipes, and what was read so far.
 class Capture {
 public:
     Capture(const CaptureControl& control, const std::function<void(cmROStringT)>& sink) : m_control(control), m_sink(sink) {}
@@ -56,14 +74,13 @@ public:
         }
         while (pass()) {
         }
-        while (m_result.errorOutput.length() < CaptureReadChunk && m_error.dataAvailable()
-               && drainError(m_error, m_result.errorOutput)) {
+        while (m_result.errorOutput.length() < CaptureReadChunk && m_error.dataAvailable() && drainError()) {
         }
         return std::move(m_result);
     }
 
 private:
-    /// One round; false when it was the last.
+    /// Returns false after the last pass.
     bool pass()
     {
         if (m_control.stopRequested) {
@@ -74,44 +91,29 @@ private:
                 return false;
             }
         }
-        const ChildActivity seen = m_process.look(m_output, m_error);
-        if (seen.output && !takeOutput())
+        const ChildActivity activity = m_process.poll(m_output, m_error);
+        if (activity.output && !readOutput())
             return false;
-        const bool readError = seen.error && drainError(m_error, m_result.errorOutput);
-        if (seen.output || readError)
-            m_lastRead = Clock::now();
-        else if (seen.running)
-            waitForMore();
-        return seen.running || seen.output;
+        const bool errorRead = activity.error && drainError();
+        if (activity.output || errorRead)
+            m_pacing.onRead();
+        else if (activity.running)
+            m_pacing.wait(m_process, m_output, m_error);
+        return activity.running || activity.output;
     }
 
-    void waitForMore()
-    {
-        const auto quiet = Clock::now() - m_lastRead;
-        if (!m_gathering && quiet < nextPieceGap) {
-            cmThread::yield();
-        } else if ((m_gathering || m_lastPiece <= smallPiece) && quiet < gatheringGap) {
-            m_gathering = true;
-            m_process.waitForEnd(gatheringTime);
-        } else {
-            m_process.waitForActivity(m_output, m_error, idleWaitMs);
-        }
-    }
-
-    bool takeOutput()
+    /// Returns false when the capture must end: at the end of the stream, and when the limit is exceeded.
+    bool readOutput()
     {
         const int count = m_output.read(m_block.data(), static_cast<std::uint32_t>(m_block.size()));
         if (count < 1)
             return false;
-        m_lastPiece = static_cast<std::size_t>(count);
-        m_gathering = m_lastPiece < (m_gathering ? largePiece : tinyPiece);
-        m_sink({m_block.data(), m_lastPiece});
-        m_taken += m_lastPiece;
-        return m_taken <= m_control.maxOutput || endTooLarge();
-    }
-
-    bool endTooLarge()
-    {
+        const cmROStringT piece(m_block.data(), static_cast<std::size_t>(count));
+        m_pacing.onOutput(piece.size());
+        m_sink(piece);
+        m_outputSize += piece.size();
+        if (m_outputSize <= m_control.maxOutput)
+            return true;
         m_result.status = statusOutputLimit;
         if (m_control.outputTooLarge)
             m_control.outputTooLarge();
@@ -119,16 +121,27 @@ private:
         return false;
     }
 
+    /// Reads one chunk of standard error, so that a full pipe never blocks the child, and keeps the first bytes. Returns false
+    /// at the end of the stream.
+    bool drainError()
+    {
+        cmStringT& kept = m_result.errorOutput;
+        char chunk[CaptureReadChunk];
+        const int count = m_error.read(chunk, CaptureReadChunk);
+        if (count < 1)
+            return false;
+        kept.append({chunk, std::min<std::size_t>(static_cast<std::size_t>(count), CaptureReadChunk - kept.length())});
+        return true;
+    }
+
     const CaptureControl& m_control;
     const std::function<void(cmROStringT)>& m_sink;
     ChildPipe m_output;
     ChildPipe m_error;
-    ChildProcess m_process;  // goes first: it is closed before the pipes
-    cmArray<char> m_block = cmArray<char>(chunksAtOnce * CaptureReadChunk);
-    std::uint64_t m_taken = 0;
-    Clock::time_point m_lastRead;
-    std::size_t m_lastPiece = 0;
-    bool m_gathering = false;
+    ChildProcess m_process;  // declared after the pipes, so it is closed before them
+    cmArray<char> m_block = cmArray<char>(blockSize);
+    std::uint64_t m_outputSize = 0;
+    ReadPacing m_pacing;
     CaptureResult m_result;
 };
 

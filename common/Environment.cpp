@@ -13,16 +13,16 @@ namespace {
 using Setting = std::pair<cmROStringT, cmROStringT>;
 
 constexpr std::array<Setting, 11> quietSettings{{
-    {"GIT_OPTIONAL_LOCKS", "0"},     // a poll never takes index.lock
-    {"GIT_LITERAL_PATHSPECS", "1"},  // a folder named a[b] is that folder
+    {"GIT_OPTIONAL_LOCKS", "0"},     // a poll must not take index.lock
+    {"GIT_LITERAL_PATHSPECS", "1"},  // a[b] means the folder of that name
     {"GIT_TERMINAL_PROMPT", "0"},
     {"GIT_ASKPASS", ""},
     {"SSH_ASKPASS", ""},
     {"GCM_INTERACTIVE", "never"},
     {"GIT_PAGER", "cat"},
-    {"GIT_FLUSH", "0"},  // without it git flushes after every commit of a log
+    {"GIT_FLUSH", "0"},  // otherwise git flushes its output after every commit of a log
     {"LC_MESSAGES", "C"},
-    {"LC_CTYPE", "C.UTF-8"},  // svn refuses non-ASCII names under a plain C locale
+    {"LC_CTYPE", "C.UTF-8"},  // svn rejects non-ASCII names in the plain C locale
     {"NoDefaultCurrentDirectoryInExePath", "1"},
 }};
 
@@ -30,8 +30,8 @@ constexpr std::array<Setting, 12> gitConfiguration{{
     {"core.quotePath", "false"},
     {"color.ui", "false"},
     {"log.showSignature", "false"},
-    {"core.fsmonitor", "false"},     // a repository must not run a program because it is polled
-    {"log.diffMerges", "separate"},  // a merge lists its files
+    {"core.fsmonitor", "false"},     // polling a repository must not run a program that it configures
+    {"log.diffMerges", "separate"},  // a merge lists its files too
     {"diff.noprefix", "false"},
     {"diff.mnemonicPrefix", "false"},
     {"diff.srcPrefix", "a/"},
@@ -67,7 +67,7 @@ constexpr std::array<cmROStringT, 21> removedNames{
 
 constexpr cmROStringT countName = "GIT_CONFIG_COUNT";
 
-/// On Windows a name may begin with "=" (the current directories of the drives).
+/// The name of a "NAME=VALUE" text. On Windows a name may begin with "=" (the current directories of the drives).
 cmROStringT nameOf(cmROStringT variable)
 {
     return variable.substr(0, variable.find('=', 1));
@@ -108,7 +108,7 @@ bool isRemoved(cmROStringT variable, cmPathStyle style)
                           [&](cmROStringT removed) { return sameName(name, removed, style); });
 }
 
-/// How many GIT_CONFIG_KEY_n/VALUE_n pairs the host has set; 0 when its count is no number git would take.
+/// The number of GIT_CONFIG_KEY_n/VALUE_n pairs that the host has set; 0 when git would not accept its count.
 int configurationCount(const Environment& environment, cmPathStyle style)
 {
     const cmStringT text = environmentValue(environment, countName, style);

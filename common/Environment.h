@@ -4,22 +4,21 @@
 #include "common/cmPath.h"
 #include "common/cmString.h"
 
-/// A list of "NAME=VALUE" texts, UTF-8.
+/// The variables of a process as "NAME=VALUE" texts in UTF-8.
 using Environment = cmArray<cmStringT>;
 
-/// The environment of this process, read anew at each call. A host that changes it at that moment races with this, as with
-/// every program that starts another.
+/// Reads the environment of this process. Any thread, but the host must not change its environment at the same moment.
 Environment hostEnvironment();
 
-/// The value of a variable, or null. Names are compared without case on Windows.
+/// The value of a variable; null when it is not set. Names are compared without case on Windows.
 cmStringT environmentValue(const Environment& environment, cmROStringT name, cmPathStyle style = cmNativePathStyle);
 
-/// The host's environment as a polled tool should see it: no prompt, no pager, no colour, English messages, UTF-8,
-/// no lock taken, no file-system monitor that a repository names, paths taken literally, no repository but the one it
-/// stands in.
-/// Variables come once each; their order is that of `host`.
+/// The environment for a tool that is polled: no prompt, no pager, no colour, English messages in UTF-8, no locks, no
+/// file-system monitor that a repository configures, literal paths, and no repository but that of the current directory.
+/// Each variable occurs once, in the order of `host`; new variables follow.
 Environment quietEnvironment(const Environment& host, cmPathStyle style = cmNativePathStyle);
-/// `environment` with `NAME=VALUE` texts set or replaced.
+/// `environment` with the variables of `settings` ("NAME=VALUE") set or replaced.
 Environment withVariables(Environment environment, const Environment& settings, cmPathStyle style = cmNativePathStyle);
-/// The order in which Windows wants a new process's variables: by name, without case; of those with one name the first stays.
+/// `environment` in the order that Windows requires for a new process: by name, without case. Of several variables with one
+/// name the first is kept.
 Environment windowsEnvironmentOrder(Environment environment);

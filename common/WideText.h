@@ -4,7 +4,7 @@
 
 #include <string>
 
-// For Win32 back ends only: text is UTF-8 inside and UTF-16 in system calls. What is no valid text becomes U+FFFD.
+// For Windows back ends only: our text is UTF-8, system calls take UTF-16. Invalid sequences become U+FFFD.
 
 std::wstring wideText(cmROStringT text);
 cmStringT narrowText(std::wstring_view text);

@@ -11,7 +11,7 @@ bool cmIsDirectory(cmROStringT path)
 try {
     return std::filesystem::is_directory(cmSystemPath(path));
 } catch (const std::exception&) {
-    return false;  // no name that the system could have
+    return false;  // no valid path
 }
 
 bool cmMakeFolderBelow(cmROStringT root, cmROStringT relative)
@@ -40,7 +40,7 @@ try {
     if (!fs::exists(folder))
         return true;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
-        if (!entry.is_symlink())  // the rights of what it leads to are not ours to change
+        if (!entry.is_symlink())  // permissions() would change the link's target
             fs::permissions(entry, fs::perms::owner_write, fs::perm_options::add);
     }
     fs::remove_all(folder);

@@ -1,5 +1,6 @@
 #include "common/cmFileReplacement.h"
 
+#include "common/cmFile.h"
 #include "common/cmSystemPath.h"
 
 #include <random>
@@ -8,8 +9,8 @@
 
 namespace {
 
-/// Nobody else's name in the folder, and short: a name may be as long as the system lets it be.
-std::string nameBeside()
+/// A name that no other file has. It is short, as the final name may have the greatest length that the system allows.
+std::string temporaryName()
 {
     std::random_device random;
     return ".new-" + std::to_string(random()) + "-" + std::to_string(random());
@@ -18,7 +19,7 @@ std::string nameBeside()
 }  // namespace
 
 cmFileReplacement::cmFileReplacement(cmROStringT path)
-    : m_path(cmSystemPath(path)), m_beside(m_path.parent_path() / nameBeside()), m_file(m_beside, std::ios::binary)
+    : m_path(cmSystemPath(path)), m_temporary(m_path.parent_path() / temporaryName()), m_file(m_temporary, std::ios::binary)
 {
 }
 
@@ -26,7 +27,7 @@ cmFileReplacement::~cmFileReplacement()
 {
     m_file.close();
     std::error_code ignored;
-    std::filesystem::remove(m_beside, ignored);
+    std::filesystem::remove(m_temporary, ignored);
 }
 
 void cmFileReplacement::write(cmROStringT bytes)
@@ -36,8 +37,6 @@ void cmFileReplacement::write(cmROStringT bytes)
 
 bool cmFileReplacement::finish()
 {
-    m_file.close();
-    if (!m_file)
-        return false;
-    return putInPlace();
+    m_file.close();  // writes what is buffered, which may fail
+    return m_file && cmReplaceFile(cmPathText(m_temporary), cmPathText(m_path));
 }

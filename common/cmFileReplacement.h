@@ -5,26 +5,24 @@
 #include <filesystem>
 #include <fstream>
 
-/// A file that is written beside its final name and put there whole, in place of what is there: a reader never sees half
-/// of it. What is not put there goes with the object. One thread at a time.
+/// Replaces a file as a whole: the content is written to a temporary file in the same folder, and `finish` gives that file the
+/// final name. A reader never sees a part of the content. The destructor removes a temporary file that was not put in place.
+/// One thread at a time.
 class cmFileReplacement {
 public:
-    /// In a folder that exists. What fails from here on is what `finish` reports; throws std::system_error only for a path that
-    /// is no name that the system could have.
+    /// The folder of `path` must exist. `finish` reports failures. Throws std::system_error only for text that cannot be a path.
     explicit cmFileReplacement(cmROStringT path);
     ~cmFileReplacement();
     cmFileReplacement(const cmFileReplacement&) = delete;
     cmFileReplacement& operator=(const cmFileReplacement&) = delete;
 
     void write(cmROStringT bytes);
-    /// Puts the file in place. False when any of it could not be written or its name is taken by something that stays.
+    /// Puts the file in place. Returns false when anything could not be written or the file at `path` cannot be replaced; that
+    /// file is then unchanged. Call at most once.
     bool finish();
 
 private:
-    /// Gives the file that was written its name. What had the name may be beside it afterwards.
-    bool putInPlace() const;
-
     std::filesystem::path m_path;
-    std::filesystem::path m_beside;
+    std::filesystem::path m_temporary;
     std::ofstream m_file;
 };

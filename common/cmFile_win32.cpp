@@ -1,5 +1,6 @@
-#include "common/WideText.h"
 #include "common/cmFile.h"
+
+#include "common/WideText.h"
 #include "common/cmPath.h"
 
 #include <windows.h>
@@ -8,7 +9,7 @@
 
 namespace {
 
-/// Calls `fill(buffer, size)`, which returns the length or how much it needs, until all of the text fits.
+/// Calls `fill(buffer, size)` with a growing buffer until the text fits. `fill` returns the text's length, or the size it needs.
 template <class Fill>
 cmStringT filledText(Fill fill)
 {
@@ -21,11 +22,42 @@ cmStringT filledText(Fill fill)
     }
 }
 
+std::int64_t joined(DWORD high, DWORD low)
+{
+    return static_cast<std::int64_t>((static_cast<std::uint64_t>(high) << 32) | low);
+}
+
+/// FILETIME has the unit and the origin of cmUTCTime.
+cmUTCTime timeOf(const FILETIME& time)
+{
+    return joined(time.dwHighDateTime, time.dwLowDateTime);
+}
+
 }  // namespace
+
+CMFD_ITEM cmReadFileItem(cmROStringT path)
+{
+    CMFD_ITEM item;
+    WIN32_FILE_ATTRIBUTE_DATA entry{};
+    const std::wstring name = wideText(path);
+    if (!GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &entry)) {
+        const DWORD error = GetLastError();
+        const bool missing = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_INVALID_NAME;
+        item.state = missing ? cmItemState::missing : cmItemState::unreadable;
+        return item;
+    }
+    item.state = cmItemState::found;
+    item.attributes = entry.dwFileAttributes;
+    item.size = joined(entry.nFileSizeHigh, entry.nFileSizeLow);
+    item.created = timeOf(entry.ftCreationTime);
+    item.accessed = timeOf(entry.ftLastAccessTime);
+    item.modified = timeOf(entry.ftLastWriteTime);
+    return item;
+}
 
 cmStringT cmRealPath(cmROStringT path)
 {
-    // Folders can be opened with backup semantics only; no right is needed to ask for the name.
+    // Backup semantics are needed to open a folder. Asking for the name needs no access right.
     constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     HANDLE file = CreateFileW(wideText(path).c_str(), 0, share, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (file == INVALID_HANDLE_VALUE)
@@ -39,4 +71,9 @@ cmStringT cmRealPath(cmROStringT path)
 cmStringT cmProgramPath()
 {
     return filledText([](wchar_t* text, DWORD size) { return GetModuleFileNameW(nullptr, text, size); });
+}
+
+bool cmReplaceFile(cmROStringT from, cmROStringT path)
+{
+    return MoveFileExW(wideText(from).c_str(), wideText(path).c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
 }

@@ -1,6 +1,6 @@
 #include "common/cmMutex.h"
 
-#include "common/cmNativeMutex.h"
+#include "common/cmNativeThreads.h"
 
 cmMutex::cmMutex()
 {

@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// A recursive lock. Once torn down it ignores lock and unlock, so that an object which is being destroyed,
-/// or a global one at the end of the process, may still be locked harmlessly.
+/// A recursive lock. After `destroy` it ignores lock and unlock, so an object that is being destroyed, or a global one at the
+/// end of the process, can still be locked harmlessly.
 class CM_CAPABILITY("mutex") cmMutex {
 public:
     cmMutex();
@@ -17,16 +17,16 @@ public:
 
     void lock() CM_ACQUIRE();
     void unlock() CM_RELEASE();
-    /// Tears the lock down early; nobody may hold it.
+    /// Releases the lock's resources early. No thread may hold it.
     void destroy();
     bool isInitialized() const { return initialized.load(std::memory_order_relaxed) != 0; }
 
 private:
-    alignas(std::max_align_t) std::byte cs[64];  ///< the platform's recursive lock; the back end checks its size
-    std::atomic<std::uint8_t> initialized{0};    ///< atomic so that the store in the destructor is really made
+    alignas(std::max_align_t) std::byte cs[64];  ///< the platform's recursive lock
+    std::atomic<std::uint8_t> initialized{0};    ///< atomic, so that the compiler keeps the store in the destructor
 };
 
-/// Holds a lock for a scope.
+/// Holds a lock during its own lifetime.
 template <class Mutex>
 class CM_SCOPED_CAPABILITY cmScopedLock {
 public:

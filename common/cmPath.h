@@ -2,7 +2,7 @@
 
 #include "common/cmString.h"
 
-/// Whose rules a path follows. The rules are pure text, so either platform can apply both.
+/// The rules that a path follows. All functions here are pure text, so each platform can apply the rules of both.
 enum class cmPathStyle { posix, windows };
 
 #if defined(_WIN32)
@@ -12,28 +12,28 @@ inline constexpr cmPathStyle cmNativePathStyle = cmPathStyle::posix;
 #endif
 
 char cmPathSeparator(cmPathStyle style = cmNativePathStyle);
-/// True for the separator; on Windows for the slash too.
+/// Whether `c` is the separator or, on Windows, a slash.
 bool cmIsPathSeparator(char c, cmPathStyle style = cmNativePathStyle);
-/// On Windows every slash becomes a backslash; elsewhere the path as it is.
+/// On Windows, `path` with backslashes in place of slashes; elsewhere `path` itself.
 cmStringT cmNativeSeparators(cmROStringT path, cmPathStyle style = cmNativePathStyle);
-/// `path` without one trailing separator; a root ("/", "C:\") keeps its own.
+/// `path` without one trailing separator. A root ("/", "C:\") keeps it.
 cmROStringT cmWithoutTrailingSeparator(cmROStringT path, cmPathStyle style = cmNativePathStyle);
-/// The directory part of `path`, up to its last separator and without it; a root keeps its own. Empty for a bare name.
+/// The part of `path` before its last separator. A root keeps its separator. Empty for a bare name.
 cmROStringT cmDirectoryOf(cmROStringT path, cmPathStyle style = cmNativePathStyle);
-/// What follows the last separator.
+/// The part of `path` behind its last separator.
 cmROStringT cmFileNameOf(cmROStringT path, cmPathStyle style = cmNativePathStyle);
 /// `path` without the Windows prefix `\\?\`, and with `\\` in place of `\\?\UNC\`; in native separators. Elsewhere the path
 /// itself.
 cmStringT cmWithoutVerbatimPrefix(cmROStringT path, cmPathStyle style = cmNativePathStyle);
-/// From the root: "/a", "C:\a", "\\server\share".
+/// Whether `path` starts at a root: "/a", "C:\a", "\\server\share".
 bool cmIsAbsolutePath(cmROStringT path, cmPathStyle style = cmNativePathStyle);
-/// `directory` and `name` with one separator between them.
+/// `directory` and `name` with a separator between them, unless `directory` is empty or ends with one.
 cmStringT cmJoinPath(cmROStringT directory, cmROStringT name, cmPathStyle style = cmNativePathStyle);
-/// Whether two paths, both in native separators, name the same entry: without ASCII case on Windows, to the byte elsewhere.
+/// Whether two paths in native separators are equal: without ASCII case on Windows, byte for byte elsewhere.
 bool cmSamePath(cmROStringT a, cmROStringT b, cmPathStyle style = cmNativePathStyle);
-/// Whether `path` is `directory` or lies below it, both in native separators. When it does, `relative` is the
-/// rest without its leading separator (empty for `directory` itself); otherwise `relative` is left alone.
+/// Whether `path` is `directory` or lies below it, both in native separators. If so, `relative` is the rest without its leading
+/// separator (empty for `directory` itself); otherwise it is unchanged.
 bool cmRelativePath(cmROStringT path, cmROStringT directory, cmROStringT& relative, cmPathStyle style = cmNativePathStyle);
-/// What paths have in common that name the same file, for use as a key: on Windows native separators and lower-case ASCII
-/// letters, elsewhere the path itself.
+/// A key that is equal for paths of the same file: on Windows the path in native separators and lower-case ASCII letters,
+/// elsewhere the path itself.
 cmStringT cmFileNameKey(cmROStringT path, cmPathStyle style = cmNativePathStyle);

@@ -7,12 +7,12 @@
 #include <iterator>
 #include <utility>
 
-/// First-in-first-out queue of values. Every operation is atomic with respect to the others; iterating keeps
-/// other threads out from `begin` until the iterator is destroyed.
+/// First-in-first-out queue of values. Any thread may call any operation, and each is atomic. An iterator holds the lock from
+/// its creation to its destruction, so other threads wait meanwhile.
 template <class T, class Mutex = cmMutex>
 class cmQueue {
 public:
-    /// Walks the queue from its head and holds the lock for its whole lifetime.
+    /// Iterates from the head of the queue and holds the lock during its whole lifetime.
     class const_iterator {
     public:
         using iterator_category = std::input_iterator_tag;
@@ -49,7 +49,7 @@ public:
         m_items.push_back(std::move(item));
     }
 
-    /// Moves the head into `item`; false when the queue is empty.
+    /// Moves the head into `item`. Returns false when the queue is empty.
     bool pop(T& item)
     {
         const Hold hold(m_lock);

@@ -6,7 +6,7 @@
 inline constexpr std::int32_t cmStatusPipeFailed = -102696;
 inline constexpr std::int32_t cmStatusProcessFailed = -102646;
 
-/// A library operation that failed, with its status; the message is empty.
+/// Thrown by a library operation that failed. Carries the status; the message is empty.
 class cmStatusException : public std::exception {
 public:
     explicit cmStatusException(std::int32_t status) : m_status(status) {}

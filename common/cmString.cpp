@@ -67,7 +67,7 @@ cmStringT& cmStringT::operator=(cmStringT&& other) noexcept
 void cmStringT::assign(cmROStringT text)
 {
     reserve(text.size());
-    // memmove: `text` may be a part of this very string (then reserve did not move it).
+    // memmove: `text` may be a part of this string. Then it fits, and reserve has not moved it.
     if (!text.empty())
         std::memmove(m_data, text.data(), text.size());
     m_length = text.size();

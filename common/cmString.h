@@ -7,12 +7,12 @@
 
 class cmThinStringT;
 
-/// A read-only run of bytes that somebody else owns.
+/// A view of bytes that another object owns.
 using cmROStringT = std::string_view;
 
-/// The library's byte string: length-counted, by convention UTF-8, any byte allowed, always followed by a NUL.
-/// A null string (never assigned) is distinct from an empty one. Memory grows through realloc, so that
-/// collecting hundreds of megabytes moves pages instead of copying them. Not thread-safe, as any value.
+/// The library's byte string: length-counted, UTF-8 by convention, any byte allowed, always NUL-terminated. A null string (never
+/// assigned) is distinct from an empty one. Memory grows through realloc, which moves the pages of a large string instead of
+/// copying them. One thread at a time.
 class cmStringT {
 public:
     cmStringT() = default;
@@ -47,9 +47,9 @@ public:
         return *this;
     }
 
-    /// Makes the string empty, not null; keeps the memory.
+    /// Makes the string empty, not null. Keeps the memory.
     void clear();
-    /// Cuts the string to its first `length` bytes; no effect when it is shorter.
+    /// Keeps the first `length` bytes. No effect on a shorter string.
     void truncate(std::size_t length);
     void reserve(std::size_t length);
 
@@ -61,7 +61,7 @@ public:
 private:
     char* m_data = nullptr;
     std::size_t m_length = 0;
-    std::size_t m_capacity = 0;  ///< without the closing NUL
+    std::size_t m_capacity = 0;  ///< without the terminating NUL
 };
 
 template <>
@@ -69,11 +69,12 @@ struct std::hash<cmStringT> {
     std::size_t operator()(const cmStringT& text) const noexcept { return std::hash<cmROStringT>()(text.view()); }
 };
 
-/// What stands before the first `end` in `text`, all when there is none; both are taken out of it.
+/// Removes the text before the first `end` from `text`, and `end` with it, and returns it. Takes all of `text` when there is no
+/// `end`.
 cmROStringT cmTakeUntil(cmROStringT& text, char end);
-/// `text` without one trailing line feed and then one trailing carriage return.
+/// `text` without a trailing line feed, and then without a trailing carriage return.
 cmROStringT cmWithoutLineEnd(cmROStringT text);
-/// `text` in which ASCII letters are lower case.
+/// `text` with its ASCII letters in lower case.
 cmStringT cmLowerAscii(cmROStringT text);
-/// Whether two texts differ in the case of ASCII letters at most.
+/// Whether two texts are equal but for the case of ASCII letters.
 bool cmEqualIgnoringCase(cmROStringT a, cmROStringT b);

@@ -3,9 +3,9 @@
 #include "common/cmArray.h"
 #include "common/cmString.h"
 
-/// The pieces of a concatenation, joined with one allocation when the result is taken:
+/// A concatenation, joined with one allocation when it is converted to a cmStringT:
 /// `cmStringT line = cmCat(quote) + path + quote;`
-/// It holds views: take the result before the expression ends, never keep the helper.
+/// It holds views: convert it within the same expression and never store it.
 class cmStringCatHelperT {
 public:
     explicit cmStringCatHelperT(cmROStringT first) { m_pieces.push_back(first); }
@@ -32,7 +32,7 @@ private:
     cmArray<cmROStringT> m_pieces;
 };
 
-/// Begins a concatenation.
+/// Starts a concatenation.
 inline cmStringCatHelperT cmCat(cmROStringT first)
 {
     return cmStringCatHelperT(first);

@@ -3,10 +3,19 @@
 #include "common/cmString.h"
 
 #include <filesystem>
+#include <string>
 
-// Between our text, which is UTF-8, and the standard library's paths, whose narrow form is another encoding on Windows.
+// Conversion between our text, which is UTF-8, and the standard library's paths, whose narrow form on Windows is not.
 
-/// Throws std::system_error for text that is no UTF-8, where the system's own text is not bytes.
-std::filesystem::path cmSystemPath(cmROStringT path);
-/// In native separators.
-cmStringT cmPathText(std::filesystem::path path);
+/// On Windows, throws std::system_error for text that is not UTF-8.
+inline std::filesystem::path cmSystemPath(cmROStringT path)
+{
+    return std::u8string(path.begin(), path.end());
+}
+
+/// The path as text, in native separators.
+inline cmStringT cmPathText(std::filesystem::path path)
+{
+    const std::u8string text = path.make_preferred().u8string();
+    return cmROStringT(reinterpret_cast<const char*>(text.data()), text.size());
+}

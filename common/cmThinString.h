@@ -5,7 +5,7 @@
 #include <cstring>
 #include <memory>
 
-/// An immutable NUL-terminated text, one pointer wide: for records that are kept in great numbers.
+/// An immutable NUL-terminated text in the size of one pointer, for records that are kept in great numbers.
 class cmThinStringT {
 public:
     cmThinStringT() = default;
@@ -15,7 +15,7 @@ public:
         m_text[text.size()] = '\0';
     }
 
-    /// Null for a string that was never given a text.
+    /// Null for a default-constructed string.
     const char* c_str() const { return m_text.get(); }
     std::size_t length() const { return m_text ? std::strlen(m_text.get()) : 0; }
 

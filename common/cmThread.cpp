@@ -1,6 +1,6 @@
 #include "common/cmThread.h"
 
-#include "common/cmNativeThread.h"
+#include "common/cmNativeThreads.h"
 
 #include <utility>
 
@@ -83,7 +83,7 @@ int cmThread::start()
     }
     releaseEnded(ended);
 
-    // The lock is held across the creation: the new thread cannot record its end before the start has finished.
+    // The lock is held across the creation, so the new thread cannot record its end before the start has finished.
     cmMutexLock hold(lock);
     if (handle)
         return 1;
@@ -152,7 +152,7 @@ bool cmThread::join()
         cmMutexLock hold(lock);
         if (!handle)
             return true;
-        // The ending thread must neither give up the handle nor delete the object now: both are left to us.
+        // From now on the joiner closes the handle and deletes the object, not the ending thread.
         waited = handle;
         deleteAfter = autoDelete != 0;
         joining = 1;
@@ -198,7 +198,7 @@ std::int32_t cmThread::runGuarded()
     try {
         return run();
     } catch (...) {
-        return cmThreadFailed;  // a guest does not end its host
+        return cmThreadFailed;  // an exception must not end the host process
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Clang checks these at compile time (-Wthread-safety); other compilers see nothing.
+// Clang checks these annotations at compile time (-Wthread-safety). They are empty for other compilers.
 #if defined(__clang__)
 #define CM_ANNOTATION(x) __attribute__((x))
 #else

@@ -1,6 +1,6 @@
 #include "common/cmThreadEvent.h"
 
-#include "common/cmNativeEvent.h"
+#include "common/cmNativeThreads.h"
 
 std::uint32_t cmWaitHandle::wait(std::uint32_t timeoutMs)
 {

@@ -6,23 +6,24 @@
 
 /// Results of cmWaitHandle::wait.
 inline constexpr std::uint32_t cmWaitSignalled = 0;
-inline constexpr std::uint32_t cmWaitFailed = 128;  ///< failure and abandonment alike
+inline constexpr std::uint32_t cmWaitFailed = 128;  ///< every outcome but the others
 inline constexpr std::uint32_t cmWaitIoCompletion = 192;
 inline constexpr std::uint32_t cmWaitTimeout = 258;
 
 inline constexpr std::uint32_t cmWaitInfinite = 0xFFFFFFFF;
 
-/// Base of waitable objects. Any thread may call any operation; nobody may use the object while it is destroyed.
+/// Base of waitable objects. Any thread may call any operation. The owner ensures that no other thread uses the object while
+/// it is destroyed.
 class cmWaitHandle {
 public:
     cmWaitHandle(const cmWaitHandle&) = delete;
     cmWaitHandle& operator=(const cmWaitHandle&) = delete;
     virtual ~cmWaitHandle() = default;
 
-    /// Blocks until the handle is signalled or `timeoutMs` milliseconds have passed; holds no lock meanwhile.
-    /// Returns cmWaitSignalled, cmWaitTimeout, cmWaitIoCompletion or, for every other outcome, cmWaitFailed.
+    /// Blocks until the handle is signalled or `timeoutMs` milliseconds have passed. Holds no lock meanwhile. Returns one of the
+    /// results above.
     std::uint32_t wait(std::uint32_t timeoutMs);
-    /// How many threads are blocked in wait now.
+    /// The number of threads that are blocked in `wait`.
     std::int64_t waiterCount();
 
 protected:
@@ -33,7 +34,7 @@ protected:
     std::int64_t waiters CM_GUARDED_BY(lock) = 0;
 };
 
-/// An event. A manual-reset event stays signalled until reset; the other kind lets one waiter through.
+/// An event. A manual-reset event stays signalled until `reset`; an automatic one releases a single waiter.
 class cmThreadEvent : public cmWaitHandle {
 public:
     cmThreadEvent(bool manualReset, bool initialState);

@@ -1,20 +1,28 @@
 #pragma once
 
 #include "common/CommandRunner.h"
+#include "common/cmStringCatHelper.h"
+#include "tests/TestSupport.h"
 
-#include <chrono>
 #include <string>
 
-using Milliseconds = std::chrono::milliseconds;
+/// The command line that runs the helper program with `arguments`, of which the first names the behaviour.
+inline cmStringT helper(cmROStringT arguments)
+{
+    return cmCat("\"") + builtProgram("testhelper") + "\" " + arguments;
+}
 
-/// The command line that makes the helper program behave as `arguments` says.
-cmStringT helper(cmROStringT arguments);
-
-/// One capture, all its output, and the time it took.
+/// One capture with all its output.
 struct Captured {
     CaptureResult result;
     std::string output;
-    Milliseconds time{};
 };
-Captured run(cmROStringT commandLine, const CaptureControl& control = {}, SpawnOptions options = spawnScannedCommand,
-             cmROStringT directory = "");
+
+inline Captured run(cmROStringT commandLine, const CaptureControl& control = {}, SpawnOptions options = spawnScannedCommand,
+                    cmROStringT directory = "")
+{
+    Captured captured;
+    const auto append = [&captured](cmROStringT bytes) { captured.output += bytes; };
+    captured.result = captureCommand(commandLine, options, directory, control, append);
+    return captured;
+}

@@ -1,9 +1,7 @@
 #include "common/CommandLine.h"
+#include "common/ProgramSearch.h"
 
 #include <gtest/gtest.h>
-
-#include <random>
-#include <string>
 
 namespace {
 
@@ -32,77 +30,21 @@ TEST(CommandLine, SplitsArgumentsByTheRulesForBackslashesAndQuotes)
     EXPECT_TRUE(splitArguments("  ").empty());
 }
 
-TEST(CommandLine, LeavesPlainDataAloneAndQuotesTheRest)
+TEST(CommandLine, FindsShellOperatorsAnywhereButNeedsAnInterpreterOutsideQuotesOnly)
 {
-    EXPECT_EQ(quoteArgument("src/main.cpp"), "src/main.cpp");
-    EXPECT_EQ(quoteArgument("HEAD~2^"), "HEAD~2^");
-    EXPECT_EQ(quoteArgument("HEAD^^"), "\"HEAD^^\"");
-    EXPECT_EQ(quoteArgument("a b"), "\"a b\"");
-    EXPECT_EQ(quoteArgument(""), "\"\"");
-    EXPECT_EQ(quoteArgument("\xC3\xA9"), "\"\xC3\xA9\"");
-}
-
-TEST(CommandLine, GivesRandomDataBackUnchanged)
-{
-    std::mt19937 random(20240607);
-    const std::string characters = "ab \t\"\\\\\\'&|<>^%$`()*?;!~\n\x80\xFF/";
-    std::uniform_int_distribution<std::size_t> pick(0, characters.size() - 1);
-    std::uniform_int_distribution<int> length(0, 12);
-    for (int round = 0; round < 10000; ++round) {
-        Words words;
-        cmStringT line("");
-        for (int i = length(random) % 4; i >= 0; --i) {
-            cmStringT word("");
-            for (int n = length(random); n > 0; --n)
-                word += characters[pick(random)];
-            line += quoteArgument(word);
-            line += ' ';
-            words.push_back(word);
-        }
-        ASSERT_EQ(splitArguments(line), words) << "round " << round << ": " << line.c_str();
-    }
-}
-
-TEST(CommandLine, KnowsTheShellOperators)
-{
-    for (const char* text : {"a | b", "a<b", "a>b", "a & b", "HEAD^^", "\"a&b\""})
+    for (const char* text : {"a | b", "a<b", "\"a\">b", "a & b", "HEAD^^"}) {
         EXPECT_TRUE(hasShellOperator(text)) << text;
-    for (const char* text : {"HEAD^", "HEAD^ HEAD~^", "a;b $(c) `d` %e% !f", ""})
+        EXPECT_TRUE(needsInterpreter(text)) << text;
+    }
+    for (const char* text : {"\"a | b\" c", "\"HEAD^^\""}) {
+        EXPECT_TRUE(hasShellOperator(text)) << text;
+        EXPECT_FALSE(needsInterpreter(text)) << text;
+    }
+    for (const char* text : {"HEAD^ HEAD~^", "a;b $(c) `d` %e% !f", ""})
         EXPECT_FALSE(hasShellOperator(text)) << text;
 }
 
-TEST(CommandLine, NeedsAnInterpreterForWhatStandsOutsideQuotesOnly)
-{
-    for (const char* text : {"a | b", "\"a\">b", "HEAD^^"})
-        EXPECT_TRUE(needsInterpreter(text)) << text;
-    for (const char* text : {"\"a | b\" c", "\"HEAD^^\"", "HEAD^", ""})
-        EXPECT_FALSE(needsInterpreter(text)) << text;
-}
-
-TEST(CommandLine, KeepsOnlyOperatorsOutsideQuotesForTheInterpreter)
-{
-    EXPECT_EQ(posixInterpreterText("/usr/bin/git", "show \"a&b|c $(x).txt\" 2>&1 | sort"),
-              "/usr/bin/git show 'a&b|c $(x).txt' 2>&1 | sort");
-    EXPECT_EQ(posixInterpreterText("/my git", R"(a^^b c^ $HOME `d` it's "" *)"),
-              R"('/my git' 'a^b' 'c^' '$HOME' '`d`' 'it'\''s' '' '*')");
-}
-
-TEST(CommandLine, TellsTheWindowsInterpreterWhatIsData)
-{
-    const auto text = [](cmROStringT arguments) { return windowsInterpreterText(R"(C:\my git.exe)", arguments); };
-    EXPECT_EQ(text(R"("a&b ^" plain > out)"), R"("C:\my git.exe" "a&b ^" plain > out)");
-    EXPECT_EQ(text(R"("50%PATH%\\" "a^^b")"), R"("C:\my git.exe" ^"50^"^%^"PATH^"^%^"\\^" "a^^b")");
-    EXPECT_EQ(text(R"("50%" "dir\\" "")"), R"("C:\my git.exe" ^"50^"^% "dir\\" "")");
-    EXPECT_EQ(text(R"("say \"hi & bye\" 5%" "a \\")"), R"("C:\my git.exe" ^"say \^"hi ^& bye\^" 5^"^% "a \\")");
-    EXPECT_TRUE(text("\"two\nlines\"").isNull());
-    EXPECT_TRUE(text(R"("a \"quote\"" | sort)").isNull());
-    EXPECT_TRUE(text("\"!x!\" | sort").isNull());
-    EXPECT_FALSE(text(R"("a \"quote\" !x! |" > sort)").isNull());
-    EXPECT_EQ(text(R"("2">out)"), R"("C:\my git.exe" "2">out)");
-    EXPECT_TRUE(windowsInterpreterText(R"(C:\%PATH%\git.exe)", "a > b").isNull());
-}
-
-TEST(CommandLine, FindsProgramsInAbsoluteDirectoriesOfThePathOnly)
+TEST(ProgramSearch, LooksInAbsoluteDirectoriesOfThePathOnly)
 {
     const auto everything = [](const cmStringT&) { return true; };
     const auto only = [](const char* path) { return [path](const cmStringT& candidate) { return candidate == path; }; };

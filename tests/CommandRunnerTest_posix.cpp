@@ -1,5 +1,5 @@
 #include "tests/Captured.h"
-#include "tests/TestSupport.h"
+#include "tests/HelperSystem.h"
 
 #include <gtest/gtest.h>
 
@@ -9,10 +9,10 @@
 
 namespace {
 
-TEST(CommandRunner, WorksForAHostThatHasItsChildrenCollectedForIt)
+TEST(CommandRunner, WorksForAHostThatIgnoresTheEndOfItsChildren)
 {
     const auto handler = std::signal(SIGCHLD, SIG_IGN);
-    for (int round = 0; round < 300; ++round)
+    for (int round = 0; round < 50; ++round)
         ASSERT_EQ(run(helper("bytes 100")).output.size(), 100u) << round;
     std::signal(SIGCHLD, handler);
 }
@@ -24,7 +24,7 @@ unsigned long long signalSet(const std::string& status, const std::string& name)
 
 TEST(CommandRunner, GivesTheChildItsThreeStreamsAndNothingElse)
 {
-    // A descriptor of a careless host, and a host that blocks and ignores signals.
+    // A host with an inheritable descriptor, a blocked signal and an ignored one.
     std::FILE* leaked = std::fopen("/dev/null", "r");
     sigset_t blocked;
     sigset_t before;
@@ -43,6 +43,24 @@ TEST(CommandRunner, GivesTheChildItsThreeStreamsAndNothingElse)
     std::signal(SIGHUP, handler);
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     std::fclose(leaked);
+}
+
+TEST(CommandRunner, GivesTheChildItsStreamsWhenTheHostHasNone)
+{
+    const TempFolder folder;
+    run(helper("capture-without-streams error"), {}, spawnPlainCommand, text(folder.path()));
+    EXPECT_EQ(readFile(folder / "error"), pattern(3));
+}
+
+TEST(ChildProcess, RaisesNoSignalWhenTheChildHasClosedItsInput)
+{
+    ChildProcess child;
+    ChildPipe input;
+    SpawnStreams streams;
+    streams.input = &input;
+    spawnProcess(child, helper("bytes 0"), 0, {}, "", streams, nullptr, true);
+    EXPECT_TRUE(eventually([&child] { return !child.isRunning(); }));
+    EXPECT_LT(input.write("x", 1), 1);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
-#include "common/ChildProcess.h"
+#include "common/CommandQuoting.h"
 #include "common/cmStatusException.h"
 #include "tests/Captured.h"
-#include "tests/TestSupport.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -13,7 +12,7 @@ namespace {
 
 TEST(CommandRunner, GivesTheChildItsThreeHandlesAndNothingElse)
 {
-    // What a careless host has open, each ready to be inherited.
+    // Handles of a host that are all inheritable.
     constexpr int count = 500;
     const std::string before = run(helper("count-handles")).output;
     SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};

@@ -3,9 +3,12 @@
 #include "common/cmString.h"
 #include "common/cmStringCatHelper.h"
 #include "common/cmThinString.h"
+#include "tests/TestSupport.h"
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <thread>
 #include <utility>
 
@@ -62,14 +65,19 @@ TEST(Queue, KeepsOrderAndHoldsOthersOutWhileItIsWalked)
     for (int i = 0; i < 100; ++i)
         queue.push(i);
     std::thread writer;
+    std::atomic<bool> pushed{false};
     int expected = 0;
     {
         const auto end = queue.end();
         for (auto item = queue.begin(); !(item == end); ++item) {
             if (!writer.joinable())
-                writer = std::thread([&queue] { queue.push(100); });
+                writer = std::thread([&queue, &pushed] {
+                    queue.push(100);
+                    pushed = true;
+                });
             EXPECT_EQ(*item, expected++);
         }
+        EXPECT_FALSE(eventually([&pushed] { return pushed.load(); }, std::chrono::milliseconds(50)));
     }
     writer.join();
     EXPECT_EQ(expected, 100);

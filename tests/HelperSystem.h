@@ -4,11 +4,20 @@
 #include <string>
 #include <vector>
 
-/// The helper program; its back end has the system's way to begin one. `arguments` are UTF-8, without the program, and the
-/// standard streams carry bytes. Returns the exit code.
+/// `count` bytes in which no two runs of 251 are aligned alike: what the helper program writes and its tests expect.
+inline std::string pattern(std::size_t count)
+{
+    std::string bytes(count, '\0');
+    for (std::size_t i = 0; i < count; ++i)
+        bytes[i] = static_cast<char>(i % 251);
+    return bytes;
+}
+
+/// The body of a helper program; the back end holds `main`. `arguments` are UTF-8, without the program, and the standard streams
+/// are binary. Returns the exit code.
 int runHelper(std::vector<std::string> arguments);
 
-/// Starts this program once more, with one argument and the same streams, and does not wait for it.
+/// Starts this program again, with one argument and the same streams, without waiting for it.
 void startBeside(const char* argument);
-/// How many handles, or descriptors, this process has open.
+/// The number of open handles or descriptors of this process.
 std::size_t countHandles();

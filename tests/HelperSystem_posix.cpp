@@ -25,6 +25,6 @@ void startBeside(const char* argument)
 
 std::size_t countHandles()
 {
-    const std::filesystem::directory_iterator open("/proc/self/fd");  // is one of them itself
+    const std::filesystem::directory_iterator open("/proc/self/fd");  // the iterator's own descriptor is among them
     return static_cast<std::size_t>(std::distance(open, {})) - 1;
 }

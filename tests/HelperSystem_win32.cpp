@@ -12,7 +12,7 @@
 #include <cstdlib>
 #include <utility>
 
-// The run-time library takes the command line apart, as in any tool; it shall not look for files that match a word.
+// The C run-time library splits the command line, as in any tool. It must not expand wildcards.
 extern "C" {
 int _dowildcard = 0;
 }
@@ -43,7 +43,7 @@ void startBeside(const char* argument)
 std::size_t countHandles()
 {
     std::size_t count = 0;
-    for (std::uintptr_t value = 4; value < 0x4000; value += 4) {  // handles are multiples of four, the lowest first
+    for (std::uintptr_t value = 4; value < 0x4000; value += 4) {  // handles are multiples of four and the lowest free one is used
         DWORD flags = 0;
         count += GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags) != 0;
     }

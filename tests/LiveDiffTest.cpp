@@ -1,4 +1,4 @@
-#include "common/CommandLine.h"
+#include "common/CommandQuoting.h"
 #include "filewatcher/livediff/LiveDiffCachePath.h"
 #include "tests/ModuleFixture.h"
 

@@ -1,5 +1,6 @@
 #include "tests/TestSupport.h"
 
+#include "common/CommandQuoting.h"
 #include "common/CommandRunner.h"
 #include "common/cmFile.h"
 
@@ -29,7 +30,7 @@ TempFolder::TempFolder()
 
 TempFolder::~TempFolder()
 {
-    // A program that was just ended may still keep its file for a moment.
+    // The file of a program that has just ended can stay locked for a moment.
     eventually([this] { return cmRemoveFolder(cmPathText(m_path)); }, std::chrono::seconds(2));
 }
 

@@ -1,4 +1,4 @@
-#include "common/CommandLine.h"
+#include "common/CommandQuoting.h"
 #include "tests/TestSupport.h"
 
 #include <sys/wait.h>
@@ -24,7 +24,7 @@ bool isNumber(const std::string& text)
     return std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
 }
 
-/// The processes whose folder in /proc satisfies `condition`; processes come and go meanwhile.
+/// The processes whose folder in /proc satisfies `condition`. A process may end before `condition` is called.
 template <class Condition>
 std::vector<pid_t> findProcesses(Condition condition)
 {
@@ -37,7 +37,7 @@ std::vector<pid_t> findProcesses(Condition condition)
     return found;
 }
 
-/// State and parent of a process, as its stat file has them behind the name in brackets.
+/// State and parent of a process, which its stat file holds behind the name in parentheses.
 std::pair<char, pid_t> stateAndParent(const fs::path& process)
 {
     const std::string stat = readFile(process / "stat");
@@ -66,7 +66,7 @@ std::size_t openDescriptors()
 
 std::size_t threadCount()
 {
-    // A sanitizer starts a thread of its own with the first one there is: let it be counted from the beginning.
+    // A sanitizer starts its own thread together with the first one. Start one now, so that later counts agree.
     static const bool warm = (std::thread([] {}).join(), true);
     static_cast<void>(warm);
     return entriesOf("/proc/self/task");

@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The layout of the table of all handles, and the number that asks for it.
+// The layout of the system's handle table, and its number in NtQuerySystemInformation.
 struct HandleEntry {
     void* object;
     ULONG_PTR process;
@@ -62,7 +62,7 @@ HANDLE inheritableFile(const fs::path& path)
 
 std::size_t openDescriptors()
 {
-    // Asked of the system's own table: the call that counts a process's handles answers 0 on some systems.
+    // GetProcessHandleCount answers 0 under Wine, so the handles are counted in the system's table.
     auto* query = reinterpret_cast<QuerySystem*>(reinterpret_cast<void (*)()>(&NtQuerySystemInformation));
     std::vector<std::byte> buffer(std::size_t{1} << 20);
     NTSTATUS status = 0;
@@ -131,7 +131,7 @@ int affordableStarts(int wanted)
 
 std::size_t zombieChildren()
 {
-    return 0;  // what an ended child leaves is a handle, which openDescriptors counts
+    return 0;  // an ended child only leaves a handle, which openDescriptors counts
 }
 
 std::vector<std::string> oddFileNames()

@@ -84,11 +84,11 @@ TEST(Thread, LeavesNoThreadBehindWhenNobodyJoins)
         worker.start();
         ASSERT_TRUE(eventually([&worker] { return !worker.isRunning(); }));
     }
-    // The kernel may list a thread for an instant after it was joined.
+    // The kernel may still list a thread for a moment after it was joined.
     EXPECT_TRUE(eventually([before] { return threadCount() == before; }));
 }
 
-/// Deletes itself; the outside world learns on which cmThread.
+/// Makes a worker that deletes itself, counts its deletion and records the cmThread that deletes it.
 Worker* makeAutoDeleted(std::function<std::int32_t(Worker&)> body, std::atomic<int>& deletions, std::atomic<cmThread*>& deletedOn)
 {
     auto* worker = new Worker(std::move(body));
@@ -152,7 +152,7 @@ TEST(Event, CountsItsWaitersAndReleasesThemAll)
     EXPECT_EQ(first.getStatus() + second.getStatus(), 0);
 }
 
-/// The analysis knows no recursive locks.
+/// The thread-safety analysis does not know recursive locks.
 void lockTwice(cmMutex& mutex) CM_NO_THREAD_SAFETY_ANALYSIS
 {
     mutex.lock();

@@ -1,8 +1,10 @@
-// The child program of the tests: one behaviour per name. The first argument names it; when that names none, the name
-// of the program does, so that a copy of it can stand in for a tool.
+// The child program of the tests, with named behaviours. The first argument selects one; otherwise the name of the program
+// does, so that a copy of it can stand in for a tool.
 
-#include "common/Environment.h"
+#include "common/ChildProcess.h"
+#include "common/CommandQuoting.h"
 #include "common/cmFile.h"
+#include "common/cmStringCatHelper.h"
 #include "common/cmSystemPath.h"
 #include "tests/HelperSystem.h"
 
@@ -35,28 +37,19 @@ void sleepMs(int ms)
         sleepMs(1000);
 }
 
-/// `count` bytes, of which no two runs of 251 are aligned alike.
-std::string pattern(std::size_t count)
-{
-    std::string bytes(count, '\0');
-    for (std::size_t i = 0; i < count; ++i)
-        bytes[i] = static_cast<char>(i % 251);
-    return bytes;
-}
-
 void writeTo(std::FILE* stream, const std::string& bytes)
 {
     std::fwrite(bytes.data(), 1, bytes.size(), stream);
     std::fflush(stream);
 }
 
-/// What a program does that nobody should have started: leaves a file beside itself.
+/// The behaviour of a program that must never be started: it leaves a file beside itself.
 void leaveTrace(const Arguments&)
 {
     std::ofstream(cmSystemPath(cmProgramPath()).replace_filename("trace")) << "was here";
 }
 
-/// A Subversion client that answers what is in the file beside it, and keeps a list of what it was asked.
+/// A Subversion client that answers with the content of the file beside it, and logs its arguments.
 void replaySvn(const Arguments& arguments)
 {
     const std::filesystem::path folder = cmSystemPath(cmProgramPath()).parent_path();
@@ -76,6 +69,32 @@ void replayPerforce(const Arguments& arguments)
     const std::filesystem::path folder = cmSystemPath(cmProgramPath()).parent_path();
     std::cout << std::ifstream(folder / (command + ".out"), std::ios::binary).rdbuf();
     std::cerr << std::ifstream(folder / (command + ".err"), std::ios::binary).rdbuf();
+}
+
+/// Closes its output, and ends when there is a file "go" in its directory.
+void closeOutput(const Arguments&)
+{
+    std::fclose(stdout);
+    std::ofstream("closed").close();
+    while (!std::filesystem::exists("go"))
+        sleepMs(1);
+    std::ofstream("gone").close();
+}
+
+/// A host that has no standard streams and captures standard error alone, into the file that it is given.
+void captureWithoutStreams(const Arguments& arguments)
+{
+    for (std::FILE* stream : {stdin, stdout, stderr})
+        std::fclose(stream);
+    ChildPipe error;
+    SpawnStreams streams;
+    streams.error = &error;
+    ChildProcess child;
+    const cmStringT command = cmCat(inDoubleQuotes(cmProgramPath())) + " both 3";
+    spawnProcess(child, command, 0, {}, "", streams, nullptr, true);
+    char bytes[8];
+    const int count = error.read(bytes, sizeof bytes);
+    std::ofstream(arguments.at(0), std::ios::binary).write(bytes, count);
 }
 
 void floodBoth(std::size_t count)
@@ -112,11 +131,8 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
              writeTo(stdout, "parent");
              startBeside("hang");
          }},
-        {"close-output",
-         [](const Arguments& a) {
-             std::fclose(stdout);
-             sleepMs(std::stoi(a.at(0)));
-         }},
+        {"close-output", &closeOutput},
+        {"capture-without-streams", &captureWithoutStreams},
         {"directory", [](const Arguments&) { std::cout << cmPathText(std::filesystem::current_path()).c_str(); }},
         {"environment",
          [](const Arguments&) {
@@ -144,6 +160,7 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
              startBeside("hang");
              hang();
          }},
+        {"tool-writes-65000", [](const Arguments&) { writeTo(stdout, pattern(65000)); }},
         {"tool-floods",
          [](const Arguments&) {
              for (const std::string block = pattern(65536);;)

@@ -1,6 +1,6 @@
 #include "txhost/LiveDiffCommand.h"
 
-#include "common/CommandLine.h"
+#include "common/CommandQuoting.h"
 #include "common/cmStringCatHelper.h"
 #include "common/cmSystemPath.h"
 #include "txapi/txapi.h"

@@ -1,4 +1,4 @@
-#include "common/CommandLine.h"
+#include "common/CommandQuoting.h"
 #include "common/CommandRunner.h"
 #include "common/cmStringCatHelper.h"
 #include "txhost/Browser.h"

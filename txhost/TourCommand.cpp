@@ -1,4 +1,4 @@
-#include "common/CMFD_ITEM.h"
+#include "common/cmFile.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
 #include "txhost/Browser.h"

@@ -1,4 +1,3 @@
-#include "common/CMFD_ITEM.h"
 #include "common/cmFile.h"
 #include "common/cmStringCatHelper.h"
 #include "txhost/Commands.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "common/CMFD_ITEM.h"
 #include "common/cmArray.h"
 #include "common/cmDictionary.h"
+#include "common/cmFile.h"
 #include "common/cmQueue.h"
 #include "common/cmString.h"
 #include "common/cmThread.h"

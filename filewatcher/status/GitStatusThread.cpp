@@ -1,6 +1,6 @@
 #include "filewatcher/status/GitStatusThread.h"
 
-#include "common/CommandLine.h"
+#include "common/CommandQuoting.h"
 #include "common/cmFile.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"

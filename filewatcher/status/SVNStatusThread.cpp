@@ -1,6 +1,6 @@
 #include "filewatcher/status/SVNStatusThread.h"
 
-#include "common/CommandLine.h"
+#include "common/CommandQuoting.h"
 #include "common/cmPath.h"
 #include "filewatcher/bridge/XMLDocument.h"
 #include "filewatcher/status/SVNEntry.h"

@@ -1,4 +1,4 @@
-#include "common/CommandLine.h"
+#include "common/CommandQuoting.h"
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/RegisteredFunctions.h"
 #include "filewatcher/StatusCodes.h"

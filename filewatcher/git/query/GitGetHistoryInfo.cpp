@@ -1,4 +1,4 @@
-#include "common/CommandLine.h"
+#include "common/CommandQuoting.h"
 #include "common/cmFile.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
