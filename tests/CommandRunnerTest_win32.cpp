@@ -25,17 +25,6 @@ TEST(CommandRunner, GivesTheChildItsThreeHandlesAndNothingElse)
     EXPECT_EQ(run(helper("count-input")).output, "0");
 }
 
-TEST(CommandRunner, RefusesBatchFiles)
-{
-    const TempFolder folder;
-    writeFile(folder / "tool.bat", "@echo ran\r\n");
-    for (const char* name : {"tool.bat", "tool.BAT", "tool.bat.", "tool.bat ", "tool.bat\\.", "tool."}) {
-        const Captured refused = run("\"" + text(folder.path()) + "\\" + name + "\" x");
-        EXPECT_EQ(refused.result.status, cmStatusProcessFailed) << name;
-        EXPECT_EQ(refused.output, "") << name;
-    }
-}
-
 TEST(CommandRunner, RefusesWhatTheInterpreterCannotBeGiven)
 {
     const Captured lineBreak = run(helper("args \"one\ntwo\" \"|\""));

@@ -88,37 +88,29 @@ TEST(Thread, LeavesNoThreadBehindWhenNobodyJoins)
     EXPECT_TRUE(eventually([before] { return threadCount() == before; }));
 }
 
-/// Makes a worker that deletes itself, counts its deletion and records the cmThread that deletes it.
-Worker* makeAutoDeleted(std::function<std::int32_t(Worker&)> body, std::atomic<int>& deletions, std::atomic<cmThread*>& deletedOn)
+/// Starts a worker that deletes itself, and records the cmThread that deletes it in `deletedOn`, which is no thread at first.
+Worker* startAutoDeleted(std::function<std::int32_t(Worker&)> body, std::atomic<cmThread*>& deletedOn)
 {
     auto* worker = new Worker(std::move(body));
     worker->setAutoDelete(true);
-    worker->onDestroyed = [&deletions, &deletedOn] {
-        deletedOn = cmThread::current();
-        ++deletions;
-    };
+    worker->onDestroyed = [&deletedOn] { deletedOn = cmThread::current(); };
+    worker->start();
     return worker;
 }
 
-TEST(Thread, DeletesItselfWhenItEnds)
+TEST(Thread, IsDeletedByItselfOrByItsJoiner)
 {
-    std::atomic<int> deletions{0};
-    std::atomic<cmThread*> deletedOn{nullptr};
-    Worker* worker = makeAutoDeleted([](Worker&) { return 0; }, deletions, deletedOn);
-    worker->start();
-    EXPECT_TRUE(eventually([&deletions] { return deletions == 1; }));
-    EXPECT_EQ(deletedOn, worker);
-}
+    Worker notYet([](Worker&) { return 0; });
+    std::atomic<cmThread*> deletedOn{&notYet};
+    cmThreadEvent gate(true, false);
+    cmThread* unjoined =
+        startAutoDeleted([&gate](Worker&) { return static_cast<std::int32_t>(gate.wait(cmWaitInfinite)); }, deletedOn);
+    EXPECT_EQ(deletedOn, &notYet);
+    gate.set();
+    EXPECT_TRUE(eventually([&] { return deletedOn == unjoined; }));
 
-TEST(Thread, IsDeletedByItsJoiner)
-{
-    std::atomic<int> deletions{0};
-    std::atomic<cmThread*> deletedOn{nullptr};
     const auto endOnceJoined = [](Worker& self) { return eventually([&self] { return self.isJoining(); }) ? 0 : 1; };
-    Worker* worker = makeAutoDeleted(endOnceJoined, deletions, deletedOn);
-    worker->start();
-    EXPECT_TRUE(worker->join());
-    EXPECT_EQ(deletions, 1);
+    EXPECT_TRUE(startAutoDeleted(endOnceJoined, deletedOn)->join());
     EXPECT_EQ(deletedOn, nullptr);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/ChildProcess.h"
+#include "common/CommandQuoting.h"
 #include "tests/TestSupport.h"
 
 #include <cstdint>
