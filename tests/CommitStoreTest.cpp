@@ -91,7 +91,7 @@ TEST(GitDateTime, IsPackedAsTheEditorReadsIt)
     EXPECT_EQ(packed.first, 2026u | 11u << 14 | 21u << 22 | 23u << 27);
     EXPECT_EQ(packed.second, 59u | 58u << 6);
     EXPECT_EQ(packed.text(), "2026-11-21 23:59:58");
-    for (const std::int64_t time : {1'000'000'000'000LL, 9'000'000'000'000'000'000LL})
+    for (const std::int64_t time : {454'900'000'000LL, 9'000'000'000'000'000'000LL})
         EXPECT_FALSE(GitDateTime::fromUnixTime(time).isSet()) << time;
 }
 
