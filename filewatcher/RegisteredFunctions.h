@@ -7,31 +7,33 @@
 // The functions that the module registers with the editor, in the order of registration. This header is their contract.
 //
 // Thread: the editor calls them on its own thread only.
-// Text: UTF-8; paths are absolute. A text argument needs to be valid during the call only. A returned text lies in a static
-// buffer of 1024 bytes that belongs to the function: it is cut off to fit, and valid until the next call of the same function.
-// Variables: arguments of type TXHREFVAR are filled through the editor's services. The editor owns them.
-// Codes: StatusCodes.h. A closed feature gate means that txFeatureAvailable answers 0.
-// Time: a call returns at once unless its contract says that it waits.
+// Text: UTF-8. Paths are absolute; reload and live diff also take relative ones, below the current directory. A text argument
+// needs to be valid during the call only. A returned text lies in a static buffer of 1024 bytes that belongs to the function: it
+// is cut off to fit, and valid until the next call of the same function. Variables: arguments of type TXHREFVAR are read or
+// filled through the editor's services. The editor owns them. Codes: StatusCodes.h. A closed feature gate means that
+// txFeatureAvailable answers 0. Time: a call returns at once unless its contract says that it waits.
 
 extern "C" {
 
 // --- Watch registry. These five are exported under their plain names as well. -------------------------------------
 // Types and the bits of type masks: 1 Subversion, 4 Perforce, 8 Git. 16 and 32 are further types of Subversion and Git, but no
-// bits of a mask.
+// bits of a mask. When the feature gate is closed, the functions do nothing and filewatcherAddPath returns -2173.
 
 /// Queues the directory `path` for one status pass of the thread that `type` selects. The thread is created, configured and
-/// started when needed; configuring calls a macro function of the editor. A path that is queued already is not queued again.
-/// Properties 4 and 5 give the entry its context. For Subversion, `flag` not 0 includes the folders below the path, and property
-/// 5 not 0 asks for "info" instead of "status".
-/// Returns 0: the thread was started, the type is unknown, or the tool's file status was switched off because a run of the tool
-/// wrote too much; -1: the path was added to a thread that runs already; -2173: the feature gate is closed.
+/// started when needed; configuring calls a macro function of the editor, and when that stops the thread, the path is lost. A
+/// path that is queued already is not queued again. Properties 4 and 5 give the entry its context. For Subversion, `flag` not 0
+/// includes the folders below the path, and property 5 not 0 asks for "info" instead of "status". Returns 0: a start was
+/// attempted (its failure, or that of reading the settings, is not reported), the type is unknown, or the tool's file status was
+/// switched off because a run of the tool wrote too much; -1: the path was added to a thread that runs already; -2173: the
+/// feature gate is closed.
 TX_EXPORTED std::int32_t filewatcherAddPath(TXPSZ path, std::int32_t type, std::int32_t flag);
 /// Removes `path` from the queue of one thread: that of the first bit in the mask, in the order 1, 8, 4. Paths are compared byte
-/// by byte. A missing thread is created, but not started. Does nothing when the feature gate is closed, as the next three.
+/// by byte. A missing thread is created, but not started.
 TX_EXPORTED void filewatcherRemovePath(TXPSZ path, std::int32_t typeMask);
 /// Empties the queue of one thread, chosen in the same way. The thread keeps running.
 TX_EXPORTED void filewatcherRemoveType(std::int32_t typeMask);
-/// Reads the settings of type 1, 16, 8 or 32 from the editor, unless its thread has them already. Other types are ignored.
+/// Reads the settings of type 1, 16, 8 or 32 from the editor, unless its thread has them already. A missing thread is created,
+/// but not started; a macro function of the editor is called. Other types are ignored.
 TX_EXPORTED void filewatcherInitType(std::int32_t type);
 /// Stops and destroys the threads of all bits in the mask, in the order 1, 8, 4. Waits without limit until they have ended; a
 /// running tool is ended, so this takes milliseconds.
@@ -46,12 +48,13 @@ void filewatcherSetSuspendState(std::int32_t suspended);
 /// for them; a budget below 0 counts as 0. Results that have arrived, from earlier calls too, go into the hash table `result`:
 /// the key is the name, the value an array of the modification time (64-bit, 100 ns units since 1601-01-01 UTC; 0 for none) and
 /// 1 for a file that is read-only or not on a local path, else 0. There is no result for a file system without file times, and
-/// none is delivered for an empty array. A file whose date took `budgetMs / 2` or longer is slow: it has no result and is never
-/// requested again, until filewatcher_stop_async_work. `arg1` and `arg2` are carried along without effect. Returns 0; 1 when
-/// memory ran out.
+/// none is delivered for an empty array. A file whose date took half the budget of the latest call or longer is slow: it has no
+/// result and is never requested again, until filewatcher_stop_async_work. `arg1` and `arg2` are carried along without effect.
+/// Returns 0; 1 when there is no memory for the shared data.
 std::int32_t getFastReloadInfoTable(TXHREFVAR fileNames, std::int32_t arg1, std::int32_t arg2, TXHREFVAR result,
                                     std::int32_t budgetMs);
-/// Adds the name of each slow file to the hash table `result`, with the value 1. Returns 0; 1 when memory ran out.
+/// Adds the name of each slow file to the hash table `result`, with the value 1. Returns 0; 1 when there is no
+/// memory for the shared data.
 std::int32_t getSlowReloadFiles(TXHREFVAR result);
 
 // --- Git browser and queries ------------------------------------------------------------------------------------------
@@ -85,8 +88,9 @@ std::int32_t gitGetHistoryInfo(TXPSZ file, TXPSZ git, TXHREFVAR result, TXPSZ re
 /// Returns 1 while a load runs: the model's thread or its log thread; else 0.
 std::int32_t gitGetBranchInfoRunning();
 /// Refills the browser tree with the commits whose author, e-mail, subject or hash contains `text`; all commits for an empty
-/// text. The rows that take longer than one slice (200 ms) follow from the browser's timer. `tree` is not used. Returns 0;
-/// -104399 when no repository was loaded; -2173 when the feature gate is closed.
+/// text. When no commit contains it, the rows stay as they are. Rows that take longer than one slice (50 ms) follow from the
+/// browser's timer. `tree` is not used. Returns 0; -104399 when there is no model, that is before the first _GitGetBranchInfo and
+/// after filewatcher_stop_async_work; -2173 when the feature gate is closed.
 std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR tree);
 /// Adds changes to the hash table `result`; paths of working-copy lists are relative to the top level, with slashes.
 /// Without a revision: at the key `repository`, a hash table of the arrays "local" (files that differ from the index) and
@@ -94,7 +98,8 @@ std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR tree);
 /// path, a hash table whose array "hunks" holds hash tables of the integers "oldStart", "oldCount", "newStart", "newCount" and
 /// the array "lines"; a line begins with "+", "-", a blank or a backslash. Returns 0; -1 when git reports a fatal error, when
 /// nothing differs from the revision, or when it begins with a dash; -2173 when the feature gate is closed; or why git could not
-/// be started. `result` changes on 0 only. Waits for git, at most two runs, without limit.
+/// be started. `result` changes on 0 only. Without a revision the second command decides: "local" is left out when only its own
+/// command failed. Waits for git, at most two runs, without limit.
 std::int32_t gitGetDiffInfo(TXPSZ repository, TXPSZ git, TXHREFVAR result, TXPSZ revision);
 /// Returns 1 while the model's own thread runs, else 0.
 std::int32_t gitGettingInfo();
@@ -115,7 +120,8 @@ void recentFilesAdd(TXPSZ path);
 void recentFilesProcessPending();
 
 /// Stops and destroys every background thread, in this order: file dates, Git, Subversion and Perforce status, Git browser, live
-/// diff. Forgets the slow files. Waits without limit until they have ended; running tools are ended, so this takes milliseconds.
+/// diff. Forgets the slow files. Waits without limit until they have ended: milliseconds, because running tools are ended, but as
+/// long as a file system takes when a date is being read.
 /// The editor calls it before it unloads the module. Further calls of all functions are allowed.
 void filewatcher_stop_async_work();
 
@@ -134,8 +140,8 @@ std::int32_t svcLiveDiffGetVCFile(TMStringConst origin, TMStringConst command, T
 /// there is no place for the cache file and when it cannot be written; -104360 while a background fetch runs.
 std::int32_t svcLiveDiffGetVCFileImmediate(TMStringConst origin, TMStringConst command, TMStringConst file,
                                            TMStringByRef cacheFile, TMStringConst workingDirectory);
-/// Returns 1 when the cache file holds its revision, the code of a fetch that failed (-104357, -104370), else 0. When property 2
-/// is not 0, forgets the outcome and returns 0.
+/// Returns 1 when the cache file holds its revision (the output of a fetch that was stopped counts as complete), the code of a
+/// fetch that failed (-104357, -104370), else 0. When property 2 is not 0, forgets the outcome and returns 0.
 std::int32_t svcLiveDiffHaveVCFile(TMStringConst cacheFile);
 
 }  // extern "C"

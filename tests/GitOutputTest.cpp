@@ -89,6 +89,7 @@ TEST(GitCommitText, SkipsTheRepeatedMessageOfAMerge)
     EXPECT_EQ(merge.message, (Texts{"s", "", "other", ""}));
     EXPECT_EQ(merge.files, (Texts{"s", "g", "other"}));
     EXPECT_TRUE(parseGitCommitText("\n\0"s).files.empty());
+    EXPECT_EQ(parseGitCommitText("js\n\0\napp.js\n"s).files, (Texts{"app.js"}));  // not a repeated message
 }
 
 }  // namespace

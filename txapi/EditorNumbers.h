@@ -17,14 +17,15 @@ inline constexpr std::int32_t txDirectoryPrivate = 0;  ///< txDirectory: the fol
 
 // --- Properties: txProperty and its siblings --------------------------------------------------------------------
 
-inline constexpr std::int32_t txPropertyLiveDiffReset = 2;        ///< integer; not 0: the next live-diff query forgets its file
-inline constexpr std::int32_t txPropertyWatchContext = 4;         ///< string; copied into a watch entry when its path is added
-inline constexpr std::int32_t txPropertyWatchContextFlag = 5;     ///< integer; not 0 sets the entry's context flag
-inline constexpr std::int32_t txPropertyLiveDiffPermission = 6;   ///< a variable that cannot be read as a flag forbids fetches
+inline constexpr std::int32_t txPropertyLiveDiffReset = 2;     ///< integer; while not 0, a live-diff query forgets its file
+inline constexpr std::int32_t txPropertyWatchContext = 4;      ///< string; copied into a watch entry when its path is added
+inline constexpr std::int32_t txPropertyWatchContextFlag = 5;  ///< integer; not 0 sets the entry's context flag
+inline constexpr std::int32_t txPropertyLiveDiffPermission =
+    6;  ///< a variable that cannot be read as a flag forbids background fetches
 inline constexpr std::int32_t txPropertyBrowserWindow = 103;      ///< integer; the window whose tree the tree services change
 inline constexpr std::int32_t txPropertyBrowserRepository = 152;  ///< string; the repository that the browser shows
 
-// --- Callback slots: txSetCallback. GitCallbacks.h tells the types of the module's callbacks. ---------------------
+// --- Callback slots: txSetCallback. Their types: the module's GitCallbacks.h. ------------------------------------
 
 inline constexpr std::int32_t txSlotGitModel = 47;       ///< the browser's model
 inline constexpr std::int32_t txSlotGitRefresh = 48;     ///< asks for a refresh of the tree

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-/// What the editor and the module share about one version-control tool. The names stay valid for ever.
+/// What the editor and the module share about one version-control tool. The texts are literals.
 struct TXVCTOOL {
     std::int32_t number;                ///< TXVCRECORD::tool; also the tool's watch type, and its bit in type masks
     std::int32_t secondWatchType;       ///< another watch type, which is no bit of a mask; 0: none

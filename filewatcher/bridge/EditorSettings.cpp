@@ -16,9 +16,7 @@ cmStringT callEditorMacro(TXPSZ name)
 {
     cmStringT result("");
     const std::int32_t index = txFindName(name, txKindFunction);
-    if (index && txIsCallable(index)) {
-        txCallFunction(0, index, 0, nullptr);
+    if (index && txIsCallable(index) && txCallFunction(0, index, 0, nullptr) == 0)
         txHvarGetString(txLastResult, result);
-    }
     return result;
 }

@@ -11,6 +11,6 @@
 TXHVAR findEditorVariable(TXPSZ name);
 /// Returns the integer value of a variable, or `missing` when there is no such variable.
 std::int32_t editorSetting(TXPSZ name, std::int32_t missing);
-/// Calls a macro function without arguments and returns its string result; empty when there is no such function or it cannot be
-/// called. The macro may call registered functions in turn.
+/// Calls a macro function without arguments and returns its string result; empty when there is no such function, it cannot be
+/// called, or it fails. The macro may call registered functions in turn.
 cmStringT callEditorMacro(TXPSZ name);

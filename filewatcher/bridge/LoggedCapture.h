@@ -2,7 +2,8 @@
 
 #include "common/CommandRunner.h"
 
-/// captureCommand that also reports problems: writes to the debug log, under the name `function` of the caller, why the command
-/// could not be started and the kept part of its standard error, each only when there is one. Any thread.
-CaptureResult captureLogged(cmROStringT function, cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory,
-                            const CaptureControl& control, const std::function<void(cmROStringT)>& sink);
+/// captureCommand that also reports problems: writes to the debug log, under the name `function` and the source line of the
+/// caller, why the command could not be started and the kept part of its standard error, each only when there is one. Any thread.
+CaptureResult captureLogged(cmROStringT function, int line, cmROStringT commandLine, SpawnOptions options,
+                            cmROStringT workingDirectory, const CaptureControl& control,
+                            const std::function<void(cmROStringT)>& sink);

@@ -21,7 +21,7 @@ std::int32_t runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory
         sink(bytes);
     };
     const CaptureResult result =
-        captureLogged("runGitCommand", commandLine, spawnScannedCommand, workingDirectory, control, passOn);
+        captureLogged("runGitCommand", __LINE__, commandLine, spawnScannedCommand, workingDirectory, control, passOn);
     if (result.status != 0)
         return result.status;
     if (result.stopped)

@@ -20,7 +20,7 @@ bool fetchIntoFile(const LiveDiffRequest& request, const CaptureControl& control
 {
     cmFileReplacement file(request.cacheFile);
     const CaptureResult result =
-        captureLogged("fetchLiveDiffFile", request.commandLine, spawnScannedCommand, request.workingDirectory, control,
+        captureLogged("fetchLiveDiffFile", __LINE__, request.commandLine, spawnScannedCommand, request.workingDirectory, control,
                       [&file](cmROStringT bytes) { file.write(bytes); });
     if (result.status != 0 || result.errorOutput.view().find("fatal:") != cmROStringT::npos) {
         debugLog("fetchLiveDiffFile", __LINE__, cmStringT(cmCat("cannot fetch ") + request.file));

@@ -3,8 +3,8 @@
 #include "common/ChildProcess.h"
 #include "common/cmMutex.h"
 
-/// The one object of a status thread's class in this process, and the lock of that class. The lock guards the pointer and
-/// whatever the object guards with it: the object is constructed with a reference to it.
+/// The single object of one status-thread class, and the lock that guards the pointer and the object's settings. The object's
+/// constructor receives the lock.
 /// Only the editor's thread calls `stop`, so the editor's thread may use the pointer that `get` returns without the lock.
 template <class Thread>
 class LockedInstance {

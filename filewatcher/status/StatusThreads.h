@@ -20,7 +20,7 @@ struct StatusThreadKind {
 
 /// The kinds in the order in which the bits of a type mask are looked at: Subversion, Git, Perforce.
 const std::array<StatusThreadKind, 3>& statusThreadKinds();
-/// The kind that a watch type selects, by either of its tool's two types; null for any other number.
+/// The kind for a watch type, first or second; null for any other number.
 const StatusThreadKind* statusThreadOfType(std::int32_t type);
 
 /// Stops and destroys all status threads, in the order Git, Subversion, Perforce; returns when they have ended.

@@ -20,8 +20,11 @@ std::int32_t readStatusSettings(const StatusThreadKind& kind)
     if (exePath.isEmpty())
         return statusNoExecutable;
     const std::int32_t maxOutputSize = editorSetting(txVCMaxOutputSetting, missingSetting);
-    // `thread` may be gone: the macro function may have called filewatcherStop.
-    if (interval != missingSetting)
-        kind.instance(true)->setStatusConfig(exePath, static_cast<std::uint32_t>(interval) * msPerSecond, maxOutputSize);
+    if (interval == missingSetting)
+        return 0;
+    // The macro function may have called filewatcherStop: `thread` is gone then, and a new one takes its place.
+    VCStatusThread* const current = kind.instance(true);
+    current->setSuspended(areStatusThreadsSuspended());
+    current->setStatusConfig(exePath, static_cast<std::uint32_t>(interval) * msPerSecond, maxOutputSize);
     return 0;
 }

@@ -108,7 +108,7 @@ std::int32_t VCStatusThread::runTool(cmROStringT commandLine, SpawnOptions optio
     };
     output.clear();
     const auto append = [&output](cmROStringT bytes) { output += bytes; };
-    CaptureResult result = captureLogged(function, commandLine, options, workingDirectory, control, append);
+    CaptureResult result = captureLogged(function, __LINE__, commandLine, options, workingDirectory, control, append);
     errorOutput = std::move(result.errorOutput);
     const std::int32_t status = result.status == 0 && result.stopped ? statusStopRequested : result.status;
     debugLog(function, __LINE__, cmStringT(cmCat("status=") + std::to_string(status) + " " + commandLine));

@@ -32,7 +32,7 @@ public:
     std::int32_t run() override;
 
 protected:
-    /// One pass over a path, which has no trailing separator. Returns 0, or the status that ended the pass.
+    /// One pass over a path, which has no trailing separator unless it is a root. Returns 0, or the status that ended the pass.
     virtual std::int32_t processEntry(const WatchEntry& entry) = 0;
 
     /// The beginning of a command line: the executable in double quotes. Empty when the editor named none; a pass then does
@@ -44,7 +44,7 @@ protected:
     /// case the thread has set `statusOutputTooLarge` and requested its own stop.
     std::int32_t runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory, cmStringT& output,
                          cmStringT& errorOutput);
-    /// Makes the loop notify the editor as soon as the queue is empty. Call when a record has changed.
+    /// Makes the loop notify the editor as soon as the queue is empty and it is not suspended. Call when a record has changed.
     void noteChange() { changed = true; }
 
 private:

@@ -44,7 +44,7 @@ std::int32_t filewatcherAddPath(TXPSZ path, std::int32_t type, std::int32_t flag
     VCStatusThread* const thread = kind->instance(true);
     if (thread->isStatusOutputTooLarge() && switchOff(*thread))
         return 0;
-    thread->addPath(path, context, flag != 0, contextFlag && kind->takesContextFlag);
+    thread->addPath(cmStringT(path), context, flag != 0, contextFlag && kind->takesContextFlag);
     if (thread->isRunning())
         return statusAlreadyRunning;
     if (!thread->isConfigured())
@@ -57,7 +57,7 @@ void filewatcherRemovePath(TXPSZ path, std::int32_t typeMask)
 {
     const StatusThreadKind* const kind = firstKindOf(typeMask);
     if (txFeatureAvailable() && kind)
-        kind->instance(true)->removePath(path);
+        kind->instance(true)->removePath(cmStringT(path));
 }
 
 void filewatcherRemoveType(std::int32_t typeMask)

@@ -15,8 +15,9 @@ GitCommitText parseGitCommitText(cmROStringT output)
         output.remove_prefix(end + 1);
         end = std::min(output.find('\0'), output.size());
         cmROStringT lines = output.substr(0, end);
-        if (lines.ends_with(message))
-            lines.remove_suffix(message.size());  // git repeats the message of a merge for each parent
+        // Only a block that another one follows ends with the message: git repeats it for each parent of a merge.
+        if (end < output.size() && lines.ends_with(message))
+            lines.remove_suffix(message.size());
         while (!lines.empty()) {
             const cmROStringT line = cmTakeUntil(lines, '\n');
             if (!line.empty())
