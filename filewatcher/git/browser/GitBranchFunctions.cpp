@@ -57,7 +57,7 @@ bool shouldStart(GitBranchesModel& model, bool newRepository, std::int32_t loadL
         return true;
     if (!isForced())
         return loadLimit != model.loadLimit();
-    return !model.isLoaded();  // nor is it loading any more: clearing ended that
+    return !model.isLoaded();  // a load that ran has been asked to stop, so a forced call need not look for one
 }
 
 /// Starts the log thread and the model's thread. Returns 0 or the status of the one that did not start.

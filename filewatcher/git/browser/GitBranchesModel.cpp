@@ -62,7 +62,7 @@ void GitBranchesModel::init(const GitLoadRequest& request)
 
 void GitBranchesModel::clearModel()
 {
-    // Destroyed after the lock is released, because both may take a moment.
+    // These take over the old objects and destroy them after the lock is released, because that may take a moment.
     auto history = std::make_unique<ShownHistory>();
     std::shared_ptr<GitRunLogThread> logThread;
     cmMutexLock hold(modelLock);

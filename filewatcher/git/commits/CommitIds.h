@@ -14,7 +14,7 @@ struct CommitHash {
 
     std::array<std::uint8_t, digits / 2> bytes{};
 
-    /// Reads a hash from hexadecimal digits. Returns false when `text` is anything but as many of them.
+    /// Reads a hash from text. Returns false unless `text` consists of exactly `digits` hexadecimal digits.
     static bool parse(cmROStringT text, CommitHash& hash);
     /// The digits in lower case.
     cmStringT text() const;

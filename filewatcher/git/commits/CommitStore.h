@@ -14,7 +14,7 @@
 #include <span>
 
 /// The commits of a log, numbered in the order in which they are added; number 0 is the working copy. Kept small: a commit takes
-/// about 130 bytes and the length of its subject. Every hash in the log, also one that occurs as a parent only, has an id. For
+/// about 80 bytes and the length of its subject. Every hash in the log, also one that occurs as a parent only, has an id. For
 /// one thread at a time.
 class CommitStore {
 public:

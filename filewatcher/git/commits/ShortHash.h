@@ -7,7 +7,7 @@
 /// How many digits of a hash are shown, and are enough to look a commit up.
 inline constexpr std::size_t shortHashLength = 7;
 
-/// The first digits of `hash`, which it shares the bytes of.
+/// A view of the first digits of `hash`.
 inline cmROStringT shortHash(cmROStringT hash)
 {
     return hash.substr(0, shortHashLength);

@@ -23,8 +23,8 @@ void setParents(cmROStringT hashes, GitCommitInfo& commit)
 }
 
 /// Removes the message and the file names, which follow the fields, from the front of `text`; false when the message has no end.
-/// Only the next record's hash stands between a line feed and the next NUL, so a message may contain any text, the byte that ends
-/// records included.
+/// A record ends at the last line feed before the next NUL, because only the next record's hash stands between the two. The last
+/// gitRecordEnd in the record ends the message, so a message may contain that byte.
 bool takeMessage(cmROStringT& text, GitHistoryRecord& record)
 {
     cmROStringT block = text.substr(0, text.find('\0'));
