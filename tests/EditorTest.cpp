@@ -124,43 +124,6 @@ TEST_F(EditorTest, ReadsWellFormedXmlOnly)
     EXPECT_EQ(editor.openDocuments(), 0u);
 }
 
-TEST_F(EditorTest, TheLoopRunsTimersBetweenTasksThatPostTasks)
-{
-    static std::int32_t timer;
-    static int ticks;
-    ticks = 0;
-    timer = txSetTimer(1, [] {
-        if (++ticks == 2)
-            txKillTimer(timer);
-    });
-    int runs = 0;
-    std::function<void()> again = [&] {
-        ++runs;
-        editor.post(again);
-    };
-    editor.post(again);
-    EXPECT_TRUE(editor.runUntil([] { return ticks == 2; }, 30000));
-    txSetTimer(20, [] { ticks += 100; });
-    EXPECT_TRUE(editor.runUntil([] { return ticks >= 100; }, 30000));
-    EXPECT_EQ(ticks, 102) << "a killed timer has run";
-    runs = 0;
-    EXPECT_FALSE(editor.runUntil([] { return false; }, 0));
-    EXPECT_EQ(runs, 1);
-}
-
-TEST_F(EditorTest, PathsAreToldApartAndMadeAbsolute)
-{
-    EXPECT_EQ(txPathKind("src/a.c"), txPathRelative);
-    EXPECT_EQ(txPathKind("ftp://host/a.c"), txPathRemote);
-    EXPECT_EQ(txFileSupportsGetFileTime("ftp://host/a.c"), 0);
-    tamarin::TMString here;
-    tamarin::TMString file;
-    txAbsolute("", "", 0, here);
-    EXPECT_EQ(txPathKind(here), txPathLocal);
-    txAbsolute("x/../\xC3\xA4.c", here, 1, file);
-    EXPECT_EQ(file.getCMString(), cmJoinPath(here.getCMString(), "\xC3\xA4.c"));
-}
-
 TEST_F(EditorDeathTest, AServiceOffTheEditorsThreadEndsTheProgram)
 {
     EXPECT_DEATH(std::thread([] { txHvarSetInt(1, 2); }).join(), "txHvarSetInt called off the editor's thread");
