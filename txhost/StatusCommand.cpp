@@ -36,8 +36,10 @@ void printFile(const cmStringT& path, const FileStatus& status, bool json)
         return;
     }
     std::string words;
-    for (const cmStringT& token : status.local)
-        words += (words.empty() ? "" : ",") + std::string(token);
+    for (const cmStringT& token : status.local) {
+        words += words.empty() ? "" : ",";
+        words += token.view();
+    }
     if (!status.repository.empty())
         words += words.empty() ? "outdated" : ",outdated";
     words.resize(std::max<std::size_t>(words.size() + 1, 14), ' ');
