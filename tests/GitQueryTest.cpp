@@ -10,6 +10,25 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
+/// A value as text. Every element is in brackets, after its key if it has one.
+std::string shown(const VariableValue& value)
+{
+    std::string text;
+    if (const auto* string = std::get_if<cmStringT>(&value))
+        text = string->c_str();
+    if (const auto* number = std::get_if<std::int64_t>(&value))
+        text = std::to_string(*number);
+    if (const auto* array = std::get_if<VariableArray>(&value)) {
+        for (const auto& element : *array)
+            text += "[" + shown(element->value) + "]";
+    }
+    if (const auto* table = std::get_if<VariableTable>(&value)) {
+        for (const auto& [key, element] : *table)
+            text += key.c_str() + ("[" + shown(element->value) + "]");
+    }
+    return text;
+}
+
 class GitQueryTest : public GitStatusTest {
 protected:
     GitQueryTest()
@@ -34,42 +53,26 @@ protected:
         return call("_GitGetDiffInfo", {cmStringT(text(directory)), "git", CallArgument::variable(result), revision});
     }
     std::int32_t diff(const char* revision) { return diff(revision, top); }
-    std::int32_t show(const char* revision)
+    std::int32_t show(const std::string& revision)
     {
-        return call("_GitGetCommitInfo", {"git", cmStringT(text(top)), revision, CallArgument::variable(result)});
+        return call("_GitGetCommitInfo", {"git", cmStringT(text(top)), revision.c_str(), CallArgument::variable(result)});
     }
-    /// git's output without its line end.
-    std::string gitLine(const std::vector<std::string>& arguments) const
+    /// What git itself prints of a commit.
+    std::string gitLog(const std::string& format, const std::string& revision = "HEAD") const
     {
-        const std::string output = git(top, arguments);
+        const std::string output =
+            git(top, {"log", "-1", "--format=" + format, "--date=format-local:%Y-%m-%d %H:%M:%S", revision});
         return output.substr(0, output.find('\n'));
     }
-    static std::string textOf(TXHVAR variable)
-    {
-        cmStringT value("missing");
-        txHvarGetString(variable, value);
-        return value.c_str();
-    }
-    static Texts textsOf(TXHVAR array)
+    std::string shownResult() const { return shown(*editor.value(result)); }
+    /// One field of all entries of the history; the first entry is the root.
+    Texts fields(const char* name) const
     {
         Texts texts;
-        for (std::int32_t i = 0; i < txHvarArrayLength(array); ++i)
-            texts.push_back(textOf(txHvarArrayElement(array, i, 0)));
+        for (const auto& entry : std::get<VariableArray>(*editor.value(result)))
+            texts.push_back(shown(std::get<VariableInstance>(entry->value).fields.at(name)->value));
         return texts;
     }
-    std::string field(std::int32_t entry, const char* name)
-    {
-        return textOf(txHvarField(txHvarArrayElement(result, entry, 0), name));
-    }
-    /// That field of every entry except the root.
-    Texts fields(const char* name)
-    {
-        Texts texts;
-        for (std::int32_t i = 1; i < txHvarArrayLength(result); ++i)
-            texts.push_back(field(i, name));
-        return texts;
-    }
-    TXHVAR at(TXHVAR table, const std::string& key) { return txHvarHashElement(table, key.c_str(), 0); }
 
     const TXHVAR result = txHvarAlloc();
     std::string lastCommand;
@@ -85,33 +88,32 @@ TEST_F(GitQueryTest, BuildsTheHistoryTreeOfAFile)
     const char* format =
         R"(log --date=iso --date-order --name-only --follow  "--pretty=format:%H%x00%P%x00%ct%x00%ae%x00%an%x00%s%x00%B%x01" new)";
     EXPECT_EQ(lastCommand, std::string("\"git\" --no-pager ") + format);
-    EXPECT_EQ(fields("comment"), (Texts{"Not yet committed", "rename\n\nwhy\n", "files\n"}));
-    EXPECT_EQ(fields("affectedFilesDetails"), (Texts{"(null)", "sub/new", "sub/old"}));
-    EXPECT_EQ(fields("curVersionFilename"), (Texts{"sub/new", "sub/new", "sub/old"}));
-    EXPECT_EQ(fields("parentIndex"), (Texts{"0", "0", "0"}));
-    EXPECT_EQ(fields("lsibIndex"), (Texts{"-1", "1", "2"}));
-    EXPECT_EQ(fields("rsibIndex"), (Texts{"2", "3", "-1"}));
-    EXPECT_EQ(field(0, "revision") + field(0, "firstChildIndex") + field(0, "parentIndex"), "root1-1");
-    EXPECT_EQ(field(1, "revision") + field(1, "author"), "Working file(null)");
-    const std::string hash = field(2, "revision");
-    EXPECT_EQ(hash, gitLine({"rev-parse", "HEAD~1"}));
-    EXPECT_EQ(field(2, "revisionCaption"), hash.substr(0, 7));
-    EXPECT_EQ(field(2, "author") + field(2, "picIndex"), "Ada" + std::to_string(txFindPicture("_f_doc.svg")));
-    EXPECT_EQ(field(2, "date"), gitLine({"log", "-1", "--format=%cd", "--date=format-local:%Y-%m-%d %H:%M:%S", hash}));
+    const std::string hash = gitLog("%H", "HEAD~1");
+    EXPECT_EQ(fields("revision"), (Texts{"root", "Working file", hash, gitLog("%H", "HEAD~2")}));
+    EXPECT_EQ(fields("revisionCaption")[2], hash.substr(0, 7));
+    EXPECT_EQ(fields("author"), (Texts{"(null)", "(null)", "Ada", "Ada"}));
+    EXPECT_EQ(fields("date")[2], gitLog("%cd", hash));
+    EXPECT_EQ(fields("picIndex")[2], std::to_string(txFindPicture("_f_doc.svg")));
+    EXPECT_EQ(fields("comment"), (Texts{"(null)", "Not yet committed", "rename\n\nwhy\n", "files\n"}));
+    EXPECT_EQ(fields("affectedFilesDetails"), (Texts{"(null)", "(null)", "sub/new", "sub/old"}));
+    EXPECT_EQ(fields("curVersionFilename"), (Texts{"(null)", "sub/new", "sub/new", "sub/old"}));
+    EXPECT_EQ(fields("firstChildIndex"), (Texts{"1", "-1", "-1", "-1"}));
+    EXPECT_EQ(fields("parentIndex"), (Texts{"-1", "0", "0", "0"}));
+    EXPECT_EQ(fields("lsibIndex"), (Texts{"-1", "-1", "1", "2"}));
+    EXPECT_EQ(fields("rsibIndex"), (Texts{"-1", "2", "3", "-1"}));
 
     ASSERT_EQ(history("sub/new", "HEAD~1", 1), 0);
     EXPECT_NE(lastCommand.find("--max-count=1  \"--pretty"), std::string::npos);
     EXPECT_NE(lastCommand.find("%x01\" HEAD~1 -- new"), std::string::npos);
-    EXPECT_EQ(fields("revision"), Texts{hash});
+    EXPECT_EQ(fields("revision"), (Texts{"root", hash}));
     writeFile(top / "untracked", "x");
     EXPECT_EQ(history("untracked", "", 0, 0, 1), 0);
-    EXPECT_EQ(txHvarArrayLength(result), 1);
-    EXPECT_EQ(field(0, "firstChildIndex"), "-1");
+    EXPECT_EQ(fields("firstChildIndex"), Texts{"-1"});
     if (cmNativePathStyle == cmPathStyle::windows)
         return;  // no symbolic links under Wine
     fs::create_directory_symlink(top, folder / "link");
     ASSERT_EQ(history(text(folder / "link/sub/new"), "", 0, 0, 1), 0);
-    EXPECT_EQ(field(1, "curVersionFilename"), "sub/new");
+    EXPECT_EQ(fields("curVersionFilename")[1], "sub/new");
 }
 
 TEST_F(GitQueryTest, TakesEveryFileNameForAFile)
@@ -123,7 +125,7 @@ TEST_F(GitQueryTest, TakesEveryFileNameForAFile)
         fs::remove(top / name);
     for (const std::string& name : names) {
         EXPECT_EQ(history(name), 0) << name;
-        EXPECT_EQ(fields("affectedFilesDetails"), Texts{name}) << name;
+        EXPECT_EQ(fields("affectedFilesDetails"), (Texts{"(null)", name}));
     }
     EXPECT_FALSE(fs::exists(top / "ran"));
 }
@@ -146,7 +148,7 @@ TEST_F(GitQueryTest, FailsWithoutTouchingTheVariable)
     editor.setFeatureAvailable(false);
     EXPECT_EQ(show("HEAD"), -2173);
     EXPECT_EQ(diff(""), -2173);
-    EXPECT_EQ(textOf(result), "as it was");
+    EXPECT_EQ(shownResult(), "as it was");
     EXPECT_FALSE(fs::exists(top / "ran"));
 }
 
@@ -172,38 +174,31 @@ TEST_F(GitQueryTest, ListsWhatIsChangedAndWhatIsStaged)
     modify("d");
     git(top, {"add", "d"});
     modify("a b");
-    for (const Texts& local : {Texts{"a b", "sub/c"}, Texts{}}) {
+    for (const char* local : {"[a b][sub/c]", ""}) {
         ASSERT_EQ(diff(""), 0);
         EXPECT_EQ(lastCommand, "\"git\" --no-pager diff   --name-only --cached");
-        EXPECT_EQ(textsOf(at(at(result, text(top)), "local")), local);
-        EXPECT_EQ(textsOf(at(at(result, text(top)), "staged")), Texts{"d"});
+        EXPECT_EQ(shownResult(), text(top) + "[local[" + local + "]staged[[d]]]");
         git(top, {"checkout", "--quiet", "."});
     }
 }
 
 TEST_F(GitQueryTest, GivesTheLinesThatDifferFromARevision)
 {
-    const std::string middle = "\n\n\n\n\n\n\n\n";
-    writeFile(top / "a b", "one" + middle + "end\n");
-    commit({"sub/c d", "gone"});
-    writeFile(top / "a b", "1" + middle + "2\n");
+    git(top, {"config", "diff.context", "0"});
+    writeFile(top / "a b", "1\n2\n3\n");
+    commit({"sub/c d"});
+    writeFile(top / "a b", "one\n2\nthree\n");
     writeFile(top / "sub" / "c d", "one\ntwo\n");
-    fs::remove(top / "gone");
+    const std::string first = "[lines[[-1][+one]]newCount[1]newStart[1]oldCount[1]oldStart[1]]";
+    const std::string second = "[lines[[-3][+three]]newCount[1]newStart[3]oldCount[1]oldStart[3]]";
+    const std::string inSub = in("sub/c d") + "[hunks[[lines[[+two]]newCount[1]newStart[2]oldCount[0]oldStart[1]]]]";
     ASSERT_EQ(diff("HEAD"), 0);
-    EXPECT_EQ(txHvarArrayLength(at(at(result, in("a b")), "hunks")), 2);
-    const TXHVAR hunk = txHvarArrayElement(at(at(result, in("sub/c d")), "hunks"), 0, 0);
-    EXPECT_EQ(textOf(at(hunk, "oldStart")) + textOf(at(hunk, "oldCount")), "11");
-    EXPECT_EQ(textOf(at(hunk, "newStart")) + textOf(at(hunk, "newCount")), "12");
-    EXPECT_EQ(textsOf(at(hunk, "lines")), (Texts{" one", "+two"}));
-    EXPECT_TRUE(at(result, in("gone")));
-    writeFile(top / "gone", "one\n");
-    writeFile(top / "a b", "one" + middle + "2\n");
+    EXPECT_EQ(shownResult(), in("a b") + "[hunks[" + first + second + "]]" + inSub);
+    writeFile(top / "a b", "one\n2\n3\n");
     for (const fs::path& directory : {top, top / "sub"}) {
         ASSERT_EQ(diff("HEAD", directory), 0);
-        EXPECT_EQ(txHvarArrayLength(at(at(result, in("a b")), "hunks")), 1);
-        EXPECT_EQ(txHvarArrayLength(at(at(result, in("sub/c d")), "hunks")), 1);
+        EXPECT_EQ(shownResult(), in("a b") + "[hunks[" + first + "]]" + inSub) << "of " << directory;
     }
-    EXPECT_FALSE(at(result, in("sub/sub/c d")));
 }
 
 TEST_F(GitQueryTest, FillsTheKeysThatACommitTableHas)
@@ -217,22 +212,15 @@ TEST_F(GitQueryTest, FillsTheKeysThatACommitTableHas)
     ASSERT_TRUE(editor.runUntil([this] { return call("_GitGetBranchInfoRunning", {}) == 0; }, 20000));
     for (const char* key : {"hash", "parentHash", "otherParents", "authorEmail", "committerDate", "longComment", "modifiedFiles"})
         txHvarSetString(txHvarHashElement(result, key, txCreateMissing), "old");
-    const std::string merge = gitLine({"rev-parse", "HEAD"});
-    ASSERT_EQ(show(merge.c_str()), 0);
-    EXPECT_EQ(textOf(at(result, "hash")) + textOf(at(result, "parentHash")), merge + gitLine({"rev-parse", "HEAD^1"}));
-    EXPECT_EQ(textsOf(at(result, "otherParents")), Texts{gitLine({"rev-parse", "side"})});
-    EXPECT_EQ(textOf(at(result, "authorEmail")), gitLine({"log", "-1", "--format=%ae"}));
-    EXPECT_EQ(textOf(at(result, "committerDate")),
-              gitLine({"log", "-1", "--format=%cd", "--date=format-local:%Y-%m-%d %H:%M:%S"}));
-    EXPECT_EQ(textsOf(at(result, "longComment")), (Texts{"merged", "", "why", ""}));
-    EXPECT_EQ(textsOf(at(result, "modifiedFiles")), Texts{"h"});
-    EXPECT_EQ(at(result, "comment"), 0);
-
-    txHvarSetString(at(result, "parentHash"), "old");
-    ASSERT_EQ(show(gitLine({"rev-parse", "HEAD~1"}).c_str()), 0);
-    EXPECT_EQ(textOf(at(result, "parentHash")), "old") << "this commit has no parent";
-    EXPECT_EQ(textsOf(at(result, "longComment")), (Texts{"files", ""}));
-    EXPECT_EQ(textsOf(at(result, "modifiedFiles")), (Texts{"f", "sub/g"}));
+    ASSERT_EQ(show(gitLog("%H")), 0);
+    const std::string ofMerge = "longComment[[merged][][why][]]modifiedFiles[[h]]otherParents[[";
+    EXPECT_EQ(shownResult(), gitLog("authorEmail[%ae]committerDate[%cd]hash[%H]") + ofMerge + gitLog("%H", "side")
+                                 + gitLog("]]parentHash[%H]", "HEAD~1"));
+    ASSERT_EQ(show(gitLog("%H", "HEAD~1")), 0);
+    const std::string ofRoot = "longComment[[files][]]modifiedFiles[[f][sub/g]]otherParents[]";
+    EXPECT_EQ(shownResult(),
+              gitLog("authorEmail[%ae]committerDate[%cd]hash[%H]", "HEAD~1") + ofRoot + gitLog("parentHash[%H]", "HEAD~1"))
+        << "a commit without a parent leaves the text of that key";
 }
 
 }  // namespace
