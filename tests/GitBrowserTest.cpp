@@ -18,13 +18,12 @@ TEST_F(GitBrowserTest, ShowsBranchesAndCommitsInTheTree)
                                  "\tsecond with a tab\t\tAda <ada@example.org>" + shortHash("v1"),
                                  "\t[side] on the side\t\tGrace H <grace@example.org>" + shortHash("side"),
                                  "\troot\t\tAda <ada@example.org>" + shortHash("v1~1")}));
-    EXPECT_EQ(editor.tree()[0].flags, 2);
-    EXPECT_EQ(editor.tree()[1].flags, 0);
-    EXPECT_EQ(editor.tree()[0].dateColumn, -1);
-    EXPECT_EQ(editor.tree()[1].dateColumn, 2);
-    EXPECT_EQ(txHvarGetInt(txHvarArrayElement(editor.tree()[0].userData, 0, 0)), -1);
-    EXPECT_EQ(txHvarArrayLength(editor.tree()[1].userData), 2);
-    EXPECT_EQ(txHvarGetInt(txHvarArrayElement(editor.tree()[1].userData, 1, 0)), 3);
+    const TreeRow& workingCopy = editor.tree()[0];
+    const TreeRow& extra = editor.tree()[1];
+    EXPECT_EQ((std::pair{workingCopy.flags, workingCopy.dateColumn}), (std::pair{2, -1}));
+    EXPECT_EQ((std::pair{extra.flags, extra.dateColumn}), (std::pair{0, 2}));
+    EXPECT_EQ(txHvarGetInt(txHvarArrayElement(workingCopy.userData, 0, 0)), -1);
+    EXPECT_EQ(txHvarGetInt(txHvarArrayElement(extra.userData, 1, 0)), 3);
     EXPECT_EQ(callback<std::int32_t()>(txSlotGitGraphWidth)(), 3);
     EXPECT_EQ(editor.treeModel(), callback<GitBranchesModel*()>(txSlotGitModel)());
     cmStringT path;
@@ -143,27 +142,6 @@ TEST_F(GitBrowserTest, LoadsALongHistoryInSlicesAndKeepsEveryCommit)
     EXPECT_EQ(call("_GitFilterTree", {"commit ", 0}), 0);
     EXPECT_TRUE(waitForTree());
     EXPECT_EQ(editor.tree().size(), count + 0u) << "commits that were published after the filter was set";
-}
-
-TEST_F(GitBrowserTest, ClosesAndReplacesALoadAtAnyMoment)
-{
-    importBranches();
-    const std::size_t threads = threadCount();
-    for (int round = 0; round < affordableStarts(60); ++round) {
-        editor.setProperty(txPropertyBrowserRepository, cmStringT(""));
-        EXPECT_EQ(open(), 0);
-        editor.runUntil([] { return false; }, round % 15);
-        if (round % 2 == 0) {
-            open({1});
-            continue;
-        }
-        call(round % 3 == 0 ? "_GitBranchClose" : "filewatcher_stop_async_work", {});
-        EXPECT_EQ(call("_GitGetBranchInfoRunning", {}), 0);
-        EXPECT_EQ(GitBranchesModel::instance(true)->publishedCommitCount(), 0);
-        EXPECT_TRUE(eventually([&] { return threadCount() == threads; }));
-    }
-    show();
-    EXPECT_EQ(editor.tree().size(), 6u);
 }
 
 TEST_F(GitBrowserTest, EndsAToolThatHangsAndSurvivesOneThatFails)

@@ -1,85 +1,86 @@
-#include "tests/GitRepositoriesFixture.h"
+#include "common/cmPath.h"
+#include "tests/GitBrowserFixture.h"
+
+#include <set>
 
 namespace fs = std::filesystem;
 
 namespace {
 
-Texts linesOf(const std::string& text)
+std::set<std::string> linesOf(const std::string& text)
 {
-    Texts lines;
+    std::set<std::string> lines;
     std::istringstream stream(text);
     for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
+        lines.insert(line);
     return lines;
 }
 
-}  // namespace
-
-void GitRepositoriesTest::expectSameAsGit(const fs::path& path)
-{
-    SCOPED_TRACE(text(path));
-    top = path;
-    show();
-    std::string log;
-    std::map<std::string, std::set<std::string>> branches;
-    std::set<std::string> marked;
-    for (std::int64_t number = 1; number < published(); ++number) {
-        const GitCommitInfo info = commit(number);
-        const std::string hash = info.hash.c_str();
-        std::string parents = info.firstParent.c_str();
-        for (const cmStringT& parent : info.otherParents)
-            parents += std::string(" ") + parent.c_str();
-        for (const std::string& field :
-             {hash, parents, std::string(info.authorEmail.c_str()), std::string(info.authorName.c_str()),
-              std::string(info.date.text().c_str()), std::string(info.subject.c_str())})
-            log += field + "\n";
-        for (const std::int64_t attached : info.branchNumbers)
-            branches[hash].insert(branch(static_cast<std::int32_t>(attached)));
-        if (info.onCurrentBranch == 1)
-            marked.insert(hash);
+/// Compares what the browser shows of a repository with what git itself prints.
+class GitRepositoriesTest : public GitBrowserTest {
+protected:
+    /// Loads the repository at `path` and expects every commit, branch and mark to be as git has it.
+    void expectSameAsGit(const fs::path& path)
+    {
+        SCOPED_TRACE(text(path));
+        top = path;
+        show();
+        std::ostringstream log;
+        std::set<std::string> branches;
+        std::set<std::string> marked;
+        for (std::int64_t number = 1; number < published(); ++number) {
+            const GitCommitInfo info = commit(number);
+            const std::string hash = info.hash.c_str();
+            log << hash << "\n" << info.firstParent.c_str();
+            for (const cmStringT& parent : info.otherParents)
+                log << " " << parent.c_str();
+            for (const cmStringT& field : {info.authorEmail, info.authorName, cmStringT(info.date.text()), info.subject})
+                log << "\n" << field.c_str();
+            log << "\n";
+            for (const std::int64_t attached : info.branchNumbers)
+                branches.insert(hash + " " + branch(static_cast<std::int32_t>(attached)));
+            if (info.onCurrentBranch == 1)
+                marked.insert(hash);
+        }
+        EXPECT_EQ(log.str(), git(top, {"-c", "i18n.logOutputEncoding=UTF-8", "-c", "log.showSignature=false", "log", "--all",
+                                       "--date=format-local:%Y-%m-%d %H:%M:%S", "--format=%H%n%P%n%ae%n%an%n%cd%n%s"}));
+        EXPECT_EQ(branches, branchesOfGit());
+        EXPECT_EQ(branchHash(0), hashOf("HEAD"));
+        EXPECT_EQ(marked, linesOf(git(top, {"rev-list", "HEAD"})));
     }
-    EXPECT_EQ(log, git(top, {"-c", "i18n.logOutputEncoding=UTF-8", "-c", "log.showSignature=false", "log", "--all",
-                             "--date=format-local:%Y-%m-%d %H:%M:%S", "--format=%H%n%P%n%ae%n%an%n%cd%n%s"}));
-    EXPECT_EQ(branches, branchesOfGit());
-    EXPECT_EQ(branchHash(0), hashOf("HEAD"));
-    const Texts ancestors = linesOf(git(top, {"rev-list", "HEAD"}));
-    EXPECT_EQ(marked, std::set<std::string>(ancestors.begin(), ancestors.end()));
-}
-
-std::map<std::string, std::set<std::string>> GitRepositoriesTest::branchesOfGit()
-{
-    std::map<std::string, std::set<std::string>> branches;
-    const bool oneRemote = linesOf(git(top, {"remote"})).size() == 1;
-    for (const std::string& line :
-         linesOf(git(top, {"for-each-ref", "--format=%(objectname) %(refname)", "refs/heads", "refs/remotes"}))) {
-        const std::string ref = line.substr(46);
-        const std::string name = ref.substr(ref.find('/') + 1);
-        if (!oneRemote || !ref.starts_with("remotes/") || !name.ends_with("/HEAD"))
-            branches[line.substr(0, 40)].insert(name);
+    /// Imports several merges and a commit that is listed below its child into the repository at `top`.
+    void importMerges()
+    {
+        History history;
+        const int root = history.commit("main", {}, "root");
+        const int left = history.commit("left", {root}, "left");
+        const int right = history.commit("right", {root}, "right");
+        const int one = history.commit("left", {left, right}, "crossing one way");
+        const int other = history.commit("right", {right, left}, "and the other");
+        const int alone = history.commit("alone", {}, "a root of its own");
+        history.minutesAhead = 500;
+        const int early = history.commit("main", {root}, "by a clock that is ahead");
+        history.minutesAhead = 0;
+        history.commit("late", {early}, "its child, listed below it");
+        history.commit("main", {early, one, other, alone}, "octopus");
+        history.tag("tags/v1", early);
+        history.tag("notes/commits", root);
+        history.import(folder, top);
     }
-    if (git(top, {"rev-parse", "--abbrev-ref", "HEAD"}) == "HEAD\n")
-        branches[hashOf("HEAD")].insert(branch(0));
-    return branches;
-}
 
-void GitRepositoriesTest::importMerges()
-{
-    History history;
-    const int root = history.commit("main", {}, "root");
-    const int left = history.commit("left", {root}, "left");
-    const int right = history.commit("right", {root}, "right");
-    const int one = history.commit("left", {left, right}, "crossing one way");
-    const int other = history.commit("right", {right, left}, "and the other");
-    const int alone = history.commit("alone", {}, "a root of its own");
-    history.minutesAhead = 500;
-    const int early = history.commit("main", {root}, "by a clock that is ahead");
-    history.minutesAhead = 0;
-    history.commit("late", {early}, "its child, listed below it");
-    history.commit("main", {early, one, other, alone}, "octopus");
-    history.tag("tags/v1", early);
-    history.tag("notes/commits", root);
-    history.import(folder, top);
-}
+private:
+    /// The hash and the name of every branch.
+    std::set<std::string> branchesOfGit()
+    {
+        const std::string format = "--format=%(objectname) %(refname:lstrip=2)";
+        std::set<std::string> branches = linesOf(git(top, {"for-each-ref", format, "refs/heads", "refs/remotes"}));
+        if (linesOf(git(top, {"remote"})).size() == 1)
+            std::erase_if(branches, [](const std::string& line) { return line.ends_with("/HEAD"); });
+        if (git(top, {"rev-parse", "--abbrev-ref", "HEAD"}) == "HEAD\n")
+            branches.insert(hashOf("HEAD") + " " + branch(0));
+        return branches;
+    }
+};
 
 TEST_F(GitRepositoriesTest, ShowsEveryShapeAsGitDoes)
 {
@@ -124,13 +125,33 @@ TEST_F(GitRepositoriesTest, ShowsTheSameWhateverTheUserConfigured)
     History latin;
     latin.commit("latin", {}, "f\xC3\xBCr", "J\xC3\xB6rg <j@x>");
     latin.import(folder, top);
-    for (const char* setting :
-         {"log.showSignature=true", "log.date=raw", "format.pretty=oneline", "i18n.logOutputEncoding=ISO-8859-1",
-          "color.ui=always", "color.branch=always", "column.ui=always", "log.decorate=full", "log.showRoot=false",
-          "core.abbrev=4", "log.mailmap=false", "branch.sort=-committerdate", "core.pager=false", "alias.log=status",
-          "diff.external=false", "notes.displayRef=*"}) {
-        const std::string pair = setting;
-        git(top, {"config", pair.substr(0, pair.find('=')), pair.substr(pair.find('=') + 1)});
-    }
+    writeFile(top / ".git" / "settings",
+              "[log]\nshowSignature\ndate=raw\ndecorate=full\nshowRoot=false\nmailmap=false\n[format]\npretty=oneline\n"
+              "[color]\nui=always\nbranch=always\n[column]\nui=always\n[core]\nabbrev=4\npager=false\n[alias]\nlog=status\n"
+              "[branch]\nsort=-committerdate\n[diff]\nexternal=false\n[notes]\ndisplayRef=*\n"
+              "[i18n]\nlogOutputEncoding=ISO-8859-1\n");
+    git(top, {"config", "include.path", "settings"});
     expectSameAsGit(top);
 }
+
+TEST_F(GitRepositoriesTest, ShowsClonesOfEveryKindAsGitDoes)
+{
+    if (cmNativePathStyle == cmPathStyle::windows)
+        GTEST_SKIP() << "git clones with the help of a shell, which Wine does not have";
+    importMerges();
+    git(top, {"config", "uploadpack.allowFilter", "true"});
+    const std::string address = "file://" + text(top);
+    git(folder.path(), {"clone", "--quiet", address, "clone"});
+    expectSameAsGit(folder / "clone");
+    git(folder.path(), {"clone", "--quiet", "--origin", "first", address, "two"});
+    git(folder / "two", {"remote", "add", "-f", "second", address});
+    expectSameAsGit(folder / "two");
+    git(folder.path(), {"clone", "--quiet", "--depth=2", "--no-single-branch", address, "shallow"});
+    expectSameAsGit(folder / "shallow");
+    git(folder.path(), {"clone", "--quiet", "--filter=tree:0", "--no-checkout", address, "partial"});
+    expectSameAsGit(folder / "partial");
+    git(folder / "clone", {"-c", "protocol.file.allow=always", "submodule", "--quiet", "add", address, "inner"});
+    expectSameAsGit(folder / "clone" / "inner");
+}
+
+}  // namespace

@@ -51,13 +51,12 @@ protected:
     std::int32_t fetch(const char* function, const std::string& command, const std::string& file)
     {
         const TXHVAR cache = txHvarAlloc();
-        const std::int32_t result = call(
-            function, {"origin", command.c_str(), file.c_str(), CallArgument::variable(cache), cmStringT(text(folder / "work"))});
-        cmStringT path;
-        txHvarGetString(cache, path);
-        cacheFile = path.c_str();
-        txHvarFree(cache);
-        return result;
+        const std::string directory = text(folder / "work");
+        const std::int32_t status =
+            call(function, {"origin", command.c_str(), file.c_str(), CallArgument::variable(cache), directory.c_str()});
+        const auto* path = std::get_if<cmStringT>(editor.value(cache));
+        cacheFile = path ? path->c_str() : "";
+        return status;
     }
     std::int32_t fetchNow(const std::string& command, const std::string& file) { return fetch(immediate, command, file); }
     std::int32_t fetchLater(const std::string& command, const std::string& file) { return fetch(background, command, file); }
@@ -85,20 +84,21 @@ protected:
 
 TEST_F(LiveDiffTest, FetchesTheCommittedBytes)
 {
-    std::string binary(300000, '\r');
-    for (std::size_t i = 0; i < binary.size(); ++i)
-        binary[i] = static_cast<char>(i * i % 257);
+    std::string binary;
+    for (int i = 0; i < 300000; ++i)
+        binary += static_cast<char>(i * i % 257);
+    const std::string file = in("\xC3\xBC%&.bin");
     makeRepository(folder / "work");
     git(folder / "work", {"config", "core.autocrlf", "false"});
     for (const std::string& content : {std::string("a\r\nb\r\n\x1A"), std::string(), binary}) {
-        writeFile(cmSystemPath(in("\xC3\xBC%&.bin")), content);
+        writeFile(cmSystemPath(file), content);
         git(folder / "work", {"add", "."});
         git(folder / "work", {"commit", "--quiet", "--message", "next"});
         const std::string show = std::string("\"git\" --no-pager show ") + quoteArgument("HEAD:\xC3\xBC%&.bin").c_str();
-        EXPECT_EQ(fetchNow(show, in("\xC3\xBC%&.bin")), 0);
+        EXPECT_EQ(fetchNow(show, file), 0);
         EXPECT_TRUE(cached() == content);
         writeFile(cmSystemPath(cacheFile), "older");
-        EXPECT_EQ(fetchLater(show, in("\xC3\xBC%&.bin")), 0);
+        EXPECT_EQ(fetchLater(show, file), 0);
         EXPECT_TRUE(eventually([&] { return cached() == content; }));
         call("filewatcher_stop_async_work", {});
         EXPECT_EQ(have(), 1);

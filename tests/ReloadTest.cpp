@@ -76,28 +76,23 @@ protected:
 
 TEST_F(ReloadTest, ReportsTimeAndReadOnlyFlagOfEveryFile)
 {
-    Names names{"", in("missing"), in("\xC3\xBC"), in("readonly"), text(folder.path()), ".", "http://host/f"};
+    const Names names{"", in("missing"), in("\xC3\xBC"), in("readonly"), text(folder.path()), ".", "http://host/f"};
     for (const char* name : {"\xC3\xBC", "readonly"})
         writeFile(folder / name, "x");
     fs::permissions(folder / "readonly", fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
                     fs::perm_options::remove);
-    for (int i = 0; i < 200; ++i) {
-        names.push_back(in("f" + std::to_string(i)));
-        writeFile(folder / ("f" + std::to_string(i)), "x");
-    }
     const auto table = ask(names);
     EXPECT_EQ(table.size(), names.size() - 2) << "neither an empty name nor a file system without times has an answer";
     EXPECT_EQ(table.at(in("missing")), (TimeAndFlag{0, 0}));
     EXPECT_EQ(table.at(in("readonly")).second, 1);
-    for (const std::string& name : {in("\xC3\xBC"), text(folder.path()), in("f0"), std::string(".")}) {
+    for (const std::string& name : {in("\xC3\xBC"), text(folder.path()), std::string(".")}) {
         EXPECT_EQ(table.at(name), (TimeAndFlag{cmReadFileItem(name).modified, 0})) << name;
         EXPECT_GT(table.at(name).first, 130'000'000'000'000'000);
     }
     EXPECT_EQ(slowCount(), 0u);
-
-    const fs::file_time_type later = fs::last_write_time(folder / "f0") + std::chrono::milliseconds(30);
-    fs::last_write_time(folder / "f0", later);
-    EXPECT_EQ(ask({in("f0")}).at(in("f0")).first - table.at(in("f0")).first, 300'000);
+    const std::string moved = in("\xC3\xBC");
+    fs::last_write_time(cmSystemPath(moved), fs::last_write_time(cmSystemPath(moved)) + std::chrono::milliseconds(30));
+    EXPECT_EQ(ask({moved}).at(moved).first - table.at(moved).first, 300'000);
 }
 
 TEST_F(ReloadTest, CountsAFileAsSlowFromHalfTheBudgetOn)
