@@ -59,9 +59,11 @@ protected:
         arguments.insert(arguments.end(), options.begin(), options.end());
         return call("_GitGetBranchInfo", arguments);
     }
-    bool waitForLoad()
+    /// Loads without a look at the tree.
+    void load(const std::string& gitPath = "git")
     {
-        return editor.runUntil([this] { return call("_GitGetBranchInfoRunning", {}) == 0; }, 30000);
+        EXPECT_EQ(open({}, gitPath), 0);
+        EXPECT_TRUE(editor.runUntil([this] { return call("_GitGetBranchInfoRunning", {}) == 0; }, 30000));
     }
     std::int32_t published() const { return callback<std::int32_t()>(txSlotGitCount)(); }
     /// Lets the timer fill the tree until it has nothing left to do.

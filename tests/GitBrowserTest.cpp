@@ -35,8 +35,7 @@ TEST_F(GitBrowserTest, ShowsBranchesAndCommitsInTheTree)
 
 TEST_F(GitBrowserTest, StartsALoadOnlyWhenSomethingChanged)
 {
-    EXPECT_EQ(open(), 0);
-    EXPECT_TRUE(waitForLoad());
+    load();
     EXPECT_EQ(published(), 0) << "the repository is empty";
     EXPECT_EQ(branch(0), "Error");
     importBranches();
@@ -45,14 +44,12 @@ TEST_F(GitBrowserTest, StartsALoadOnlyWhenSomethingChanged)
         if (line.find("GitRunLogThread::runLog") != cmROStringT::npos)
             commands.emplace_back(line.substr(line.find("cmdLine.get()=")));
     });
-    EXPECT_EQ(open(), 0);  // the same request again only empties the model
-    EXPECT_TRUE(waitForLoad());
+    load();  // the same request again only empties the model
     EXPECT_EQ(published(), 0);
     EXPECT_EQ(commands.size(), 0u);
     show({1});
     editor.setSetting("def_git_browser_single_load_limit", 10);  // the default
-    EXPECT_EQ(open(), 0);
-    EXPECT_TRUE(waitForLoad());
+    load();
     EXPECT_EQ(commands.size(), 1u);
     editor.setSetting("def_git_browser_single_load_limit", 20);
     show();
@@ -162,8 +159,7 @@ TEST_F(GitBrowserTest, EndsAToolThatHangsAndSurvivesOneThatFails)
     EXPECT_TRUE(eventually([&] { return processesOf(hanging) == 0; }));
     for (const std::string& tool : {helperAs(folder, "tool-fails"), text(folder / "no-git")}) {
         editor.setProperty(txPropertyBrowserRepository, cmStringT(""));
-        EXPECT_EQ(open({}, tool), 0);
-        EXPECT_TRUE(waitForLoad());
+        load(tool);
         EXPECT_EQ(published(), 0);
         EXPECT_EQ(branch(0), "Error");
     }

@@ -100,7 +100,7 @@ TEST_F(GitRepositoriesTest, ShowsEveryShapeAsGitDoes)
     expectSameAsGit(top);
 }
 
-TEST_F(GitRepositoriesTest, ShowsTextsThatMakeTrouble)
+TEST_F(GitRepositoriesTest, ShowsTextsThatMakeTroubleWhateverTheUserConfigured)
 {
     History history;
     // Their hashes share the first seven digits.
@@ -117,14 +117,7 @@ TEST_F(GitRepositoriesTest, ShowsTextsThatMakeTrouble)
     EXPECT_EQ(digits, hashOf("main~5").substr(0, 7));
     EXPECT_EQ(call("_GitFilterTree", {cmStringT(digits), 0}), 0);
     EXPECT_EQ(editor.tree().size(), 2u);
-}
 
-TEST_F(GitRepositoriesTest, ShowsTheSameWhateverTheUserConfigured)
-{
-    importMerges();
-    History latin;
-    latin.commit("latin", {}, "f\xC3\xBCr", "J\xC3\xB6rg <j@x>");
-    latin.import(folder, top);
     writeFile(top / ".git" / "settings",
               "[log]\nshowSignature\ndate=raw\ndecorate=full\nshowRoot=false\nmailmap=false\n[format]\npretty=oneline\n"
               "[color]\nui=always\nbranch=always\n[column]\nui=always\n[core]\nabbrev=4\npager=false\n[alias]\nlog=status\n"
@@ -139,7 +132,6 @@ TEST_F(GitRepositoriesTest, ShowsClonesOfEveryKindAsGitDoes)
     if (cmNativePathStyle == cmPathStyle::windows)
         GTEST_SKIP() << "git clones with the help of a shell, which Wine does not have";
     importMerges();
-    git(top, {"config", "uploadpack.allowFilter", "true"});
     const std::string address = "file://" + text(top);
     git(folder.path(), {"clone", "--quiet", address, "clone"});
     expectSameAsGit(folder / "clone");
@@ -148,10 +140,6 @@ TEST_F(GitRepositoriesTest, ShowsClonesOfEveryKindAsGitDoes)
     expectSameAsGit(folder / "two");
     git(folder.path(), {"clone", "--quiet", "--depth=2", "--no-single-branch", address, "shallow"});
     expectSameAsGit(folder / "shallow");
-    git(folder.path(), {"clone", "--quiet", "--filter=tree:0", "--no-checkout", address, "partial"});
-    expectSameAsGit(folder / "partial");
-    git(folder / "clone", {"-c", "protocol.file.allow=always", "submodule", "--quiet", "add", address, "inner"});
-    expectSameAsGit(folder / "clone" / "inner");
 }
 
 }  // namespace

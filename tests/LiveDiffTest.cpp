@@ -58,8 +58,6 @@ protected:
         cacheFile = path ? path->c_str() : "";
         return status;
     }
-    std::int32_t fetchNow(const std::string& command, const std::string& file) { return fetch(immediate, command, file); }
-    std::int32_t fetchLater(const std::string& command, const std::string& file) { return fetch(background, command, file); }
     std::int32_t have() { return call("_SVCLiveDiffHaveVCFile", {cacheFile.c_str()}); }
     std::string cached() const { return readFile(cmSystemPath(cacheFile)); }
     /// The path of a file in the working copy.
@@ -76,8 +74,8 @@ protected:
         return sizes;
     }
 
-    static constexpr const char* immediate = "_SVCLiveDiffGetVCFileImmediate";
-    static constexpr const char* background = "_SVCLiveDiffGetVCFile";
+    static constexpr const char* now = "_SVCLiveDiffGetVCFileImmediate";
+    static constexpr const char* later = "_SVCLiveDiffGetVCFile";
     TempFolder folder;
     std::string cacheFile;
 };
@@ -95,10 +93,10 @@ TEST_F(LiveDiffTest, FetchesTheCommittedBytes)
         git(folder / "work", {"add", "."});
         git(folder / "work", {"commit", "--quiet", "--message", "next"});
         const std::string show = std::string("\"git\" --no-pager show ") + quoteArgument("HEAD:\xC3\xBC%&.bin").c_str();
-        EXPECT_EQ(fetchNow(show, file), 0);
+        EXPECT_EQ(fetch(now, show, file), 0);
         EXPECT_TRUE(cached() == content);
         writeFile(cmSystemPath(cacheFile), "older");
-        EXPECT_EQ(fetchLater(show, file), 0);
+        EXPECT_EQ(fetch(later, show, file), 0);
         EXPECT_TRUE(eventually([&] { return cached() == content; }));
         call("filewatcher_stop_async_work", {});
         EXPECT_EQ(have(), 1);
@@ -110,15 +108,15 @@ TEST_F(LiveDiffTest, FetchesTheCommittedBytes)
 
 TEST_F(LiveDiffTest, KeepsTheOldCacheFileWhenTheToolFails)
 {
-    ASSERT_EQ(fetchNow(helper("bytes 10"), in("f")), 0);
-    EXPECT_EQ(fetchNow(helper("complain 8089"), in("f")), -104370);
+    ASSERT_EQ(fetch(now, helper("bytes 10"), in("f")), 0);
+    EXPECT_EQ(fetch(now, helper("complain 8089"), in("f")), -104370);
     EXPECT_EQ(have(), -104370);
     EXPECT_EQ(cached().size(), 10u);
-    ASSERT_EQ(fetchLater(helper("complain 100"), in("f")), 0);
+    ASSERT_EQ(fetch(later, helper("complain 100"), in("f")), 0);
     EXPECT_TRUE(eventually([this] { return have() == -104357; }));
-    EXPECT_EQ(fetchNow(text(folder / "no such tool"), in("f")), -104370);
+    EXPECT_EQ(fetch(now, text(folder / "no such tool"), in("f")), -104370);
     EXPECT_EQ(cached().size(), 10u);
-    EXPECT_EQ(fetchNow(helper("complain 8090"), in("f")), 0) << "only the first 8,095 bytes of standard error count";
+    EXPECT_EQ(fetch(now, helper("complain 8090"), in("f")), 0) << "only the first 8,095 bytes of standard error count";
     EXPECT_EQ(have(), 1);
     editor.setProperty(txPropertyLiveDiffReset, 0);
     EXPECT_EQ(have(), 1);
@@ -130,11 +128,11 @@ TEST_F(LiveDiffTest, KeepsTheOldCacheFileWhenTheToolFails)
 
 TEST_F(LiveDiffTest, FetchesOneFileAtATime)
 {
-    ASSERT_EQ(fetchLater(helper("bytes-then-hang 100000"), in("f")), 0);
+    ASSERT_EQ(fetch(later, helper("bytes-then-hang 100000"), in("f")), 0);
     const std::string first = cacheFile;
-    EXPECT_EQ(fetchLater(helper("bytes 10"), in("g")), -104360);
+    EXPECT_EQ(fetch(later, helper("bytes 10"), in("g")), -104360);
     EXPECT_EQ(cacheFile, "");
-    EXPECT_EQ(fetchNow(helper("bytes 10"), in("g")), -104360);
+    EXPECT_EQ(fetch(now, helper("bytes 10"), in("g")), -104360);
     cacheFile = first;
     EXPECT_EQ(have(), 0);
     ASSERT_TRUE(eventually([this] {
@@ -144,21 +142,21 @@ TEST_F(LiveDiffTest, FetchesOneFileAtATime)
     call("filewatcher_stop_async_work", {});
     EXPECT_EQ(have(), 1);
     EXPECT_GT(cached().size(), 80000u);
-    EXPECT_EQ(fetchLater(helper("bytes 10"), in("f")), 0);
+    EXPECT_EQ(fetch(later, helper("bytes 10"), in("f")), 0);
 }
 
 TEST_F(LiveDiffTest, ReportsAPlaceThatCannotBeWritten)
 {
-    ASSERT_EQ(fetchNow(helper("bytes 10"), in("f")), 0);
-    EXPECT_EQ(fetchNow(helper("bytes 10"), in("f/below")), -104370) << "a file where a folder should be";
+    ASSERT_EQ(fetch(now, helper("bytes 10"), in("f")), 0);
+    EXPECT_EQ(fetch(now, helper("bytes 10"), in("f/below")), -104370) << "a file where a folder should be";
     EXPECT_EQ(cacheFile, "");
-    EXPECT_EQ(fetchLater(helper("bytes 10"), in("f/below")), -104357);
-    ASSERT_EQ(fetchNow(helper("bytes 10"), in("d/f")), 0);
-    EXPECT_EQ(fetchNow(helper("bytes 10"), in("d")), -104370) << "a folder where the file should be";
+    EXPECT_EQ(fetch(later, helper("bytes 10"), in("f/below")), -104357);
+    ASSERT_EQ(fetch(now, helper("bytes 10"), in("d/f")), 0);
+    EXPECT_EQ(fetch(now, helper("bytes 10"), in("d")), -104370) << "a folder where the file should be";
     EXPECT_EQ(have(), -104370);
     EXPECT_EQ(sizesInCache().size(), 2u);
-    EXPECT_EQ(fetchNow(helper("bytes 10"), "http://host/f"), -104370);
-    EXPECT_EQ(fetchNow(helper("bytes 10"), "relative"), 0);
+    EXPECT_EQ(fetch(now, helper("bytes 10"), "http://host/f"), -104370);
+    EXPECT_EQ(fetch(now, helper("bytes 10"), "relative"), 0);
     EXPECT_TRUE(cacheFile.ends_with(text(fs::current_path().filename() / "relative")));
 }
 
