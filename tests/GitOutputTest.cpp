@@ -35,16 +35,12 @@ TEST(GitQuotedName, IsUnescaped)
     EXPECT_EQ(gitNameOnLine(R"(a\tb")"), R"(a\tb")");
 }
 
-TEST(GitDiff, FindsFilesByHeadersAndHunkEndsByCounts)
+TEST(GitDiff, ParsesEveryKindOfChange)
 {
     EXPECT_EQ(shown("diff --git a/f b/f\nindex 1..2 100644\n--- a/f\n+++ b/f\n@@ -1,2 +1,2 @@ int f()\n--- a/x\n+++ b/y\n \n"
                     "@@ -9 +9,0 @@\n-z\r\n\\ No newline at end of file\ndiff --git a/sub/g b/sub/g\n--- a/sub/g\n+++ b/sub/g\n"
                     "@@ -0,0 +1 @@\n+1\n"),
               "[f]1 2 1 2 |--- a/x|+++ b/y| 9 1 9 0 |-z\r|\\ No newline at end of file[sub/g]0 0 1 1 |+1");
-}
-
-TEST(GitDiff, ParsesEveryKindOfChange)
-{
     EXPECT_EQ(shown("diff --git a/o b/n\nsimilarity index 100%\nrename from o\nrename to n\n"), "[n]");
     EXPECT_EQ(shown("diff --git a/bin b/bin\nindex 1..2\nBinary files a/bin and b/bin differ\n"), "[bin]");
     EXPECT_EQ(shown("diff --git a/a b b/a b\nold mode 100755\nnew mode 100644\n"), "[a b]");
@@ -57,7 +53,6 @@ TEST(GitDiff, ParsesEveryKindOfChange)
 
 TEST(GitDiff, SkipsWhatItCannotParse)
 {
-    EXPECT_EQ(shown(""), "");
     EXPECT_EQ(shown("diff --git \"a\n--- a\n+++ \n@@ -1 +1 @@\n"), "");
     EXPECT_EQ(shown("@@ -1 +1 @@\n-lost\n* Unmerged path x\n"), "");
     EXPECT_EQ(shown("diff --git a/f b/f\n--- a/f\n+++ b/f\n@@ -1,9 +1,9 @@\n a\n\n"), "[f]1 9 1 9 | a| ");

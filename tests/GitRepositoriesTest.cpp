@@ -24,7 +24,7 @@ protected:
     {
         SCOPED_TRACE(text(path));
         top = path;
-        show();
+        show({1});
         std::ostringstream log;
         std::set<std::string> branches;
         std::set<std::string> marked;
