@@ -141,6 +141,19 @@ TEST_F(GitBrowserTest, LoadsALongHistoryInSlicesAndKeepsEveryCommit)
     EXPECT_EQ(editor.tree().size(), count + 0u) << "commits that were published after the filter was set";
 }
 
+TEST_F(GitBrowserTest, ClosesALoadAtAnyMoment)
+{
+    importBranches();
+    const std::size_t threads = threadCount();
+    for (int round = 0; round < affordableStarts(60); ++round) {
+        EXPECT_EQ(open({1}), 0);
+        editor.runUntil([] { return false; }, round % 15);
+        call(round % 2 == 0 ? "_GitBranchClose" : "filewatcher_stop_async_work", {});
+        EXPECT_EQ(GitBranchesModel::instance(true)->publishedCommitCount(), 0);
+        EXPECT_TRUE(eventually([&] { return threadCount() == threads; }));
+    }
+}
+
 TEST_F(GitBrowserTest, EndsAToolThatHangsAndSurvivesOneThatFails)
 {
     const std::string hanging = helperAs(folder, "tool-hangs-with-child");
