@@ -41,7 +41,7 @@ cmStringT findProgram(cmROStringT program, cmROStringT pathVariable, cmPathStyle
             directory = withoutEnclosingQuotes(directory);
         if (!cmIsAbsolutePath(directory, style))
             continue;
-        const cmStringT candidate = cmJoinPath(directory, complete, style);
+        cmStringT candidate = cmJoinPath(directory, complete, style);
         if (isProgram(candidate))
             return candidate;
     }
