@@ -135,8 +135,8 @@ TEST_F(RegistryTest, TheMacroMayStopTheThreadThatItConfigures)
         return cmStringT("git");
     });
     EXPECT_EQ(addPath("/a"), 0);
-    EXPECT_TRUE(GitStatusThread::instance(false)->isConfigured());
-    EXPECT_TRUE(GitStatusThread::instance(false)->isRunning());
+    EXPECT_TRUE(GitStatusThread::instance(false)->isConfigured() && GitStatusThread::instance(false)->isRunning());
+    EXPECT_TRUE(GitStatusThread::instance(false)->isSuspended());
 }
 
 TEST_F(RegistryTest, SuspendsThreadsThatExistAndThoseThatCome)
