@@ -121,7 +121,6 @@ TEST_F(GitBrowserTest, LoadsALongHistoryInSlicesAndKeepsEveryCommit)
     EXPECT_TRUE(waitForTree());
     EXPECT_EQ(window, 7) << "the window that the load was asked for";
     EXPECT_EQ(txGetIntProperty(txPropertyBrowserWindow), 8);
-    ASSERT_EQ(published(), count + 1);
     ASSERT_EQ(editor.tree().size(), count + 1u);
     const Texts shown = captions();
     for (int row = 1; row <= count; ++row)

@@ -120,9 +120,8 @@ TEST_F(GitRepositoriesTest, ShowsTextsThatMakeTroubleWhateverTheUserConfigured)
 
     writeFile(top / ".git" / "settings",
               "[log]\nshowSignature\ndate=raw\ndecorate=full\nshowRoot=false\nmailmap=false\n[format]\npretty=oneline\n"
-              "[color]\nui=always\nbranch=always\n[column]\nui=always\n[core]\nabbrev=4\npager=false\n[alias]\nlog=status\n"
-              "[branch]\nsort=-committerdate\n[diff]\nexternal=false\n[notes]\ndisplayRef=*\n"
-              "[i18n]\nlogOutputEncoding=ISO-8859-1\n");
+              "[color]\nui=always\nbranch=always\n[column]\nui=always\n[core]\nabbrev=4\n[branch]\nsort=-committerdate\n"
+              "[notes]\ndisplayRef=*\n[i18n]\nlogOutputEncoding=ISO-8859-1\n");
     git(top, {"config", "include.path", "settings"});
     expectSameAsGit(top);
 }

@@ -120,8 +120,6 @@ TEST_F(LiveDiffTest, KeepsTheOldCacheFileWhenTheToolFails)
     EXPECT_EQ(have(), 1);
     editor.setProperty(txPropertyLiveDiffReset, 1);
     EXPECT_EQ(have(), 0);
-    editor.removeProperty(txPropertyLiveDiffReset);
-    EXPECT_EQ(have(), 0);
 }
 
 TEST_F(LiveDiffTest, FetchesOneFileAtATime)

@@ -13,12 +13,12 @@ const auto neverStop = [] { return false; };
 class ShownHistoryTest : public testing::Test {
 protected:
     /// The current branch, main, merges side, whose commits are listed in the wrong order; extra is not merged.
-    void load(bool restrictedLog)
+    void load()
     {
         GitRefs refs;
         refs.read(hashOf(2) + " HEAD\n" + hashOf(2) + " refs/heads/main\n" + hashOf(1) + " refs/heads/extra\n", "o");
         history.branches().setCurrentName("main");
-        history.setRefs(refs, restrictedLog);
+        history.setRefs(refs, false);
         add(logRecord(1, {3}, "Extra") + logRecord(2, {3, 6}, "merge", "\xC3\x96", "oz@example.org") + logRecord(3, {}));
         add(logRecord(4, {}, "on the Side", "Grace H", "g@x") + logRecord(5, {4}) + logRecord(6, {5, 3}, "late", "B", "b"));
     }
@@ -68,7 +68,7 @@ TEST_F(ShownHistoryTest, AddsRecordsUpToTheLimitAndNoneOnceAStopIsRequested)
 
 TEST_F(ShownHistoryTest, JoinsTheWorkingCopyToHead)
 {
-    load(false);
+    load();
     EXPECT_EQ(columns(), (Columns{0, 1, 0, 0, 0, 0, 2}));
     const auto stub = GraphEdgeKind::stub;  // its parents are above it
     EXPECT_EQ(graphRow.edges, (cmArray<GraphEdge>{{2, 2, GraphEdgeKind::ends}, {2, 2, stub}, {2, 2, stub}}));
@@ -78,16 +78,9 @@ TEST_F(ShownHistoryTest, JoinsTheWorkingCopyToHead)
         EXPECT_EQ(commit(number).onCurrentBranch, number == 1 ? 0 : 1) << number;
 }
 
-TEST_F(ShownHistoryTest, DrawsNoLineToAHeadThatARestrictedLogMayLeaveOut)
-{
-    load(true);
-    EXPECT_EQ(columns(), (Columns{0, 0, 1, 0, 0, 0, 2}));
-    EXPECT_EQ(commit(2).onCurrentBranch, 1);
-}
-
 TEST_F(ShownHistoryTest, AFilterShowsTheCommitsThatContainItsTextAndTheLinesBetweenThem)
 {
-    load(false);
+    load();
     const std::pair<std::string, Rows> cases[] = {
         {"RA", {1, 4}},      {"oz@EXAMPLE", {2}}, {hashOf(4).substr(5, 3), {4}}, {"00000", {1, 2, 3, 4, 5, 6}}, {"the side", {4}},
         {"uncomitted", {0}}, {"ada@", {1, 3, 5}}};
