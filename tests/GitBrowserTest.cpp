@@ -76,7 +76,9 @@ TEST_F(GitBrowserTest, FiltersTheTree)
     EXPECT_EQ(filter("ADA@"), 3u);
     GitCommitInfo info;
     EXPECT_EQ((callback<std::int32_t(std::int64_t, GitCommitInfo&)>(txSlotGitCommit)(2, info)), -1);
+    EXPECT_TRUE(waitForTree());
     callback<void(TXPSZ, TXPSZ, std::int32_t)>(txSlotGitRefresh)("", "git", 0);  // must not add the others
+    EXPECT_TRUE(branchTree().isTimerArmed());
     EXPECT_TRUE(waitForTree());
     EXPECT_EQ(editor.tree().size(), 3u);
     EXPECT_EQ(filter("THE SIDE"), 1u);
