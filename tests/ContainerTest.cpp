@@ -1,8 +1,5 @@
-#include "common/cmDictionary.h"
 #include "common/cmQueue.h"
 #include "common/cmString.h"
-#include "common/cmStringCatHelper.h"
-#include "common/cmThinString.h"
 #include "tests/TestSupport.h"
 
 #include <gtest/gtest.h>
@@ -46,17 +43,6 @@ TEST(String, HoldsAnyBytesAndItsOwnParts)
     EXPECT_EQ(text, moved);
     text.truncate(1);
     EXPECT_EQ(text, "b");
-}
-
-TEST(String, JoinsPiecesOfEveryKind)
-{
-    const cmStringT name("git");
-    const cmThinStringT thin("status");
-    const cmStringT joined = cmCat("\"") + name + "\" " + cmStringT(thin);
-    EXPECT_EQ(joined, "\"git\" status");
-    EXPECT_EQ(cmWithoutLineEnd("a\n\r\n"), "a\n");
-    EXPECT_LT(cmStringT("a"), cmStringT("b"));
-    EXPECT_EQ((cmDictionary<cmStringT, int>{{joined, 7}}).at("\"git\" status"), 7);
 }
 
 TEST(Queue, KeepsOrderAndHoldsOthersOutWhileItIsWalked)

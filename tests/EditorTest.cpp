@@ -129,12 +129,4 @@ TEST_F(EditorDeathTest, AServiceOffTheEditorsThreadEndsTheProgram)
     EXPECT_DEATH(std::thread([] { txHvarSetInt(1, 2); }).join(), "txHvarSetInt called off the editor's thread");
 }
 
-TEST(WithoutEditor, ServicesReturnNothing)
-{
-    TXVCRECORD record;
-    EXPECT_EQ(txHvarAlloc(), 0);
-    EXPECT_EQ(txVCGetRecord("/a", record), 0);
-    txVCStatusChanged();
-}
-
 }  // namespace
