@@ -81,7 +81,7 @@ protected:
 TEST_F(LiveDiffTest, FetchesTheCommittedBytes)
 {
     std::string binary;
-    for (int i = 0; i < 300000; ++i)
+    for (unsigned i = 0; i < 300000; ++i)
         binary += static_cast<char>(i * i % 257);
     const std::string file = in("\xC3\xBC%&.bin");
     makeRepository(folder / "work");
