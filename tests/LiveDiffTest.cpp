@@ -1,4 +1,5 @@
 #include "common/CommandQuoting.h"
+#include "filewatcher/livediff/GetFileFromVCThreaded.h"
 #include "filewatcher/livediff/LiveDiffCachePath.h"
 #include "tests/ModuleFixture.h"
 
@@ -95,8 +96,8 @@ TEST_F(LiveDiffTest, FetchesTheCommittedBytes)
         EXPECT_TRUE(cached() == content);
         writeFile(cmSystemPath(cacheFile), "older");
         EXPECT_EQ(fetch(later, show, file), 0);
-        EXPECT_TRUE(eventually([&] { return cached() == content; }));
-        call("filewatcher_stop_async_work", {});
+        EXPECT_TRUE(eventually([] { return !GetFileFromVCThreaded::instance(false)->isRunning(); }));
+        EXPECT_TRUE(cached() == content);
         EXPECT_EQ(have(), 1);
     }
     cacheFile = in("unknown");

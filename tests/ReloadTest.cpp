@@ -91,8 +91,11 @@ TEST_F(ReloadTest, ReportsTimeAndReadOnlyFlagOfEveryFile)
     }
     EXPECT_EQ(slowCount(), 0u);
     const std::string moved = in("\xC3\xBC");
-    fs::last_write_time(cmSystemPath(moved), fs::last_write_time(cmSystemPath(moved)) + std::chrono::milliseconds(30));
-    EXPECT_EQ(ask({moved}).at(moved).first - table.at(moved).first, 300'000);
+    const auto whole = std::chrono::floor<std::chrono::seconds>(fs::last_write_time(cmSystemPath(moved)));
+    fs::last_write_time(cmSystemPath(moved), whole);
+    const std::int64_t before = ask({moved}).at(moved).first;
+    fs::last_write_time(cmSystemPath(moved), whole + std::chrono::seconds(3));
+    EXPECT_EQ(ask({moved}).at(moved).first - before, 30'000'000);
 }
 
 TEST_F(ReloadTest, CountsAFileAsSlowFromHalfTheBudgetOn)
