@@ -73,7 +73,8 @@ void gitBranchClose();
 /// Fills elements of the hash table `result` with what is known of the commit `hash`. Only keys that the table holds are filled:
 /// "hash", "parentHash", "authorName", "authorEmail", "committerDate" ("YYYY-MM-DD HH:mm:ss", local time), "comment" (the
 /// subject), and the arrays "otherParents", "longComment" (lines), "modifiedFiles", "stagedFiles". The first four are left as
-/// they were when they are not known. Nothing is filled when the branches model does not have the commit. Returns 0; -1 when git
+/// they were when they are not known. Nothing is filled when the branches model does not have the commit. For the working copy,
+/// whose hash is empty, git is not run: it has no message and no files. Returns 0; -1 when git
 /// reports a fatal error or `hash` begins with a dash; -2173 when the feature gate is closed; or why git could not be started.
 /// Waits for git without limit.
 std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR result);

@@ -29,27 +29,34 @@ TEST(GitLogOutput, HandsOutCompleteRecordsUntilTheLogIsDone)
         return std::to_string(status) + ":" + records.c_str();
     };
     EXPECT_EQ(take(), "0:");
-    output.append("\n\none\x01\nt");
-    output.append("wo\x01\n");
-    EXPECT_EQ(take(), "0:one\x01\ntwo\x01");
+    output.append("one\x01\nt");
+    output.append("w\x01o\x01");
+    EXPECT_EQ(take(), "0:one\x01\n");
+    EXPECT_EQ(take(), "0:") << "the next byte tells whether this one ends the record";
     output.append("\nthr");
-    EXPECT_EQ(take(), "0:");
-    output.append("ee\x01\n");
-    output.append("cut");
-    output.finish();
-    EXPECT_EQ(take(), "0:three\x01") << "a record that was left when the log was done";
-    EXPECT_EQ(take(), "-1:") << "the last record is cut short";
+    EXPECT_EQ(take(), "0:tw\x01o\x01\n");
+    output.append("ee\x01");
+    GitLogOutput whole = output;
+    for (const auto& [rest, last, isCut] : {std::tuple{"", "0:three\x01", false}, {"\ncut", "0:three\x01\n", true}}) {
+        output = whole;
+        output.append(rest);
+        output.finish();
+        EXPECT_EQ(take(), last);
+        EXPECT_EQ(take(), "-1:");
+        EXPECT_EQ(output.endsInsideRecord(), isCut);
+    }
 }
 
 TEST(GitLogRecord, DropsRecordsThatAreNotWhole)
 {
-    const std::string text =
-        "\n\n" + hashOf(1) + "\0\0"s + "999999999\0\0A \xC3\xBC\0a\tb\x01\n\x01gar\0b\0a\0g\0e\x01"s + logRecord(2, {});
+    const std::string text = "\n\n" + hashOf(1) + "\0\0"s
+                             + "999999999\0\0A \x01\xC3\xBC\0a\tb\x01\x01\n\x01\ngar\0b\0a\0g\0e\x01\n"s + logRecord(2, {});
     cmROStringT batch = text;
     GitLogRecord found;
     ASSERT_TRUE(takeGitLogRecord(batch, found));
     EXPECT_EQ(found.hash, hashOf(1));
     EXPECT_EQ(found.time, 999999999);  // nine digits
+    EXPECT_EQ(found.authorName, "A \x01\xC3\xBC");
     EXPECT_EQ(found.subject, "a\tb");
     ASSERT_TRUE(takeGitLogRecord(batch, found));
     EXPECT_EQ(found.hash, hashOf(2));

@@ -164,7 +164,7 @@ TEST_F(GitQueryTest, TreatsAnErrorAsFatalOnlyWithoutOutput)
     EXPECT_EQ(runGitQuery(cmROStringT(text(folder / "missing")), text(top), output), -102646);
     CaptureControl control;
     control.stopRequested = [] { return true; };
-    EXPECT_EQ(runGitCommand("\"git\" version", text(top), control, [](cmROStringT) {}), -102621);
+    EXPECT_EQ(runGitCommand("\"git\" version", text(top), control, [](cmROStringT) {}).status, -102621);
 }
 
 TEST_F(GitQueryTest, ListsWhatIsChangedAndWhatIsStaged)
@@ -199,6 +199,10 @@ TEST_F(GitQueryTest, GivesTheLinesThatDifferFromARevision)
         ASSERT_EQ(diff("HEAD", directory), 0);
         EXPECT_EQ(shownResult(), in("a b") + "[hunks[" + first + "]]" + inSub) << "of " << directory;
     }
+    git(top, {"branch", "sub"});
+    txHvarSetString(result, "");
+    ASSERT_EQ(diff("sub"), 0);
+    EXPECT_EQ(shownResult(), in("a b") + "[hunks[" + first + "]]" + inSub) << "with a branch that a folder shares its name with";
 }
 
 TEST_F(GitQueryTest, FillsTheKeysThatACommitTableHas)
@@ -221,6 +225,11 @@ TEST_F(GitQueryTest, FillsTheKeysThatACommitTableHas)
     EXPECT_EQ(shownResult(),
               gitLog("authorEmail[%ae]committerDate[%cd]hash[%H]", "HEAD~1") + ofRoot + gitLog("parentHash[%H]", "HEAD~1"))
         << "a commit without a parent leaves the text of that key";
+    txHvarSetString(txHvarHashElement(result, "comment", txCreateMissing), "old");
+    EXPECT_EQ(call("_GitGetCommitInfo", {"no-git", cmStringT(text(top)), "", CallArgument::variable(result)}), 0);
+    const std::string ofWorkingCopy = shownResult();
+    for (const char* part : {"comment[Uncomitted changes]", "longComment[]modifiedFiles[]"})
+        EXPECT_NE(ofWorkingCopy.find(part), std::string::npos) << ofWorkingCopy;
 }
 
 }  // namespace

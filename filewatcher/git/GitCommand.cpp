@@ -4,6 +4,7 @@
 #include "filewatcher/StatusCodes.h"
 #include "filewatcher/bridge/DebugLog.h"
 #include "filewatcher/bridge/LoggedCapture.h"
+#include "filewatcher/bridge/ToolErrors.h"
 
 #include <string>
 
@@ -12,8 +13,8 @@ cmStringT quotedGit(cmROStringT gitExePath)
     return cmCat("\"") + gitExePath + "\"";
 }
 
-std::int32_t runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory, const CaptureControl& control,
-                           const std::function<void(cmROStringT)>& sink)
+GitOutcome runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory, const CaptureControl& control,
+                         const std::function<void(cmROStringT)>& sink)
 {
     bool anyOutput = false;
     const auto passOn = [&anyOutput, &sink](cmROStringT bytes) {
@@ -23,20 +24,20 @@ std::int32_t runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory
     const CaptureResult result =
         captureLogged("runGitCommand", __LINE__, commandLine, spawnScannedCommand, workingDirectory, control, passOn);
     if (result.status != 0)
-        return result.status;
+        return {result.status, result.failure};
     if (result.stopped)
-        return statusStopRequested;
-    // With output, "error:" can concern a single file. Without output the whole command failed; git then writes "error:" before
-    // some of its "fatal:" lines, too.
+        return {statusStopRequested, {}};
+    // With output, "error:" can concern a single file. Without output the whole command failed.
     const cmROStringT error = result.errorOutput;
-    return error.starts_with("fatal:") || (!anyOutput && error.starts_with("error:")) ? statusGitFailed : 0;
+    const bool anyError = error.starts_with("error:") || error.find("\nerror:") != cmROStringT::npos;
+    return hasFatalLine(error) || (anyError && !anyOutput) ? GitOutcome{statusGitFailed, toolSentence(error)} : GitOutcome();
 }
 
 std::int32_t runGitQuery(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output)
 {
     output.clear();
     const auto append = [&output](cmROStringT bytes) { output += bytes; };
-    const std::int32_t status = runGitCommand(commandLine, workingDirectory, {}, append);
+    const std::int32_t status = runGitCommand(commandLine, workingDirectory, {}, append).status;
     debugLog("runGitQuery", __LINE__, cmStringT(cmCat("status=") + std::to_string(status) + " " + commandLine));
     return status;
 }

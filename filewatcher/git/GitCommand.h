@@ -9,12 +9,18 @@
 /// The first word of a git command line: the executable's path in double quotes.
 cmStringT quotedGit(cmROStringT gitExePath);
 
+/// How a git command, or several of them, ended.
+struct GitOutcome {
+    std::int32_t status = 0;
+    cmStringT sentence;  ///< for a person: what git said, or why it could not be run; null when `status` is 0 or git said nothing
+};
+
 /// Runs one git command in `workingDirectory` and passes its standard output to `sink` as it is read. Blocks the calling thread
-/// until git ends or `control` cuts the run short. Returns 0; statusGitFailed when standard error begins with "fatal:", or with
-/// "error:" and there is no output; statusStopRequested; statusOutputLimit; or the status with which the start failed. Standard
-/// error goes to the debug log. Any thread.
-std::int32_t runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory, const CaptureControl& control,
-                           const std::function<void(cmROStringT)>& sink);
+/// until git ends or `control` cuts the run short. The status is 0; statusGitFailed when a line of standard error begins with
+/// "fatal:", or with "error:" and there is no output; statusStopRequested; statusOutputLimit; or why the command could not be
+/// started or read. Standard error goes to the debug log. Any thread.
+GitOutcome runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory, const CaptureControl& control,
+                         const std::function<void(cmROStringT)>& sink);
 
 /// runGitCommand without a way to stop it, for queries that the editor waits for. Replaces `output` by git's standard output,
 /// whatever the result, and writes the result to the debug log.

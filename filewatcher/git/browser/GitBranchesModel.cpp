@@ -203,7 +203,7 @@ std::int32_t GitBranchesModel::runGit(cmROStringT arguments, cmStringT& output)
     output.clear();
     CaptureControl control;
     control.stopRequested = [this] { return stopRequested(); };
-    return runGitCommand(line, directory, control, [&output](cmROStringT bytes) { output += bytes; });
+    return runGitCommand(line, directory, control, [&output](cmROStringT bytes) { output += bytes; }).status;
 }
 
 void GitBranchesModel::pause(std::uint32_t ms)

@@ -40,9 +40,9 @@ std::int32_t GitRunLogThread::runLog()
     CaptureControl control;
     control.stopRequested = [this] { return stopRequested(); };
     std::int32_t status = runGitCommand(line, m_path, control, [this](cmROStringT bytes) {
-        cmMutexLock hold(logOutputLock);
-        m_output.append(bytes);
-    });
+                              cmMutexLock hold(logOutputLock);
+                              m_output.append(bytes);
+                          }).status;
     if (status == statusStopRequested)
         return statusGitFailed;
     debugLog("GitRunLogThread::runLog", __LINE__,

@@ -17,14 +17,16 @@ public:
     /// Whether git wrote anything at all.
     bool hadOutput() const { return m_hadOutput; }
 
-    /// Moves all complete records that were appended since the last call into `records`, each with its gitRecordEnd; `records` is
-    /// empty when there are none. Returns 0, or -1 when there are none and none will come: a record that git did not complete
-    /// is never handed out.
+    /// Moves all complete records that were appended since the last call into `records`, as a batch for takeGitLogRecord;
+    /// `records` is empty when there are none. Returns 0, or -1 when there are none and none will come: a record that git did not
+    /// complete is never handed out.
     int takeCompleteRecords(cmStringT& records);
+    /// Whether git ended in the middle of a record. Ask when takeCompleteRecords has returned -1.
+    bool endsInsideRecord() const { return !m_pending.isEmpty(); }
 
 private:
     cmStringT m_pending;        ///< not taken yet
-    std::size_t m_scanned = 0;  ///< how much of m_pending is known to hold no end of a record
+    std::size_t m_scanned = 0;  ///< no end of a record begins in these first bytes of m_pending
     bool m_hadOutput = false;
     bool m_isFinished = false;
 };

@@ -17,8 +17,17 @@ bool parseRecord(cmROStringT text, GitLogRecord& record)
     record.time = parseCommitTime(cmTakeUntil(text, '\0'));  // of any length: times before 2001 have fewer than ten digits
     record.authorEmail = cmTakeUntil(text, '\0');
     record.authorName = cmTakeUntil(text, '\0');
-    record.subject = text;
+    record.subject = text.substr(0, text.find_last_not_of(gitRecordEnd) + 1);
     return true;
+}
+
+/// Removes a record and its end from the front of `batch`.
+cmROStringT takeRecordText(cmROStringT& batch)
+{
+    const std::size_t end = batch.find(gitRecordSeparator);
+    const cmROStringT text = batch.substr(0, end);
+    batch.remove_prefix(std::min(text.size() + gitRecordSeparator.size(), batch.size()));
+    return text;
 }
 
 }  // namespace
@@ -33,7 +42,7 @@ std::int64_t parseCommitTime(cmROStringT digits)
 bool takeGitLogRecord(cmROStringT& batch, GitLogRecord& record)
 {
     while (!batch.empty()) {
-        if (parseRecord(cmTakeUntil(batch, gitRecordEnd), record))
+        if (parseRecord(takeRecordText(batch), record))
             return true;
     }
     return false;

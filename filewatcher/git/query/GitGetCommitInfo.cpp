@@ -52,14 +52,17 @@ std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR
     const cmStringT revision(hash);
     if (isGitOption(revision))
         return statusGitFailed;
-    const cmStringT argument = revision.isEmpty() ? cmStringT("") : quoteArgument(revision);
-    const cmStringT commandLine =
-        cmCat(quotedGit(git)) + " --no-pager show --name-only -m \"--pretty=format:" + gitCommitFormat + "\" " + argument;
-    cmStringT output;
-    const std::int32_t status = runGitQuery(commandLine, repository, output);
+    const bool isWorkingCopy = revision.isEmpty();  // without a commit git would show HEAD
+    std::int32_t status = 0;
+    cmStringT output("");
+    if (!isWorkingCopy) {
+        const cmStringT commandLine = cmCat(quotedGit(git)) + " --no-pager show --name-only -m \"--pretty=format:"
+                                      + gitCommitFormat + "\" " + quoteArgument(revision);
+        status = runGitQuery(commandLine, repository, output);
+    }
     GitBranchesModel* model = GitBranchesModel::instance(false);
     GitCommitInfo commit;
-    if (status == 0 && !output.isEmpty() && model && model->findCommit(revision, commit))
+    if (status == 0 && (isWorkingCopy || !output.isEmpty()) && model && model->findCommit(revision, commit))
         fillCommitTable(result, commit, parseGitCommitText(output));
     return status;
 }

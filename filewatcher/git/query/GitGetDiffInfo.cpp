@@ -1,4 +1,5 @@
 #include "common/CommandQuoting.h"
+#include "common/cmFile.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/RegisteredFunctions.h"
@@ -66,15 +67,24 @@ void storeFile(TXHVAR table, cmROStringT directory, const GitDiffFile& file)
         storeHunk(txHvarArrayElement(hunks, static_cast<std::int32_t>(i), txCreateMissing), file.hunks[i]);
 }
 
+/// Whether git would take `text` for the name of a file or folder.
+bool isPathIn(cmROStringT directory, cmROStringT text)
+{
+    return cmReadFileItem(cmIsAbsolutePath(text) ? cmStringT(text) : cmJoinPath(directory, cmNativeSeparators(text))).state
+           != cmItemState::missing;
+}
+
 /// Runs the diff with the repository before the revision, the order that is kept for compatibility. git expects the revision
-/// first and refuses the other order when the revision is not also a path; then the diff runs again in git's own order. Returns
-/// statusGitFailed when nothing differs.
+/// first and refuses the other order; then the diff runs again in git's own order. A revision that is also a path would make the
+/// first order a comparison of two paths, so it is left out. Returns statusGitFailed when nothing differs.
 std::int32_t runDiff(cmROStringT repository, cmROStringT git, cmROStringT revision, cmStringT& output)
 {
     const cmStringT command = cmCat(quotedGit(git)) + " --no-pager diff ";
     const cmStringT path = quoteArgument(repository);
     const cmStringT commit = quoteArgument(revision);
-    std::int32_t status = runGitQuery(cmStringT(cmCat(command) + path + " " + commit), repository, output);
+    std::int32_t status = statusGitFailed;
+    if (!isPathIn(repository, revision))
+        status = runGitQuery(cmStringT(cmCat(command) + path + " " + commit), repository, output);
     if (status == statusGitFailed)
         status = runGitQuery(cmStringT(cmCat(command) + plainDiffOptions + commit + " -- " + path), repository, output);
     return status == 0 && output.isEmpty() ? statusGitFailed : status;
