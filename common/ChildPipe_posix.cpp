@@ -1,5 +1,6 @@
 #include "common/ChildPipe.h"
 
+#include "common/cmDescriptor.h"
 #include "common/cmStatusException.h"
 
 #include <fcntl.h>
@@ -13,17 +14,6 @@
 namespace {
 
 constexpr std::uint32_t systemPipeSize = 65536;
-
-/// Moves a descriptor above the standard streams. A host without standard streams gets such low descriptors, and setting up the
-/// child's own streams would overwrite them.
-int aboveStandardStreams(int descriptor)
-{
-    if (descriptor > STDERR_FILENO)
-        return descriptor;
-    const int moved = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    ::close(descriptor);
-    return moved;
-}
 
 /// Writes like ::write, but never raises SIGPIPE in the host when the child has closed its end.
 ssize_t writeQuietly(int descriptor, const char* data, std::size_t count)
@@ -60,8 +50,8 @@ void ChildPipe::create(bool toChild, std::uint32_t bufferSize)
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0)
         throw cmStatusException(cmStatusPipeFailed);
-    const int readEnd = aboveStandardStreams(ends[0]);
-    const int writeEnd = aboveStandardStreams(ends[1]);
+    const int readEnd = cmAboveStandardStreams(ends[0]);
+    const int writeEnd = cmAboveStandardStreams(ends[1]);
     parentEnd = toChild ? writeEnd : readEnd;
     childEnd = toChild ? readEnd : writeEnd;
     if (readEnd < 0 || writeEnd < 0) {

@@ -1,42 +1,91 @@
 #include "common/cmFileReplacement.h"
 
 #include "common/cmFile.h"
+#include "common/cmPath.h"
 #include "common/cmSystemPath.h"
 
+#include <charconv>
+#include <exception>
+#include <filesystem>
 #include <random>
 #include <string>
 #include <system_error>
+#include <utility>
+
+namespace fs = std::filesystem;
 
 namespace {
 
-/// A name that no other file has. It is short, as the final name may have the greatest length that the system allows.
-std::string temporaryName()
+constexpr cmROStringT temporaryPrefix = ".new-";
+
+/// A name that no other file has: ".new-PROCESS-RANDOM". It is short, as the final name may have the greatest length that the
+/// system allows.
+cmStringT temporaryName(std::uint32_t process)
 {
     std::random_device random;
-    return ".new-" + std::to_string(random()) + "-" + std::to_string(random());
+    return cmROStringT(std::string(temporaryPrefix) + std::to_string(process) + "-" + std::to_string(random()));
+}
+
+/// The process that made a temporary file of this name; 0 when it is not the name of such a file.
+std::uint32_t makerOf(cmROStringT name)
+{
+    if (!name.starts_with(temporaryPrefix))
+        return 0;
+    name.remove_prefix(temporaryPrefix.size());
+    std::uint32_t process = 0;
+    const char* end = name.data() + name.size();
+    const char* stop = std::from_chars(name.data(), end, process).ptr;
+    return stop != end && *stop == '-' ? process : 0;
+}
+
+void removeFile(cmROStringT path)
+{
+    std::error_code ignored;
+    fs::remove(cmSystemPath(path), ignored);
 }
 
 }  // namespace
 
 cmFileReplacement::cmFileReplacement(cmROStringT path)
-    : m_path(cmSystemPath(path)), m_temporary(m_path.parent_path() / temporaryName()), m_file(m_temporary, std::ios::binary)
+    : m_path(path), m_temporary(cmJoinPath(cmDirectoryOf(path), temporaryName(thisProcess())))
 {
+    removeLeftBehind(cmDirectoryOf(path));
+    m_handle = createNew(m_temporary);
+    m_complete = m_handle != none;
 }
 
 cmFileReplacement::~cmFileReplacement()
 {
-    m_file.close();
-    std::error_code ignored;
-    std::filesystem::remove(m_temporary, ignored);
+    closeFile();
+    removeFile(m_temporary);
 }
 
 void cmFileReplacement::write(cmROStringT bytes)
 {
-    m_file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    m_complete = m_complete && writeAll(m_handle, bytes);
 }
 
 bool cmFileReplacement::finish()
 {
-    m_file.close();  // writes what is buffered, which may fail
-    return m_file && cmReplaceFile(cmPathText(m_temporary), cmPathText(m_path));
+    const bool closed = closeFile();  // some file systems report here that they could not write
+    return m_complete && closed && cmReplaceFile(m_temporary, m_path);
+}
+
+bool cmFileReplacement::closeFile()
+{
+    const std::intptr_t handle = std::exchange(m_handle, none);
+    return handle != none && close(handle);
+}
+
+void cmFileReplacement::removeLeftBehind(cmROStringT folder)
+try {
+    std::error_code error;
+    fs::directory_iterator entries(cmSystemPath(folder), error);
+    for (; !error && entries != fs::directory_iterator(); entries.increment(error)) {
+        const std::uint32_t maker = makerOf(cmPathText(entries->path().filename()));
+        if (maker != 0 && !isAlive(maker))
+            removeFile(cmPathText(entries->path()));
+    }
+} catch (const std::exception&) {
+    // A name that is no Unicode text: what is left behind stays there.
 }

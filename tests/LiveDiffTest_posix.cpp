@@ -1,9 +1,12 @@
+#include "common/cmFileReplacement.h"
 #include "filewatcher/livediff/LiveDiffCachePath.h"
 #include "filewatcher/livediff/LiveDiffFetch.h"
 #include "tests/TestSupport.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <csignal>
 
@@ -27,6 +30,30 @@ TEST(LiveDiffFetch, KeepsTheOldCacheFileWhenTheDiskIsFull)
     EXPECT_EQ(status, -7);
     EXPECT_EQ(liveDiffStatus(text(folder / "f")), -7);
     EXPECT_EQ(readFile(folder / "f"), "old");
+}
+
+TEST(LiveDiffFetch, KeepsItsFileFromStreamsChildrenAndLaterProcesses)
+{
+    const TempFolder folder;
+    const std::string living = ".new-" + std::to_string(getppid()) + "-1";
+    for (const std::string& name : {living, std::string(".new-2147483647-1"), std::string(".new-4294967295-1")})
+        writeFile(folder / name, "x");
+    const cmFileReplacement ordinary(text(folder / "f"));
+    const int input = dup(STDIN_FILENO);
+    close(STDIN_FILENO);
+    {
+        cmFileReplacement file(text(folder / "f"));
+        EXPECT_EQ(fcntl(STDIN_FILENO, F_GETFD), -1) << "the host's next read of its input would take our file";
+        for (const fs::directory_entry& open : fs::directory_iterator("/proc/self/fd")) {
+            std::error_code gone;
+            const bool ours = fs::read_symlink(open, gone).parent_path() == folder.path();
+            EXPECT_TRUE(!ours || fcntl(std::stoi(open.path().filename()), F_GETFD) == FD_CLOEXEC);
+        }
+    }
+    dup2(input, STDIN_FILENO);
+    close(input);
+    EXPECT_TRUE(fs::remove(folder / living)) << "its process may go on writing it";
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
 }
 
 TEST(LiveDiffCachePath, FollowsNoLinkInTheCache)
