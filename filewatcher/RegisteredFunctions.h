@@ -50,7 +50,7 @@ void filewatcherSetSuspendState(std::int32_t suspended);
 /// 1 for a file that is read-only or not on a local path, else 0. There is no result for a file system without file times, and
 /// none is delivered for an empty array. A file whose date took half the budget of the latest call or longer is slow: it has no
 /// result and is never requested again, until filewatcher_stop_async_work. `arg1` and `arg2` are carried along without effect.
-/// Returns 0; 1 when there is no memory for the shared data.
+/// Returns 0; 1, with nothing requested, when there is no memory for the shared data or the thread cannot be started.
 std::int32_t getFastReloadInfoTable(TXHREFVAR fileNames, std::int32_t arg1, std::int32_t arg2, TXHREFVAR result,
                                     std::int32_t budgetMs);
 /// Adds the name of each slow file to the hash table `result`, with the value 1. Returns 0; 1 when there is no

@@ -114,7 +114,11 @@ TEST_F(LiveDiffTest, KeepsTheOldCacheFileWhenTheToolFails)
     ASSERT_EQ(fetch(later, helper("complain 100"), in("f")), 0);
     EXPECT_TRUE(eventually([this] { return have() == -104357; }));
     EXPECT_EQ(fetch(now, text(folder / "no such tool"), in("f")), -104370);
+    EXPECT_EQ(fetch(now, helper("say \"\" \"svn: E155010: not found\""), in("f")), -104370);
     EXPECT_EQ(cached().size(), 10u);
+    EXPECT_EQ(fetch(now, helper("say content \"svn: E155010: beside content\""), in("f")), 0);
+    EXPECT_EQ(fetch(now, helper("say \"\" \"svn: warning: W1, and an empty file\""), in("f")), 0);
+    EXPECT_EQ(cached(), "");
     EXPECT_EQ(fetch(now, helper("complain 8090"), in("f")), 0) << "only the first 8,095 bytes of standard error count";
     EXPECT_EQ(have(), 1);
     editor.setProperty(txPropertyLiveDiffReset, 0);

@@ -45,14 +45,15 @@ protected:
         FileDateData::setSource(nullptr);
     }
 
-    std::map<std::string, TimeAndFlag> ask(const Names& names, std::int32_t budgetMs = 60000)
+    std::map<std::string, TimeAndFlag> ask(const Names& names, std::int32_t budgetMs = 60000, std::int32_t status = 0)
     {
         const TXHVAR files = txHvarAlloc();
         const TXHVAR result = txHvarAlloc();
         for (std::size_t i = 0; i < names.size(); ++i)
             txHvarSetString(txHvarArrayElement(files, static_cast<std::int32_t>(i), txCreateMissing), cmROStringT(names[i]));
         EXPECT_EQ(
-            call("_GetFastReloadInfoTable", {CallArgument::variable(files), 3, 4, CallArgument::variable(result), budgetMs}), 0);
+            call("_GetFastReloadInfoTable", {CallArgument::variable(files), 3, 4, CallArgument::variable(result), budgetMs}),
+            status);
         std::map<std::string, TimeAndFlag> table;
         if (const auto* answers = std::get_if<VariableTable>(editor.value(result))) {
             for (const auto& [name, answer] : *answers) {
@@ -122,6 +123,10 @@ TEST_F(ReloadTest, DeliversLateDatesWithALaterCall)
 {
     EXPECT_TRUE(ask({}).empty());
     EXPECT_TRUE(ask({"", ""}).empty());
+    const std::size_t stack = cmDefaultStackSize();
+    cmSetDefaultStackSize(std::size_t{1} << 60);
+    EXPECT_TRUE(ask({in("blocked")}, 60000, 1).empty()) << "without a thread nothing is asked, and nothing waited for";
+    cmSetDefaultStackSize(stack);
     FileDateData::setSource(&testSource);
     EXPECT_TRUE(ask({in("blocked"), in("late")}, 100).empty());
     gate.set();

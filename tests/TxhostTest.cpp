@@ -204,6 +204,13 @@ TEST(Txhost, FetchesTheCommittedRevision)
     writeFile(folder / "repo" / "new", "x");
     fetch[1] = text(folder / "repo" / "new");
     EXPECT_EQ(json(fetch, 1).at(0)["status"], -104370);
+
+    writeFile(folder / "ws" / ".p4config", "P4CLIENT=x\n");
+    writeFile(folder / "ws" / "a@b#c%d", "edited");
+    writeFile(folder / "print-qa%40b%23c%25d#have.out", "depot's");
+    fetch[1] = text(folder / "ws" / "a@b#c%d");
+    fetch.insert(fetch.end(), {"--p4", helperAs(folder, "tool-p4")});
+    EXPECT_EQ(readFile(cmSystemPath(json(fetch).at(0)["cache"].get<std::string>())), "depot's");
 }
 
 TEST(Txhost, GoesOnItsTour)

@@ -126,6 +126,11 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
              writeTo(stdout, "content");
              writeTo(stderr, std::string(std::stoul(a.at(0)), '.') + "fatal: it is wrong\n");
          }},
+        {"say",
+         [](const Arguments& a) {
+             writeTo(stdout, a.at(0));
+             writeTo(stderr, a.at(1));
+         }},
         {"leave-child",
          [](const Arguments&) {
              writeTo(stdout, "parent");

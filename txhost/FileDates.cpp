@@ -44,7 +44,7 @@ FileDates askFileDates(Host& host, const cmArray<cmStringT>& paths, std::int32_t
         txHvarSetString(txHvarArrayElement(files.handle(), static_cast<std::int32_t>(i), txCreateMissing), paths[i]);
     if (host.call("_GetFastReloadInfoTable", {files.argument(), 0, 0, table.argument(), budgetMs}) != 0
         || host.call("_GetSlowReloadFiles", {slow.argument()}) != 0)
-        throw HostError("the module has no memory for file dates");
+        throw HostError("the module has no memory or no thread for file dates");
     FileDates dates;
     const Json known = filledTable(host, table);
     for (const auto& [path, entry] : known.items())

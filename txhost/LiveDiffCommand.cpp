@@ -13,6 +13,22 @@
 
 namespace {
 
+/// A name in Perforce's syntax, in which these characters have a meaning of their own.
+cmStringT perforceName(cmROStringT name)
+{
+    cmStringT written("");
+    for (const char c : name) {
+        switch (c) {
+        case '@': written += "%40"; break;
+        case '#': written += "%23"; break;
+        case '%': written += "%25"; break;
+        case '*': written += "%2A"; break;
+        default: written += c;
+        }
+    }
+    return written;
+}
+
 /// The command that writes the revision of `file` from which the working copy was made.
 cmStringT committedRevisionCommand(const Host& host, const Tool& tool, const std::filesystem::path& file)
 {
@@ -21,7 +37,7 @@ cmStringT committedRevisionCommand(const Host& host, const Tool& tool, const std
     if (tool.number == svnTool.number)  // svn takes the text after the last @ for a revision
         return cmCat(program) + "cat --non-interactive -r BASE -- " + quoteArgument(cmStringT(cmCat(name) + "@"));
     if (tool.number == p4Tool.number)
-        return cmCat(program) + "print -q " + quoteArgument(cmStringT(cmCat(name) + "#have"));
+        return cmCat(program) + "print -q " + quoteArgument(cmStringT(cmCat(perforceName(name)) + "#have"));
     return cmCat(program) + "--no-pager show --no-textconv " + quoteArgument(cmStringT(cmCat("HEAD:./") + name));
 }
 
@@ -43,6 +59,8 @@ LiveDiffFile fetchLiveDiff(Host& host, const cmStringT& file, bool immediate, co
     LiveDiffFile fetched;
     txHvarGetString(cache, fetched.cacheFile);
     txHvarFree(cache);
+    if (started > 0)
+        throw HostError("the module could not start its thread for live diff");
     if (started != 0) {
         fetched.status = started;
         return fetched;

@@ -12,5 +12,6 @@ struct LiveDiffFile {
 
 /// Fetches the committed revision of a file (absolute path) into the editor's cache and waits for the end. `command` writes the
 /// revision to its standard output; when it is empty, the command of the file's own tool is used. The module runs it on the
-/// editor's thread when `immediate`, else in the background. Throws HostError when there is no program for the tool.
+/// editor's thread when `immediate`, else in the background. Throws HostError when there is no program for the tool, and when the
+/// module cannot start its thread.
 LiveDiffFile fetchLiveDiff(Host& host, const cmStringT& file, bool immediate, const std::string& command);

@@ -1,3 +1,4 @@
+#include "common/cmFile.h"
 #include "common/cmStringCatHelper.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
@@ -33,11 +34,18 @@ int runReload(const HostOptions& options, const std::vector<std::string>& named)
     Host host(options);
     const cmArray<cmStringT> paths = absolutePaths(named);
     const FileDates dates = askFileDates(host, paths, options.budgetMs);
-    for (const auto& [path, date] : dates.known)
-        printFile(path, date, options.json);
+    bool complete = true;
+    for (const auto& [path, date] : dates.known) {
+        if (date.time == 0 && cmReadFileItem(path).state != cmItemState::missing) {  // the module does not tell the two apart
+            console::printError(cmStringT(cmCat(path) + ": its date cannot be read"));
+            complete = false;
+        } else {
+            printFile(path, date, options.json);
+        }
+    }
     for (const cmStringT& path : paths) {
         if (!dates.known.contains(path))  // the file is slow, or there was no answer within the budget
             printSlow(path, options.json);
     }
-    return 0;
+    return complete ? 0 : 1;
 }

@@ -7,6 +7,7 @@
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/bridge/DebugLog.h"
 #include "filewatcher/bridge/LoggedCapture.h"
+#include "filewatcher/bridge/ToolErrors.h"
 
 #include <exception>
 
@@ -19,10 +20,15 @@ cmDictionary<cmStringT, std::int64_t> statusTable CM_GUARDED_BY(tableLock);
 bool fetchIntoFile(const LiveDiffRequest& request, const CaptureControl& control)
 {
     cmFileReplacement file(request.cacheFile);
-    const CaptureResult result =
-        captureLogged("fetchLiveDiffFile", __LINE__, request.commandLine, spawnScannedCommand, request.workingDirectory, control,
-                      [&file](cmROStringT bytes) { file.write(bytes); });
-    if (result.status != 0 || result.errorOutput.view().find("fatal:") != cmROStringT::npos) {
+    bool anyOutput = false;
+    const auto keep = [&](cmROStringT bytes) {
+        anyOutput = true;
+        file.write(bytes);
+    };
+    const CaptureResult result = captureLogged("fetchLiveDiffFile", __LINE__, request.commandLine, spawnScannedCommand,
+                                               request.workingDirectory, control, keep);
+    const bool isFatal = result.errorOutput.view().find("fatal:") != cmROStringT::npos;
+    if (result.status != 0 || isFatal || (!anyOutput && hasSvnError(result.errorOutput))) {
         debugLog("fetchLiveDiffFile", __LINE__, cmStringT(cmCat("cannot fetch ") + request.file));
         return false;
     }

@@ -98,15 +98,19 @@ void FileDateData::setSlowThreshold(std::int32_t ms)
     slowThresholdMs = ms;
 }
 
-bool FileDateData::enqueue(cmArray<FILE_DATE_THREAD_INPUT_INFO> requests)
+bool FileDateData::startThread()
 {
     cmMutexLock hold(fileDateLock);
     if (!fileDateThread) {
         fileDateThread = std::make_unique<FileDateThread>(*this);
         fileDateThread->setStopEvent(&workEvent);
     }
-    if (!fileDateThread->isRunning())
-        fileDateThread->start();
+    return fileDateThread->isRunning() || fileDateThread->start() == 0;
+}
+
+bool FileDateData::enqueue(cmArray<FILE_DATE_THREAD_INPUT_INFO> requests)
+{
+    cmMutexLock hold(fileDateLock);
     bool queued = false;
     for (FILE_DATE_THREAD_INPUT_INFO& request : requests) {
         if (slowFiles.contains(request.fileName))

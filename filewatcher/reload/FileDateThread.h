@@ -31,8 +31,8 @@ struct FileDateSource {
     std::uint32_t (*tickCount)();             ///< in milliseconds; wraps around
 };
 
-/// The file-date thread with the requests and results that it shares with the editor's thread. One instance a process. The thread
-/// starts with the first request. All operations are for the editor's thread, except those marked "file-date thread".
+/// The file-date thread with the requests and results that it shares with the editor's thread. One instance a process.
+/// All operations are for the editor's thread, except those marked "file-date thread".
 class FileDateData {
 public:
     /// Returns the instance and creates it when there is none; null when there is no memory for it.
@@ -44,7 +44,9 @@ public:
 
     /// A file whose date takes at least this long to read is slow.
     void setSlowThreshold(std::int32_t ms);
-    /// Queues the requests for files that are not known to be slow. Returns whether it queued any.
+    /// Starts the thread unless it runs. Returns false when it cannot be started.
+    bool startThread();
+    /// Queues the requests for files that are not known to be slow. The thread must run. Returns whether it queued any.
     bool enqueue(cmArray<FILE_DATE_THREAD_INPUT_INFO> requests);
     /// Blocks until the input queue is empty and the last request is answered, at most `budgetMs`; not at all when that is
     /// negative.

@@ -5,9 +5,21 @@
 
 namespace {
 
-constexpr std::int32_t noMemory = 1;
+constexpr std::int32_t notPossible = 1;
 constexpr std::int32_t timeIndex = 0;
 constexpr std::int32_t readOnlyIndex = 1;
+
+/// Adds a result to the editor's table. What the editor has no handle for is skipped.
+void addResult(TXHVAR table, const FILE_DATE_THREAD_OUTPUT_INFO& found)
+{
+    const TXHVAR element = txHvarHashElement(table, found.fileName.c_str(), txCreateMissing);
+    if (!element)
+        return;
+    if (const TXHVAR time = txHvarArrayElement(element, timeIndex, txCreateMissing))
+        txHvarSetInt64(time, found.item.modified);
+    if (const TXHVAR readOnly = txHvarArrayElement(element, readOnlyIndex, txCreateMissing))
+        txHvarSetInt(readOnly, found.readOnlyFlag);
+}
 
 }  // namespace
 
@@ -16,24 +28,24 @@ std::int32_t getFastReloadInfoTable(TXHREFVAR fileNames, std::int32_t arg1, std:
 {
     FileDateData* data = FileDateData::instance();
     if (!data)
-        return noMemory;
+        return notPossible;
     data->setSlowThreshold(budgetMs / 2);
-    const std::int32_t count = txHvarArrayLength(fileNames);
+    const std::int32_t count = fileNames ? txHvarArrayLength(fileNames) : 0;
     cmArray<FILE_DATE_THREAD_INPUT_INFO> requests;
     for (std::int32_t i = 0; i < count; ++i) {
         cmStringT name("");
-        txHvarGetString(txHvarArrayElement(fileNames, i, 0), name);
+        if (const TXHVAR element = txHvarArrayElement(fileNames, i, 0))
+            txHvarGetString(element, name);
         if (!name.isEmpty())
             requests.push_back({name, arg1, arg2});
     }
+    if (!requests.empty() && !data->startThread())
+        return notPossible;
     if (!requests.empty() && data->enqueue(std::move(requests)))
         data->waitUntilDone(budgetMs);
     FILE_DATE_THREAD_OUTPUT_INFO found;
-    while (count > 0 && data->takeResult(found)) {
-        const TXHVAR element = txHvarHashElement(result, found.fileName.c_str(), txCreateMissing);
-        txHvarSetInt64(txHvarArrayElement(element, timeIndex, txCreateMissing), found.item.modified);
-        txHvarSetInt(txHvarArrayElement(element, readOnlyIndex, txCreateMissing), found.readOnlyFlag);
-    }
+    while (count > 0 && result && data->takeResult(found))
+        addResult(result, found);
     return 0;
 }
 
@@ -41,8 +53,10 @@ std::int32_t getSlowReloadFiles(TXHREFVAR result)
 {
     FileDateData* data = FileDateData::instance();
     if (!data)
-        return noMemory;
-    for (const cmStringT& name : data->slowFileNames())
-        txHvarSetInt(txHvarHashElement(result, name.c_str(), txCreateMissing), 1);
+        return notPossible;
+    for (const cmStringT& name : result ? data->slowFileNames() : cmArray<cmStringT>()) {
+        if (const TXHVAR element = txHvarHashElement(result, name.c_str(), txCreateMissing))
+            txHvarSetInt(element, 1);
+    }
     return 0;
 }
