@@ -108,6 +108,10 @@ TEST(Txhost, TellsFailuresAndWrongUsageApart)
     expectFailure({"watch", missing}, 1, "txhost: no such file or directory: " + missing + "\n");
     expectFailure({"recent", missing}, 1, "no such file");
     expectFailure({"status"}, 2, "");
+    expectFailure({"call", "\xC3\xBC\xC2\x9B\xE2\x80\xAE\n\x1B"}, 2, "named \xC3\xBC\\xC2\\x9B\\xE2\\x80\\xAE\\x0A\\x1B (");
+    expectFailure({"functions", "\xC2\x9B\x1B"}, 2, ": \\xC2\\x9B\\x1B\n");
+    EXPECT_EQ(txhost({"call", "_GetSlowReloadFiles", R"({"a":"\u009b\u202e\u00fc\u007f"})"}).output,
+              "0\n{\"a\":\"\\u009B\\u202E\xC3\xBC\\u007F\"}\n");
     const std::vector<Json> flood = json({"status", "--git", helperAs(folder, "tool-floods"), text(folder.path()), "."}, 1);
     ASSERT_EQ(flood.size(), 2u);
     for (const Json& failure : flood)

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdlib>
 
 namespace {
 
@@ -19,6 +20,20 @@ TEST(Txhost, EndsItsWatchOnCtrlCAndFailsWhenItsOutputCannotBeWritten)
     kill(static_cast<pid_t>(watch.id()), SIGINT);
     EXPECT_TRUE(watch.ends());
     EXPECT_EQ(std::count(watch.output().begin(), watch.output().end(), '\n'), 1);
+}
+
+TEST(Txhost, EscapesMoreForATerminalThanForAPipe)
+{
+    const TempFolder folder;
+    const std::string name = "x\xC2\x9By\xFF\xED\xA0\x80\xC3\xBC";
+    writeFile(folder / name, "");
+    const std::string command = builtProgram("txhost") + " reload " + text(folder / "x*");
+    for (const auto& [run, shown] :
+         {std::pair(command, name),
+          std::pair("script -qec '" + command + "' /dev/null", std::string("x\\xC2\\x9By\\xFF\\xED\\xA0\\x80\xC3\xBC"))}) {
+        EXPECT_EQ(std::system((run + " >" + text(folder / "out")).c_str()), 0);
+        EXPECT_NE(readFile(folder / "out").find("/" + shown), std::string::npos) << readFile(folder / "out");
+    }
 }
 
 }  // namespace

@@ -2,33 +2,38 @@
 
 #include "common/Environment.h"
 #include "common/cmStringCatHelper.h"
+#include "txhost/Character.h"
 
 #include <array>
-#include <cstdint>
 #include <cstdio>
 #include <ctime>
 #include <string>
 
 namespace {
 
-/// Removes one character from the front of UTF-8 text, or one byte that starts no character. Returns its width in columns.
-std::size_t takeCharacter(cmROStringT& text, cmROStringT& character)
+/// `text` with the bytes of each character that `isEscaped` chooses written as \xHH.
+template <class Predicate>
+cmStringT escapedWhere(cmROStringT text, Predicate isEscaped)
 {
-    const auto byteAt = [&text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned char first = byteAt(0);
-    const std::size_t length = first < 0xC0 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-    std::uint32_t code = length == 1 ? first : first & (0x7Fu >> length);
-    std::size_t taken = 1;
-    for (; taken < length && taken < text.size() && (byteAt(taken) & 0xC0) == 0x80; ++taken)
-        code = code << 6 | (byteAt(taken) & 0x3Fu);
-    character = text.substr(0, taken);
-    text.remove_prefix(taken);
-    const bool combining = (code >= 0x300 && code <= 0x36F) || (code >= 0x200B && code <= 0x200F) || code == 0xFE0F;
-    const bool wide = (code >= 0x1100 && code <= 0x115F) || (code >= 0x2E80 && code <= 0xA4CF)
-                      || (code >= 0xAC00 && code <= 0xD7A3) || (code >= 0xF900 && code <= 0xFAFF)
-                      || (code >= 0xFE30 && code <= 0xFE6F) || (code >= 0xFF00 && code <= 0xFF60)
-                      || (code >= 0x1F300 && code <= 0x1FAFF) || (code >= 0x20000 && code <= 0x3FFFD);
-    return combining ? 0 : wide ? 2 : 1;
+    cmStringT shown("");
+    while (!text.empty()) {
+        const Character character = takeCharacter(text);
+        if (!isEscaped(character)) {
+            shown += character.bytes;
+            continue;
+        }
+        for (const char c : character.bytes) {
+            std::array<char, 8> escape{};
+            std::snprintf(escape.data(), escape.size(), "\\x%02X", static_cast<unsigned>(static_cast<unsigned char>(c)));
+            shown += escape.data();
+        }
+    }
+    return shown;
+}
+
+cmStringT forTerminal(cmROStringT text)
+{
+    return escapedWhere(text, [](const Character& character) { return isControl(character) || isTerminalControl(character); });
 }
 
 bool userWantsColours()
@@ -45,9 +50,8 @@ bool userWantsColours()
 std::size_t console::widthOf(cmROStringT text)
 {
     std::size_t columns = 0;
-    cmROStringT character;
     while (!text.empty())
-        columns += takeCharacter(text, character);
+        columns += columnsOf(takeCharacter(text));
     return columns;
 }
 
@@ -56,9 +60,9 @@ cmStringT console::shortened(cmROStringT text, std::size_t columns)
     if (widthOf(text) <= columns)
         return text;
     cmStringT kept("");
-    cmROStringT character;
-    for (std::size_t used = takeCharacter(text, character); used < columns; used += takeCharacter(text, character))
-        kept += character;
+    std::size_t used = 0;
+    for (Character character = takeCharacter(text); (used += columnsOf(character)) < columns; character = takeCharacter(text))
+        kept += character.bytes;
     kept += columns == 0 ? "" : "\u2026";
     return kept;
 }
@@ -97,20 +101,20 @@ void console::printInterrupted()
 
 void console::printError(cmROStringT line)
 {
-    const cmStringT text = cmCat("txhost: ") + line + "\n";
-    std::fwrite(text.c_str(), 1, text.length(), stderr);
+    printErrorLines(cmStringT(cmCat("txhost: ") + forTerminal(line)));
+}
+
+void console::printErrorLines(cmROStringT text)
+{
+    cmStringT lines("");
+    while (!text.empty())
+        lines += cmStringT(cmCat(forTerminal(cmWithoutLineEnd(cmTakeUntil(text, '\n')))) + "\n");
+    std::fwrite(lines.c_str(), 1, lines.length(), stderr);
 }
 
 cmStringT console::printable(cmROStringT text)
 {
-    cmStringT shown("");
-    for (const char c : text) {
-        std::array<char, 8> escape{c};
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
-            std::snprintf(escape.data(), escape.size(), "\\x%02X", static_cast<unsigned>(c));
-        shown += escape.data();
-    }
-    return shown;
+    return isTerminal() ? forTerminal(text) : escapedWhere(text, &isControl);
 }
 
 cmStringT console::coloured(int colour, cmROStringT text)

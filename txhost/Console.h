@@ -27,9 +27,13 @@ bool isErrorTerminal();
 void printLine(cmROStringT line);
 /// Whether all lines so far were written. Prints an error when not.
 bool isOutputComplete();
-/// Writes one line to standard error, after the name of the program.
+/// Writes one line to standard error, after the name of the program, escaped as for a terminal.
 void printError(cmROStringT line);
-/// `text` with control characters escaped, so that a name cannot break its line or control the terminal.
+/// Writes lines to standard error, each escaped as for a terminal. Any thread.
+void printErrorLines(cmROStringT text);
+/// `text` for standard output, so that a name cannot break its line or control the terminal: control characters are escaped. On
+/// a terminal, so are those of the set C1, those of the writing direction, and bytes that are no UTF-8; the reader of a pipe gets
+/// these as they are.
 cmStringT printable(cmROStringT text);
 /// `text` in a colour (an SGR number). Unchanged when standard output is no terminal, or the user does not want colours
 /// (NO_COLOR, TERM=dumb).

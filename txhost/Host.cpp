@@ -5,8 +5,8 @@
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
 #include "common/cmSystemPath.h"
+#include "txhost/Console.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <system_error>
 
@@ -62,7 +62,7 @@ Host::Host(const HostOptions& options) : m_options(options)
     m_editor.setDebugSink([this](cmROStringT line) {
         recordToolError(line);
         if (m_options.debug)
-            std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+            console::printErrorLines(line);
     });
     m_directory = options.cache.empty() ? privateDirectory() : cmStringT(options.cache);
     m_editor.setDirectory(m_directory);

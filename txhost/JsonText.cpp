@@ -1,7 +1,10 @@
 #include "txhost/JsonText.h"
 
 #include "txapi/txapi.h"
+#include "txhost/Character.h"
 
+#include <array>
+#include <cstdio>
 #include <string>
 #include <type_traits>
 
@@ -19,7 +22,19 @@ Json jsonOfTable(const VariableTable& table)
 
 cmStringT jsonText(const Json& value)
 {
-    return cmROStringT(value.dump(-1, ' ', false, Json::error_handler_t::replace));
+    const std::string whole = value.dump(-1, ' ', false, Json::error_handler_t::replace);
+    cmStringT text("");
+    for (cmROStringT rest = whole; !rest.empty();) {
+        const Character character = takeCharacter(rest);
+        if (!isControl(character) && !isTerminalControl(character)) {
+            text += character.bytes;
+            continue;
+        }
+        std::array<char, 8> escape{};
+        std::snprintf(escape.data(), escape.size(), "\\u%04X", static_cast<unsigned>(character.code));
+        text += escape.data();
+    }
+    return text;
 }
 
 Json jsonString(cmROStringT text)

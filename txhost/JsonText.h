@@ -8,7 +8,7 @@
 /// A JSON value whose objects keep their keys in the order of insertion.
 using Json = nlohmann::ordered_json;
 
-/// `value` as JSON text on one line. Bytes that are no UTF-8 are replaced.
+/// `value` as JSON text on one line. Bytes that are no UTF-8 are replaced; what a terminal may obey is written as \uXXXX.
 cmStringT jsonText(const Json& value);
 /// `text` as a JSON string.
 Json jsonString(cmROStringT text);

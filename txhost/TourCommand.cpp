@@ -76,7 +76,7 @@ private:
         char line[160];
         std::snprintf(line, sizeof line, "  %-11.*s %-44.*s %7.1f ms  ", static_cast<int>(feature.size()), feature.data(),
                       static_cast<int>(what.size()), what.data(), time.count());
-        console::printLine(cmStringT(cmCat(mark) + line + outcome.detail));
+        console::printLine(cmStringT(cmCat(mark) + line + console::printable(outcome.detail)));
     }
 
     StatusRound poll(const cmStringT& directory) { return pollStatus(m_host, {WatchedDirectory{directory, gitTool}}); }

@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <exception>
 #include <functional>
+#include <iostream>
 #include <limits>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -67,7 +69,10 @@ public:
             for (auto& [tool, program] : m_options.programs)
                 removeGuard(program);
         } catch (const CLI::ParseError& error) {
-            return m_app.exit(error) == 0 ? 0 : exitUsage;
+            std::ostringstream complaint;
+            const int code = m_app.exit(error, std::cout, complaint);
+            console::printErrorLines(complaint.str());
+            return code == 0 ? 0 : exitUsage;
         }
         try {
             const int exitCode = m_run();
