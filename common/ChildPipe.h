@@ -18,9 +18,9 @@ public:
     /// inherit everything, inherits it too. Throws cmStatusException(cmStatusPipeFailed).
     void create(bool toChild, std::uint32_t bufferSize);
 
-    /// Whether at least one byte can be read. Never blocks.
+    /// Whether at least one byte can be read; false also when the system cannot tell (see hasFailed). Never blocks.
     bool dataAvailable();
-    /// Reads at most `count` bytes and blocks until there is one. Returns less than 1 at the end of the stream or on error.
+    /// Reads at most `count` bytes and blocks until there is one. Returns 0 at the end of the stream, -1 on error.
     int read(void* buffer, std::uint32_t count);
     /// Writes all `count` bytes and blocks while the pipe is full. Returns less than 1 when the child has closed its end.
     int write(const void* data, std::uint32_t count);
@@ -31,6 +31,7 @@ public:
         closeEnd(childEnd);
         closeEnd(parentEnd);
         ended = false;
+        failed = false;
     }
 
     std::intptr_t getParentEnd() const { return parentEnd; }
@@ -38,6 +39,8 @@ public:
     /// Whether the end of the stream was seen: all data was read and no writer is left.
     bool isEnded() const { return ended; }
     void markEnded() { ended = true; }
+    /// Whether the system could not tell if data can be read.
+    bool hasFailed() const { return failed; }
 
 private:
     static void closeEnd(std::intptr_t& end);
@@ -45,4 +48,5 @@ private:
     std::intptr_t parentEnd = none;
     std::intptr_t childEnd = none;
     bool ended = false;
+    bool failed = false;
 };

@@ -67,7 +67,9 @@ bool ChildPipe::dataAvailable()
     if (parentEnd == none || ended)
         return false;
     pollfd waiting{static_cast<int>(parentEnd), POLLIN, 0};
-    if (poll(&waiting, 1, 0) != 1)
+    const int ready = poll(&waiting, 1, 0);
+    failed |= (ready < 0 && errno != EINTR) || (waiting.revents & POLLNVAL) != 0;
+    if (ready != 1 || failed)
         return false;
     const bool data = (waiting.revents & POLLIN) != 0;
     ended = !data;

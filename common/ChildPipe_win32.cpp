@@ -54,14 +54,19 @@ bool ChildPipe::dataAvailable()
     if (parentEnd == none || ended)
         return false;
     DWORD waiting = 0;
-    ended = !PeekNamedPipe(native(parentEnd), nullptr, 0, nullptr, &waiting, nullptr);
-    return !ended && waiting > 0;
+    if (PeekNamedPipe(native(parentEnd), nullptr, 0, nullptr, &waiting, nullptr))
+        return waiting > 0;
+    ended = GetLastError() == ERROR_BROKEN_PIPE;
+    failed |= !ended;
+    return false;
 }
 
 int ChildPipe::read(void* buffer, std::uint32_t count)
 {
     DWORD taken = 0;
-    return ReadFile(native(parentEnd), buffer, count, &taken, nullptr) ? static_cast<int>(taken) : -1;
+    if (ReadFile(native(parentEnd), buffer, count, &taken, nullptr))
+        return static_cast<int>(taken);
+    return GetLastError() == ERROR_BROKEN_PIPE ? 0 : -1;
 }
 
 int ChildPipe::write(const void* data, std::uint32_t count)

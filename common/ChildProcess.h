@@ -25,10 +25,11 @@ struct ChildActivity {
     bool running;  ///< read before the pipes: when false, they already hold all of the child's own output
     bool output;   ///< data can be read
     bool error;
+    bool failed;  ///< the system could not tell; the other fields hold nothing then
 };
 
 /// One started child. One thread at a time may use it. The child does not end with the record: unless it was terminated it goes
-/// on running, and is reaped later.
+/// on running, and is reaped later. It is waited for by its own handle, never by a number that may be another process's by now.
 class ChildProcess {
 public:
     static constexpr std::intptr_t none = -1;
@@ -39,17 +40,19 @@ public:
     ~ChildProcess() { close(); }
 
     bool isRunning();
-    /// Ends the child and all processes that it has started. Does not wait.
+    /// Ends the child and the processes that it has started: on Windows its job, elsewhere all that endProcessFamily finds. Does
+    /// not wait.
     void terminate();
     /// Releases the child and clears the record. Waits up to 50 ms for a child that was terminated, otherwise not at all.
     void close();
     /// isRunning and dataAvailable of both pipes in one call. Never blocks.
     ChildActivity poll(ChildPipe& output, ChildPipe& error);
     /// Blocks until the child has ended, a pipe has data or has ended, or `timeoutMs` milliseconds have passed. Windows cannot
-    /// wait for these pipes: there the call returns after 10 ms at the latest.
-    void waitForActivity(const ChildPipe& output, const ChildPipe& error, std::uint32_t timeoutMs);
+    /// wait for these pipes: there the call returns after 10 ms at the latest. Returns false when the system cannot wait.
+    bool waitForActivity(const ChildPipe& output, const ChildPipe& error, std::uint32_t timeoutMs);
     /// Blocks until the child has ended or about `timeout` has passed. The child's output accumulates in its pipes meanwhile.
-    void waitForEnd(std::chrono::microseconds timeout);
+    /// Returns false when the system cannot wait.
+    bool waitForEnd(std::chrono::microseconds timeout);
 
     bool isValid() const { return valid != 0; }
     std::uint32_t getProcessId() const { return processId; }
@@ -89,6 +92,9 @@ void spawnProcess(ChildProcess& process, cmROStringT commandLine, SpawnOptions o
 /// Reaps the children whose records were closed while they ran and which have ended since. Every start and every close does so
 /// too; call it to leave no zombie behind when nothing more will be started. Any thread.
 void reapEndedChildren();
+/// Waits until the children that were terminated, and whose records were closed since, have ended and are reaped; at most
+/// `timeoutMs` milliseconds. Those left are reaped later. Any thread.
+void collectTerminatedChildren(std::uint32_t timeoutMs);
 
 /// findProgram with this platform's rules, its file system, and the host's PATH. Any thread.
 cmStringT findHostProgram(cmROStringT program);

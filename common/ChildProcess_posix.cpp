@@ -1,71 +1,63 @@
 #include "common/ChildProcess.h"
 
-#include "common/cmArray.h"
-#include "common/cmMutex.h"
+#include "common/ProcessFamily.h"
+#include "common/UnreapedChildren.h"
 
 #include <poll.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <csignal>
+#include <utility>
 
-// The handle of a child is its pidfd. It is ChildProcess::none for a child that had ended before it could get one.
+// The handle of a child is its pidfd. It is ChildProcess::none for a child that the host had reaped before it could get one.
 
 namespace {
 
-constexpr int terminateGraceMs = 50;
+constexpr std::chrono::milliseconds terminateGrace{50};
 
-cmMutex unreapedLock;
-/// Children whose records were closed before they could be reaped.
-cmArray<pid_t> unreaped CM_GUARDED_BY(unreapedLock);
-
-/// Returns true when the child was reaped, now or earlier by a host that ignores SIGCHLD.
-bool reap(pid_t child)
+/// ppoll without its interruptions, which count as the end of the wait. Returns the number of ready sources, negative on failure.
+template <std::size_t size>
+int pollSources(std::array<pollfd, size>& sources, std::chrono::nanoseconds timeout)
 {
-    const pid_t result = waitpid(child, nullptr, WNOHANG);
-    return result == child || (result < 0 && errno == ECHILD);
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(timeout);
+    const timespec limit{seconds.count(), (timeout - seconds).count()};
+    const int ready = ppoll(sources.data(), sources.size(), &limit, nullptr);
+    return ready < 0 && errno == EINTR ? 0 : ready;
 }
 
-bool hasEnded(std::intptr_t handle, int timeoutMs)
+pollfd source(std::intptr_t descriptor)
 {
-    if (handle == ChildProcess::none)
-        return true;
-    pollfd child{static_cast<int>(handle), POLLIN, 0};
-    int ready = ::poll(&child, 1, timeoutMs);
-    while (ready < 0 && errno == EINTR)
-        ready = ::poll(&child, 1, timeoutMs);
-    return ready == 1;
+    return {static_cast<int>(descriptor), POLLIN, 0};
 }
 
-/// Whether the child, running or ended, is not reaped yet. Only then do its process id and its group surely belong to it.
+bool hasEnded(std::intptr_t handle)
+{
+    std::array<pollfd, 1> child{source(handle)};
+    return handle == ChildProcess::none || pollSources(child, {}) == 1;
+}
+
+/// Whether the child, running or ended, is not reaped yet. Only then do its number and its group surely belong to it.
 bool isUnreaped(std::intptr_t handle)
 {
     siginfo_t info{};
-    return handle != ChildProcess::none && waitid(P_PIDFD, static_cast<id_t>(handle), &info, WEXITED | WNOHANG | WNOWAIT) == 0;
+    return !hasEnded(handle)
+           || (handle != ChildProcess::none
+               && waitid(P_PIDFD, static_cast<id_t>(handle), &info, WEXITED | WNOHANG | WNOWAIT) == 0);
 }
 
 /// The child comes first: the kernel checks the descriptors in order. It skips negative ones.
 std::array<pollfd, 3> activitySources(std::intptr_t child, const ChildPipe& output, const ChildPipe& error)
 {
-    const auto source = [](std::intptr_t descriptor) { return pollfd{static_cast<int>(descriptor), POLLIN, 0}; };
     const auto pipeEnd = [](const ChildPipe& pipe) { return pipe.isEnded() ? ChildPipe::none : pipe.getParentEnd(); };
     return {source(child), source(pipeEnd(output)), source(pipeEnd(error))};
 }
 
 }  // namespace
 
-void reapEndedChildren()
-{
-    const cmMutexLock hold(unreapedLock);
-    unreaped.erase(std::remove_if(unreaped.begin(), unreaped.end(), &reap), unreaped.end());
-}
-
 bool ChildProcess::isRunning()
 {
-    return valid && !hasEnded(handle, 0);
+    return valid && !hasEnded(handle);
 }
 
 void ChildProcess::terminate()
@@ -73,22 +65,14 @@ void ChildProcess::terminate()
     if (!valid)
         return;
     if (isUnreaped(handle))
-        kill(-static_cast<pid_t>(processId), SIGKILL);
+        endProcessFamily(static_cast<int>(handle), static_cast<int>(processId));
     terminated = true;
 }
 
 void ChildProcess::close()
 {
-    if (valid) {
-        const auto child = static_cast<pid_t>(processId);
-        hasEnded(handle, terminated ? terminateGraceMs : 0);
-        if (!reap(child)) {
-            const cmMutexLock hold(unreapedLock);
-            unreaped.push_back(child);
-        }
-        if (handle != none)
-            ::close(static_cast<int>(handle));
-    }
+    if (valid)
+        UnreapedChildren::reapOrKeep(static_cast<int>(handle), terminated, terminated ? terminateGrace : terminateGrace.zero());
     handle = none;
     processId = 0;
     valid = 0;
@@ -100,7 +84,9 @@ ChildActivity ChildProcess::poll(ChildPipe& output, ChildPipe& error)
 {
     // One system call for all three: a capture of hundreds of megabytes polls tens of thousands of times.
     std::array<pollfd, 3> sources = activitySources(handle, output, error);
-    ::poll(sources.data(), sources.size(), 0);
+    bool failed = pollSources(sources, {}) < 0;
+    for (const pollfd& polled : sources)
+        failed |= (polled.revents & POLLNVAL) != 0;
     const auto hasData = [](ChildPipe& pipe, short events) {
         const bool data = (events & POLLIN) != 0;
         if (events != 0 && !data)
@@ -108,20 +94,20 @@ ChildActivity ChildProcess::poll(ChildPipe& output, ChildPipe& error)
         return data;
     };
     const auto& [child, outputEnd, errorEnd] = sources;
+    if (failed)
+        return {false, false, false, true};
     const bool running = valid && handle != none && child.revents == 0;
-    return {running, hasData(output, outputEnd.revents), hasData(error, errorEnd.revents)};
+    return {running, hasData(output, outputEnd.revents), hasData(error, errorEnd.revents), false};
 }
 
-void ChildProcess::waitForActivity(const ChildPipe& output, const ChildPipe& error, std::uint32_t timeoutMs)
+bool ChildProcess::waitForActivity(const ChildPipe& output, const ChildPipe& error, std::uint32_t timeoutMs)
 {
     std::array<pollfd, 3> sources = activitySources(handle, output, error);
-    ::poll(sources.data(), sources.size(), static_cast<int>(timeoutMs));
+    return pollSources(sources, std::chrono::milliseconds(timeoutMs)) >= 0;
 }
 
-void ChildProcess::waitForEnd(std::chrono::microseconds timeout)
+bool ChildProcess::waitForEnd(std::chrono::microseconds timeout)
 {
-    pollfd child{static_cast<int>(handle), POLLIN, 0};
-    const auto seconds = std::chrono::floor<std::chrono::seconds>(timeout);
-    const timespec limit{seconds.count(), std::chrono::nanoseconds(timeout - seconds).count()};
-    ppoll(&child, 1, &limit, nullptr);
+    std::array<pollfd, 1> child{source(handle)};
+    return pollSources(child, timeout) >= 0;
 }

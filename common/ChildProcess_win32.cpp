@@ -13,26 +13,31 @@ HANDLE native(std::intptr_t handle)
 }
 
 /// Waits for the handle, but not much longer than `time`. An ordinary wait is rounded up to the system's tick of 15.6 ms.
-void waitExactly(HANDLE handle, std::chrono::microseconds time)
+/// Returns false when the system cannot wait.
+bool waitExactly(HANDLE handle, std::chrono::microseconds time)
 {
     constexpr DWORD highResolution = 2;  // CREATE_WAITABLE_TIMER_HIGH_RESOLUTION
     HANDLE timer = CreateWaitableTimerExW(nullptr, nullptr, highResolution, TIMER_MODIFY_STATE | SYNCHRONIZE);
     const auto atMostMs = static_cast<DWORD>(std::chrono::ceil<std::chrono::milliseconds>(time).count());
     LARGE_INTEGER due;
     due.QuadPart = -time.count() * 10;  // negative: relative to now, in units of 100 ns
+    DWORD result = WAIT_FAILED;
     if (timer && SetWaitableTimer(timer, &due, 0, nullptr, nullptr, FALSE)) {
         const HANDLE handles[] = {handle, timer};
-        WaitForMultipleObjects(2, handles, FALSE, atMostMs + 20);
+        result = WaitForMultipleObjects(2, handles, FALSE, atMostMs + 20);
     } else {
-        WaitForSingleObject(handle, atMostMs);
+        result = WaitForSingleObject(handle, atMostMs);
     }
     if (timer)
         CloseHandle(timer);
+    return result != WAIT_FAILED;
 }
 
 }  // namespace
 
-void reapEndedChildren() {}  // closing the handle is all that Windows needs
+// Closing the handle is all that Windows needs.
+void reapEndedChildren() {}
+void collectTerminatedChildren(std::uint32_t) {}
 
 bool ChildProcess::isRunning()
 {
@@ -59,7 +64,7 @@ void ChildProcess::terminate()
 void ChildProcess::close()
 {
     constexpr DWORD terminateGraceMs = 50;
-    if (terminated)
+    if (terminated && valid)
         WaitForSingleObject(native(handle), terminateGraceMs);
     if (handle != none)
         CloseHandle(native(std::exchange(handle, none)));
@@ -73,26 +78,27 @@ void ChildProcess::close()
 
 ChildActivity ChildProcess::poll(ChildPipe& output, ChildPipe& error)
 {
-    const bool running = isRunning();
+    const DWORD ended = valid ? WaitForSingleObject(native(handle), 0) : WAIT_OBJECT_0;
     const bool outputWaits = output.dataAvailable();
     const bool errorWaits = error.dataAvailable();
     if (outputWaits || errorWaits)
         idlePolls = 0;
-    return {running, outputWaits, errorWaits};
+    return {ended == WAIT_TIMEOUT, outputWaits, errorWaits, ended == WAIT_FAILED || output.hasFailed() || error.hasFailed()};
 }
 
-void ChildProcess::waitForActivity(const ChildPipe&, const ChildPipe&, std::uint32_t timeoutMs)
+bool ChildProcess::waitForActivity(const ChildPipe&, const ChildPipe&, std::uint32_t timeoutMs)
 {
     // Windows cannot wait for anonymous pipes. So a child that has just written is polled again at once, a quiet one less often.
     constexpr std::uint32_t pollsWithoutSleep = 3;
     constexpr std::uint32_t longest = 10;
-    if (++idlePolls <= pollsWithoutSleep)
-        SwitchToThread();
-    else
-        waitExactly(native(handle), std::chrono::milliseconds(std::min({idlePolls - pollsWithoutSleep, longest, timeoutMs})));
+    if (++idlePolls > pollsWithoutSleep)
+        return waitExactly(native(handle),
+                           std::chrono::milliseconds(std::min({idlePolls - pollsWithoutSleep, longest, timeoutMs})));
+    SwitchToThread();
+    return true;
 }
 
-void ChildProcess::waitForEnd(std::chrono::microseconds timeout)
+bool ChildProcess::waitForEnd(std::chrono::microseconds timeout)
 {
-    waitExactly(native(handle), timeout);
+    return waitExactly(native(handle), timeout);
 }

@@ -2,12 +2,15 @@
 
 #include "common/CommandLine.h"
 #include "common/CommandQuoting.h"
+#include "common/ProcessFamily.h"
+#include "common/UnreapedChildren.h"
 #include "common/cmStringCatHelper.h"
+#include "common/cmThread.h"
 
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -22,22 +25,22 @@ constexpr const char* interpreterPath = "/bin/sh";
 /// Every call returns 0 or an errno value.
 class SpawnPlan {
 public:
-    SpawnPlan()
-    {
-        posix_spawn_file_actions_init(&m_actions);
-        posix_spawnattr_init(&m_attributes);
-    }
+    SpawnPlan() = default;
     ~SpawnPlan()
     {
-        posix_spawn_file_actions_destroy(&m_actions);
-        posix_spawnattr_destroy(&m_attributes);
+        if (m_actionsError == 0)
+            posix_spawn_file_actions_destroy(&m_actions);
+        if (m_attributesError == 0)
+            posix_spawnattr_destroy(&m_attributes);
     }
     SpawnPlan(const SpawnPlan&) = delete;
     SpawnPlan& operator=(const SpawnPlan&) = delete;
 
     int prepare(const ChildStarter& starter)
     {
-        int error = addStreams(starter.streams, starter.options);
+        int error = m_actionsError == 0 ? m_attributesError : m_actionsError;
+        if (error == 0)
+            error = addStreams(starter.streams, starter.options);
         if (error == 0 && !starter.workingDirectory.isEmpty())
             error = posix_spawn_file_actions_addchdir_np(&m_actions, starter.workingDirectory.c_str());
         if (error == 0)
@@ -80,13 +83,17 @@ private:
         sigset_t none;
         sigfillset(&all);
         sigemptyset(&none);
-        posix_spawnattr_setsigdefault(&m_attributes, &all);
-        posix_spawnattr_setsigmask(&m_attributes, &none);
-        return posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSID);
+        int error = posix_spawnattr_setsigdefault(&m_attributes, &all);
+        if (error == 0)
+            error = posix_spawnattr_setsigmask(&m_attributes, &none);
+        constexpr short flags = POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSID;
+        return error == 0 ? posix_spawnattr_setflags(&m_attributes, flags) : error;
     }
 
     posix_spawn_file_actions_t m_actions{};
     posix_spawnattr_t m_attributes{};
+    const int m_actionsError = posix_spawn_file_actions_init(&m_actions);
+    const int m_attributesError = posix_spawnattr_init(&m_attributes);
 };
 
 cmArray<cmStringT> childArguments(const ChildStarter& starter)
@@ -106,6 +113,15 @@ cmArray<char*> execList(cmArray<cmStringT>& texts)
         list.push_back(text.data());
     list.push_back(nullptr);
     return list;
+}
+
+/// Ends and reaps a child for which there is no handle. It has just been started, so its number is still its own.
+void endAtOnce(pid_t child)
+{
+    kill(-child, SIGKILL);
+    constexpr int longestMs = 1000;
+    for (int ms = 0; ms < longestMs && waitpid(child, nullptr, WNOHANG) == 0; ++ms)
+        cmThread::sleep(1);
 }
 
 }  // namespace
@@ -129,19 +145,23 @@ bool ChildStarter::start(ChildProcess& process, cmStringT& detail) const
     cmArray<char*> variableList = execList(variables);
 
     SpawnPlan plan;
-    pid_t child = 0;
     if (const int error = plan.prepare(*this))
         return fail(error);
-    if (const int error = plan.start(child, interpreter ? interpreterPath : program.c_str(), argumentList, variableList))
-        return fail(error);
-    process.processId = static_cast<std::uint32_t>(child);
-    process.valid = 1;
-    process.handle = syscall(SYS_pidfd_open, child, 0);
-    if (process.handle == ChildProcess::none && errno != ESRCH) {  // ESRCH: it has ended and the host has reaped it
-        const int error = errno;
-        kill(-child, SIGKILL);
-        process.close();
+    UnreapedChildren::reserve();
+    pid_t child = 0;
+    int error = plan.start(child, interpreter ? interpreterPath : program.c_str(), argumentList, variableList);
+    if (error == 0) {
+        process.handle = openProcessHandle(child);
+        if (process.handle == ChildProcess::none && errno != ESRCH) {  // ESRCH: it has ended and the host has reaped it
+            error = errno;
+            endAtOnce(child);
+        }
+    }
+    if (error != 0) {
+        UnreapedChildren::cancel();
         return fail(error);
     }
+    process.processId = static_cast<std::uint32_t>(child);
+    process.valid = 1;
     return true;
 }

@@ -27,18 +27,19 @@ public:
     }
     void onRead() { m_lastRead = Clock::now(); }
 
-    /// Waits after a pass that read nothing.
-    void wait(ChildProcess& process, const ChildPipe& output, const ChildPipe& error)
+    /// Waits after a pass that read nothing. Returns false when the system cannot wait.
+    bool wait(ChildProcess& process, const ChildPipe& output, const ChildPipe& error)
     {
         const auto sinceRead = Clock::now() - m_lastRead;
         if (!m_coalescing && sinceRead < pollTime) {
             cmThread::yield();
-        } else if ((m_coalescing || m_lastPiece <= smallPiece) && sinceRead < streamingTime) {
-            m_coalescing = true;
-            process.waitForEnd(coalesceTime);
-        } else {
-            process.waitForActivity(output, error, idleWaitMs);
+            return true;
         }
+        if ((m_coalescing || m_lastPiece <= smallPiece) && sinceRead < streamingTime) {
+            m_coalescing = true;
+            return process.waitForEnd(coalesceTime);
+        }
+        return process.waitForActivity(output, error, idleWaitMs);
     }
 
 private:
@@ -72,9 +73,14 @@ public:
             m_result.status = failure.status();
             return std::move(m_result);
         }
-        while (pass()) {
-        }
-        while (m_result.errorOutput.length() < CaptureReadChunk && m_error.dataAvailable() && drainError()) {
+        try {
+            while (pass()) {
+            }
+            while (m_result.errorOutput.length() < CaptureReadChunk && readWaitingError()) {
+            }
+        } catch (...) {
+            m_process.terminate();
+            throw;
         }
         return std::move(m_result);
     }
@@ -92,14 +98,28 @@ private:
             }
         }
         const ChildActivity activity = m_process.poll(m_output, m_error);
+        if (activity.failed)
+            return fail("the system does not tell whether the command still runs");
         if (activity.output && !readOutput())
             return false;
-        const bool errorRead = activity.error && drainError();
-        if (activity.output || errorRead)
+        if (activity.error && !drainError())
+            return false;
+        if (activity.output || activity.error)
             m_pacing.onRead();
-        else if (activity.running)
-            m_pacing.wait(m_process, m_output, m_error);
+        else if (activity.running && !m_pacing.wait(m_process, m_output, m_error))
+            return fail("the system does not wait for the command");
         return activity.running || activity.output;
+    }
+
+    /// Ends the capture with a failure, unless it has been ended before. Returns false.
+    bool fail(cmROStringT reason)
+    {
+        m_process.terminate();
+        if (m_result.status == 0 && !m_result.stopped) {
+            m_result.status = cmStatusPipeFailed;
+            m_result.failure = reason;
+        }
+        return false;
     }
 
     /// Returns false when the capture must end: at the end of the stream, and when the limit is exceeded.
@@ -107,7 +127,7 @@ private:
     {
         const int count = m_output.read(m_block.data(), static_cast<std::uint32_t>(m_block.size()));
         if (count < 1)
-            return false;
+            return count < 0 && fail("the command's output could not be read");
         const cmROStringT piece(m_block.data(), static_cast<std::size_t>(count));
         m_pacing.onOutput(piece.size());
         m_sink(piece);
@@ -121,15 +141,26 @@ private:
         return false;
     }
 
+    /// Reads what the ended child has left in the error pipe. Returns false when there is nothing.
+    bool readWaitingError()
+    {
+        const ChildActivity activity = m_process.poll(m_output, m_error);
+        if (activity.failed)
+            return fail("the system does not tell whether the command's error output is complete");
+        return activity.error && drainError();
+    }
+
     /// Reads one chunk of standard error, so that a full pipe never blocks the child, and keeps the first bytes. Returns false
-    /// at the end of the stream.
+    /// when it cannot be read: the error output decides whether the output counts.
     bool drainError()
     {
         cmStringT& kept = m_result.errorOutput;
         char chunk[CaptureReadChunk];
         const int count = m_error.read(chunk, CaptureReadChunk);
-        if (count < 1)
-            return false;
+        if (count < 0)
+            return fail("the command's error output could not be read");
+        if (count == 0)
+            m_error.markEnded();
         kept.append({chunk, std::min<std::size_t>(static_cast<std::size_t>(count), CaptureReadChunk - kept.length())});
         return true;
     }

@@ -27,20 +27,20 @@ struct CaptureControl {
 };
 
 struct CaptureResult {
-    /// 0 when the command was started; statusOutputLimit when it wrote too much; otherwise why it could not be started.
+    /// 0 when the command was started and its output is complete or was stopped; statusOutputLimit when it wrote too much;
+    /// cmStatusPipeFailed when its output could not be read to the end; otherwise why it could not be started.
     std::int32_t status = 0;
     bool stopped = false;   ///< whether `stopRequested` ended the capture
     cmStringT errorOutput;  ///< the first CaptureReadChunk bytes of standard error
-    cmStringT failure;      ///< in words, why the command could not be started
+    cmStringT failure;      ///< in words, why the command could not be started or its output could not be read
 };
 
 /// Runs a command and passes its standard output to `sink` as it arrives, in pieces of any bytes, each at most as large as a
 /// pipe's content. Returns when the child has ended and a pass finds nothing more to read; other processes may still hold the
-/// pipes then. Blocks the calling thread meanwhile; a stop takes effect within 20 ms. Throws only what the callbacks throw.
-/// Any thread.
+/// pipes then. Blocks the calling thread meanwhile; a stop takes effect within 20 ms and the time that endProcessFamily takes.
+/// Throws only std::bad_alloc and what the callbacks throw; the command is terminated then. Any thread.
 CaptureResult captureCommand(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory,
                              const CaptureControl& control, const std::function<void(cmROStringT)>& sink);
 
-/// The short form: appends the standard output to `output`. Returns the `status` of CaptureResult, 0 whenever the command was
-/// started.
+/// The short form: appends the standard output to `output`. Returns the `status` of CaptureResult.
 std::int32_t runCommandCapture(cmROStringT commandLine, cmStringT& output, cmROStringT workingDirectory);

@@ -1,3 +1,4 @@
+#include "common/ChildProcess.h"
 #include "filewatcher/RegisteredFunctions.h"
 #include "filewatcher/git/browser/GitBrowser.h"
 #include "filewatcher/livediff/GetFileFromVCThreaded.h"
@@ -10,4 +11,6 @@ void filewatcher_stop_async_work()
     stopStatusThreads();
     stopGitBrowser();
     GetFileFromVCThreaded::stopInstance();
+    constexpr std::uint32_t longestDeathMs = 1000;
+    collectTerminatedChildren(longestDeathMs);
 }

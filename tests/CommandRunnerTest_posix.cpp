@@ -1,7 +1,13 @@
+#include "common/CommandQuoting.h"
+#include "common/cmStatusException.h"
 #include "tests/Captured.h"
 #include "tests/HelperSystem.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/ptrace.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <cstdio>
@@ -50,6 +56,99 @@ TEST(CommandRunner, GivesTheChildItsStreamsWhenTheHostHasNone)
     const TempFolder folder;
     run(helper("capture-without-streams error"), {}, spawnPlainCommand, text(folder.path()));
     EXPECT_EQ(readFile(folder / "error"), pattern(3));
+}
+
+TEST(CommandRunner, StopsWhatItsDescendantsHaveStartedInOtherGroupsAndSessions)
+{
+    const TempFolder folder;
+    const std::string hangs = helperAs(folder, "tool-hangs");
+    // An orphan in a group of its own, and a session whose parent still runs.
+    writeFile(folder / "wrapper", "(timeout 100 " + hangs + " &)\nsetsid sh -c '" + hangs + " & wait' &\nwait\n");
+    CaptureControl control;
+    control.stopRequested = [&hangs] { return processesOf(hangs) == 2; };
+    EXPECT_TRUE(run("\"/bin/sh\" wrapper", control, spawnPlainCommand, text(folder.path())).result.stopped);
+    EXPECT_TRUE(eventually([&hangs] { return processesOf(hangs) == 0; }));
+}
+
+/// Lowers the number of descriptors that this process may have, during its own lifetime.
+class DescriptorLimit {
+public:
+    DescriptorLimit() { getrlimit(RLIMIT_NOFILE, &m_before); }
+    ~DescriptorLimit() { setrlimit(RLIMIT_NOFILE, &m_before); }
+    DescriptorLimit(const DescriptorLimit&) = delete;
+    DescriptorLimit& operator=(const DescriptorLimit&) = delete;
+
+    void set(rlim_t limit)
+    {
+        const rlimit lower{limit, m_before.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &lower);
+    }
+
+private:
+    rlimit m_before{};
+};
+
+TEST(CommandRunner, FailsWhenTheSystemDoesNotGiveItTheOutput)
+{
+    const TempFolder folder;
+    const std::string hangs = helperAs(folder, "tool-hangs");
+    const int unreadable = open("/", O_RDONLY | O_CLOEXEC);  // ready to be read, which then fails
+    DescriptorLimit limit;
+    // The output pipe, the error pipe, or the wait for them.
+    for (int broken = 1; broken <= 3; ++broken) {
+        CaptureControl control;
+        control.stopRequested = [&, calls = 0]() mutable {
+            if (++calls == 3 && broken == 3)
+                limit.set(2);  // the system refuses to wait for more descriptors than this
+            else if (calls == 3)
+                dup2(unreadable, unreadable + 2 * broken - 1);  // each pipe has two ends
+            return false;
+        };
+        const Captured taken = run(quoteArgument(hangs), control);
+        limit.set(1024);
+        EXPECT_EQ(taken.result.status, cmStatusPipeFailed) << broken;
+        EXPECT_FALSE(taken.result.failure.isEmpty());
+        EXPECT_TRUE(eventually([&hangs] { return processesOf(hangs) == 0; }));
+    }
+    close(unreadable);
+    EXPECT_EQ(zombieChildren(), 0u);
+}
+
+TEST(ChildProcess, IsEndedWhenItCannotHaveAHandle)
+{
+    const TempFolder folder;
+    const std::string hangs = helperAs(folder, "tool-hangs");
+    ChildPipe input;
+    ChildPipe output;
+    ChildPipe error;
+    SpawnStreams streams{&input, &output, &error};
+    ChildProcess child;
+    DescriptorLimit limit;
+    const int free = dup(STDIN_FILENO);
+    close(free);
+    limit.set(static_cast<rlim_t>(free) + 6);  // enough for the pipes
+    EXPECT_THROW(spawnProcess(child, quoteArgument(hangs), 0, {}, "", streams, nullptr, true), cmStatusException);
+    EXPECT_FALSE(child.isValid());
+    limit.set(1024);
+    EXPECT_EQ(processesOf(hangs), 0u);
+    EXPECT_EQ(zombieChildren(), 0u);
+}
+
+TEST(ChildProcess, IsCollectedLaterWhenItDiesSlowly)
+{
+    const TempFolder folder;
+    ChildProcess child;
+    spawnProcess(child, quoteArgument(helperAs(folder, "tool-hangs")), 0, {}, "", {}, nullptr, true);
+    const auto id = static_cast<pid_t>(child.getProcessId());
+    if (ptrace(PTRACE_SEIZE, id, nullptr, PTRACE_O_TRACEEXIT) != 0)
+        GTEST_SKIP() << "no process can be traced here";
+    child.terminate();
+    child.close();
+    collectTerminatedChildren(20);
+    EXPECT_EQ(kill(id, 0), 0);  // its tracer holds it up
+    ptrace(PTRACE_DETACH, id, nullptr, nullptr);
+    collectTerminatedChildren(10000);
+    EXPECT_NE(kill(id, 0), 0);
 }
 
 TEST(ChildProcess, RaisesNoSignalWhenTheChildHasClosedItsInput)
