@@ -30,6 +30,7 @@ struct Event {
     std::condition_variable changed;
     bool manualReset;
     bool signalled;
+    std::uint64_t releases = 0;  ///< how often it was set
 };
 
 Event& nativeEvent(void* event)
@@ -107,6 +108,7 @@ void cmNativeEvent::set(void* event)
 {
     const std::lock_guard hold(nativeEvent(event).mutex);
     nativeEvent(event).signalled = true;
+    ++nativeEvent(event).releases;
     // Notify under the mutex: a woken waiter may destroy the event as soon as it holds the mutex.
     nativeEvent(event).changed.notify_all();
 }
@@ -121,7 +123,8 @@ std::uint32_t cmNativeEvent::wait(void* event, std::uint32_t timeoutMs)
 {
     Event& e = nativeEvent(event);
     std::unique_lock hold(e.mutex);
-    const auto signalled = [&e] { return e.signalled; };
+    // An event that is reset at once must still release those who waited when it was set.
+    const auto signalled = [&e, before = e.releases] { return e.signalled || (e.manualReset && e.releases != before); };
     if (timeoutMs == cmWaitInfinite)
         e.changed.wait(hold, signalled);
     else if (!e.changed.wait_for(hold, std::chrono::milliseconds(timeoutMs), signalled))
@@ -138,7 +141,9 @@ void cmNativeEvent::close(void* event)
 
 void* cmNativeThread::create(void (*entry)(void*), void* argument, std::size_t stackSize, std::uint32_t& threadId)
 {
-    auto thread = std::make_unique<Thread>();
+    std::unique_ptr<Thread> thread(new (std::nothrow) Thread);
+    if (!thread)
+        return nullptr;
     thread->entry = entry;
     thread->argument = argument;
     pthread_attr_t attributes;

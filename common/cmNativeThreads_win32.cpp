@@ -81,7 +81,9 @@ void cmNativeEvent::close(void* event)
 
 void* cmNativeThread::create(void (*entry)(void*), void* argument, std::size_t stackSize, std::uint32_t& threadId)
 {
-    auto start = std::make_unique<Start>(Start{entry, argument});
+    std::unique_ptr<Start> start(new (std::nothrow) Start{entry, argument});
+    if (!start)
+        return nullptr;
     DWORD id = 0;
     HANDLE thread = CreateThread(nullptr, stackSize, &begin, start.get(), 0, &id);
     if (!thread)

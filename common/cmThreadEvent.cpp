@@ -2,6 +2,8 @@
 
 #include "common/cmNativeThreads.h"
 
+#include <new>
+
 std::uint32_t cmWaitHandle::wait(std::uint32_t timeoutMs)
 {
     void* waited = nullptr;
@@ -26,6 +28,8 @@ cmThreadEvent::cmThreadEvent(bool manualReset, bool initialState)
 {
     cmMutexLock hold(lock);
     handle = cmNativeEvent::create(manualReset, initialState);
+    if (!handle)
+        throw std::bad_alloc();  // a wait for nothing would return at once, and its caller would spin
 }
 
 cmThreadEvent::~cmThreadEvent()

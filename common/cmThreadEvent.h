@@ -34,9 +34,11 @@ protected:
     std::int64_t waiters CM_GUARDED_BY(lock) = 0;
 };
 
-/// An event. A manual-reset event stays signalled until `reset`; an automatic one releases a single waiter.
+/// An event. A manual-reset event stays signalled until `reset`, and `set` releases all who wait even when `reset` follows at
+/// once; an automatic one releases a single waiter.
 class cmThreadEvent : public cmWaitHandle {
 public:
+    /// Throws std::bad_alloc when the system makes no event.
     cmThreadEvent(bool manualReset, bool initialState);
     ~cmThreadEvent() override;
 

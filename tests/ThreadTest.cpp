@@ -144,6 +144,25 @@ TEST(Event, CountsItsWaitersAndReleasesThemAll)
     EXPECT_EQ(first.getStatus() + second.getStatus(), 0);
 }
 
+TEST(Event, ReleasesWhoWaitedEvenWhenItIsResetAtOnce)
+{
+    cmThreadEvent event(true, false);
+    Worker worker([&event](Worker&) { return static_cast<std::int32_t>(event.wait(cmWaitInfinite)); });
+    for (int round = 0; round < 20 && !HasFailure(); ++round) {
+        worker.start();
+        EXPECT_TRUE(eventually([&event] { return event.waiterCount() == 1; }));
+        for (int pulse = 0; pulse < 2 && worker.isRunning(); ++pulse) {  // a waiter is counted just before it waits
+            event.set();
+            event.reset();
+            eventually([&worker] { return !worker.isRunning(); }, std::chrono::milliseconds(200));
+        }
+        EXPECT_FALSE(worker.isRunning());
+        event.set();
+        worker.join();
+        event.reset();
+    }
+}
+
 /// The thread-safety analysis does not know recursive locks.
 void lockTwice(cmMutex& mutex) CM_NO_THREAD_SAFETY_ANALYSIS
 {
