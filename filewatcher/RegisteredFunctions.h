@@ -12,6 +12,8 @@
 // is cut off to fit, and valid until the next call of the same function. Variables: arguments of type TXHREFVAR are read or
 // filled through the editor's services. The editor owns them. Codes: StatusCodes.h. A closed feature gate means that
 // txFeatureAvailable answers 0. Time: a call returns at once unless its contract says that it waits.
+// Memory: no exception leaves a function, a callback or a timer's routine (bridge/EditorEntry.h). One that runs out of memory is
+// given up, and the debug log says so; its contract names the result. What it had begun to fill may be filled in part.
 
 extern "C" {
 
@@ -26,6 +28,7 @@ extern "C" {
 /// attempted (its failure, or that of reading the settings, is not reported), the type is unknown, or the tool's file status was
 /// switched off because a run of the tool wrote too much; -1: the path was added to a thread that runs already; -2173: the
 /// feature gate is closed.
+/// Out of memory: -12; no pass over the path is promised.
 TX_EXPORTED std::int32_t filewatcherAddPath(TXPSZ path, std::int32_t type, std::int32_t flag);
 /// Removes `path` from the queue of one thread: that of the first bit in the mask, in the order 1, 8, 4. Paths are compared byte
 /// by byte. A missing thread is created, but not started.
@@ -51,10 +54,12 @@ void filewatcherSetSuspendState(std::int32_t suspended);
 /// none is delivered for an empty array. A file whose date took half the budget of the latest call or longer is slow: it has no
 /// result and is never requested again, until filewatcher_stop_async_work. `arg1` and `arg2` are carried along without effect.
 /// Returns 0; 1, with nothing requested, when there is no memory for the shared data or the thread cannot be started.
+/// Out of memory: 1.
 std::int32_t getFastReloadInfoTable(TXHREFVAR fileNames, std::int32_t arg1, std::int32_t arg2, TXHREFVAR result,
                                     std::int32_t budgetMs);
 /// Adds the name of each slow file to the hash table `result`, with the value 1. Returns 0; 1 when there is no
 /// memory for the shared data.
+/// Out of memory: 1.
 std::int32_t getSlowReloadFiles(TXHREFVAR result);
 
 // --- Git browser and queries ------------------------------------------------------------------------------------------
@@ -66,6 +71,7 @@ std::int32_t getSlowReloadFiles(TXHREFVAR result);
 /// Every call clears the model and ends a load that runs. A new load starts when there was no model, when property 152 names
 /// another repository, when `force` is not 0, or when the setting "def_git_browser_single_load_limit" has changed.
 /// May wait some milliseconds for the load that it ends. Returns 0, or 1 when a thread cannot be started.
+/// Out of memory: 1.
 std::int32_t gitGetBranchInfo(TXPSZ repository, TXPSZ git);
 /// Ends a load and clears the model. Waits until its threads have ended, which takes milliseconds. Does nothing when the feature
 /// gate is closed.
@@ -77,6 +83,7 @@ void gitBranchClose();
 /// whose hash is empty, git is not run: it has no message and no files. Returns 0; -1 when git
 /// reports a fatal error or `hash` begins with a dash; -2173 when the feature gate is closed; or why git could not be started.
 /// Waits for git without limit.
+/// Out of memory: -1.
 std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR result);
 /// Fills the array `result` with the revisions of `file`, newest first, as instances of the editor's class "SVCHistoryInfo".
 /// Element 0 is the root entry; the index fields link the revisions as its children. `revision` is where the history begins;
@@ -84,6 +91,7 @@ std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR
 /// an entry for the working file in front, unless there is no revision. Returns 0; -1 when git reports a fatal error or
 /// `revision` begins with a dash; why git could not be started; or the editor's negative status when it has no such class.
 /// `result` changes only when git succeeded. Waits for git without limit.
+/// Out of memory: -1.
 std::int32_t gitGetHistoryInfo(TXPSZ file, TXPSZ git, TXHREFVAR result, TXPSZ revision, std::int32_t newestOnly,
                                std::int32_t follow, std::int32_t workingFile);
 /// Returns 1 while a load runs: the model's thread or its log thread; else 0.
@@ -92,6 +100,7 @@ std::int32_t gitGetBranchInfoRunning();
 /// text. When no commit contains it, the rows stay as they are. Rows that take longer than one slice (50 ms) follow from the
 /// browser's timer. `tree` is not used. Returns 0; -104399 when there is no model, that is before the first _GitGetBranchInfo and
 /// after filewatcher_stop_async_work; -2173 when the feature gate is closed.
+/// Out of memory: -1.
 std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR tree);
 /// Adds changes to the hash table `result`; paths of working-copy lists are relative to the top level, with slashes.
 /// Without a revision: at the key `repository`, a hash table of the arrays "local" (files that differ from the index) and
@@ -101,15 +110,19 @@ std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR tree);
 /// nothing differs from the revision, or when it begins with a dash; -2173 when the feature gate is closed; or why git could not
 /// be started. `result` changes on 0 only. Without a revision the second command decides: "local" is left out when only its own
 /// command failed. Waits for git, at most two runs, without limit.
+/// Out of memory: -1.
 std::int32_t gitGetDiffInfo(TXPSZ repository, TXPSZ git, TXHREFVAR result, TXPSZ revision);
 /// Returns 1 while the model's own thread runs, else 0.
 std::int32_t gitGettingInfo();
 /// Returns the name of a branch; "Error" for a number below 0 or past the last branch. 0 is the current branch. The text is valid
 /// until the next call of this function.
+/// Out of memory: "Error".
 TXPSZ gitGetBranchName(std::int32_t number);
 /// Returns the hash of a branch's tip; empty when there is no such branch. Valid until the next call of this function.
+/// Out of memory: an empty text.
 TXPSZ gitGetBranchHash(std::int32_t number);
 /// Returns the hash of the current branch's tip; empty when it is not known. Valid until the next call of this function.
+/// Out of memory: an empty text.
 TXPSZ gitCurBranchEndHash();
 
 // --- Recent files -----------------------------------------------------------------------------------------------------
@@ -135,14 +148,17 @@ void filewatcher_stop_async_work();
 /// Fetches the revision in the background. Returns 0 when the fetch was started; 1 when the thread cannot be started; -104360
 /// while a fetch runs; -104357 when there is no place for the cache file; or the status with which the editor forbids the fetch
 /// (property 6). Does not wait for the command.
+/// Out of memory: -104357.
 std::int32_t svcLiveDiffGetVCFile(TMStringConst origin, TMStringConst command, TMStringConst file, TMStringByRef cacheFile,
                                   TMStringConst workingDirectory);
 /// Fetches the revision before it returns; waits for the command without limit. Returns 0; -104370 when the command failed, when
 /// there is no place for the cache file and when it cannot be written; -104360 while a background fetch runs.
+/// Out of memory: -104370.
 std::int32_t svcLiveDiffGetVCFileImmediate(TMStringConst origin, TMStringConst command, TMStringConst file,
                                            TMStringByRef cacheFile, TMStringConst workingDirectory);
 /// Returns 1 when the cache file holds its revision (the output of a fetch that was stopped counts as complete), the code of a
 /// fetch that failed (-104357, -104370), else 0. When property 2 is not 0, forgets the outcome and returns 0.
+/// Out of memory: -104357.
 std::int32_t svcLiveDiffHaveVCFile(TMStringConst cacheFile);
 
 }  // extern "C"

@@ -7,6 +7,7 @@ inline constexpr std::int32_t statusAlreadyRunning = -1;
 inline constexpr std::int32_t statusPassFailed = -1;  ///< status pass: the tool failed, or memory ran out
 inline constexpr std::int32_t statusGitFailed = -1;   ///< git reported a fatal error, or there was nothing to show
 inline constexpr std::int32_t statusNoExecutable = -2;
+inline constexpr std::int32_t statusOutOfMemory = -12;  ///< filewatcherAddPath: the path was not added
 inline constexpr std::int32_t statusFeatureUnavailable = -2173;
 inline constexpr std::int32_t statusStopRequested = -102621;
 inline constexpr std::int32_t statusLiveDiffFailed = -104357;

@@ -1,5 +1,6 @@
 #include "common/ChildProcess.h"
 #include "filewatcher/RegisteredFunctions.h"
+#include "filewatcher/bridge/EditorEntry.h"
 #include "filewatcher/git/browser/GitBrowser.h"
 #include "filewatcher/livediff/GetFileFromVCThreaded.h"
 #include "filewatcher/reload/FileDateThread.h"
@@ -7,10 +8,11 @@
 
 void filewatcher_stop_async_work()
 {
-    FileDateData::stopInstance();
-    stopStatusThreads();
-    stopGitBrowser();
-    GetFileFromVCThreaded::stopInstance();
+    // Each has a guard of its own: where one cannot be stopped, the others are.
+    guardEntry(&FileDateData::stopInstance);
+    guardEntry(&stopStatusThreads);
+    guardEntry(&stopGitBrowser);
+    guardEntry(&GetFileFromVCThreaded::stopInstance);
     constexpr std::uint32_t longestDeathMs = 1000;
     collectTerminatedChildren(longestDeathMs);
 }

@@ -1,6 +1,8 @@
 #include "filewatcher/txDllInit.h"
 
 #include "filewatcher/RegisteredFunctions.h"
+#include "filewatcher/StatusCodes.h"
+#include "filewatcher/bridge/EditorEntry.h"
 
 #include <array>
 
@@ -17,7 +19,17 @@ TXPFN address(Function* function)
     return reinterpret_cast<TXPFN>(function);
 }
 
-/// The prototypes belong to the editor's interface exactly as they are, uneven blanks included.
+/// The address under which the editor calls `function`; `failure` is its result when memory runs out.
+template <auto function, auto... failure>
+TXPFN guarded()
+{
+    return address(&GuardedEntry<function, failure...>::call);
+}
+
+constexpr char noText[] = "";
+constexpr char noBranch[] = "Error";
+
+/// The exported functions guard themselves. The prototypes belong to the editor's interface exactly as they are, uneven blanks included.
 const std::array<Registration, 25>& registrations()
 {
     static const std::array<Registration, 25> table{{
@@ -26,29 +38,29 @@ const std::array<Registration, 25>& registrations()
         {"void filewatcher:filewatcherRemoveType(int)", address(&filewatcherRemoveType)},
         {"void filewatcher:filewatcherInitType(int)", address(&filewatcherInitType)},
         {"void filewatcher:filewatcherStop(int)", address(&filewatcherStop)},
-        {"void filewatcher:filewatcherSetSuspendState(int)", address(&filewatcherSetSuspendState)},
-        {"int filewatcher:_GetFastReloadInfoTable(TXHREFVAR, int, int, TXHREFVAR, int)", address(&getFastReloadInfoTable)},
-        {"int filewatcher:_GetSlowReloadFiles(TXHREFVAR)", address(&getSlowReloadFiles)},
-        {"int filewatcher:_GitGetBranchInfo(TXPSZ,TXPSZ)", address(&gitGetBranchInfo)},
-        {"void filewatcher:_GitBranchClose()", address(&gitBranchClose)},
-        {"int filewatcher:_GitGetCommitInfo(TXPSZ, TXPSZ, TXPSZ, TXHREFVAR)", address(&gitGetCommitInfo)},
-        {"int filewatcher:_GitGetHistoryInfo(TXPSZ,TXPSZ, TXHREFVAR, TXPSZ, int, int, int)", address(&gitGetHistoryInfo)},
-        {"int filewatcher:_GitGetBranchInfoRunning()", address(&gitGetBranchInfoRunning)},
-        {"int filewatcher:_GitFilterTree(TMStringConst, TXHREFVAR)", address(&gitFilterTree)},
-        {"int filewatcher:_GitGetDiffInfo(TXPSZ, TXPSZ, TXHREFVAR, TXPSZ)", address(&gitGetDiffInfo)},
-        {"int filewatcher:_GitGettingInfo()", address(&gitGettingInfo)},
-        {"TXPSZ filewatcher:_GitGetBranchName(int)", address(&gitGetBranchName)},
-        {"TXPSZ filewatcher:_GitGetBranchHash(int)", address(&gitGetBranchHash)},
-        {"TXPSZ filewatcher:_GitCurBranchEndHash()", address(&gitCurBranchEndHash)},
-        {"void filewatcher:_RecentFilesAdd(TXPSZ)", address(&recentFilesAdd)},
-        {"void filewatcher:_RecentFilesProcessPending()", address(&recentFilesProcessPending)},
-        {"void filewatcher:filewatcher_stop_async_work()", address(&filewatcher_stop_async_work)},
+        {"void filewatcher:filewatcherSetSuspendState(int)", guarded<&filewatcherSetSuspendState>()},
+        {"int filewatcher:_GetFastReloadInfoTable(TXHREFVAR, int, int, TXHREFVAR, int)", guarded<&getFastReloadInfoTable, 1>()},
+        {"int filewatcher:_GetSlowReloadFiles(TXHREFVAR)", guarded<&getSlowReloadFiles, 1>()},
+        {"int filewatcher:_GitGetBranchInfo(TXPSZ,TXPSZ)", guarded<&gitGetBranchInfo, 1>()},
+        {"void filewatcher:_GitBranchClose()", guarded<&gitBranchClose>()},
+        {"int filewatcher:_GitGetCommitInfo(TXPSZ, TXPSZ, TXPSZ, TXHREFVAR)", guarded<&gitGetCommitInfo, statusGitFailed>()},
+        {"int filewatcher:_GitGetHistoryInfo(TXPSZ,TXPSZ, TXHREFVAR, TXPSZ, int, int, int)", guarded<&gitGetHistoryInfo, statusGitFailed>()},
+        {"int filewatcher:_GitGetBranchInfoRunning()", guarded<&gitGetBranchInfoRunning, 0>()},
+        {"int filewatcher:_GitFilterTree(TMStringConst, TXHREFVAR)", guarded<&gitFilterTree, statusGitFailed>()},
+        {"int filewatcher:_GitGetDiffInfo(TXPSZ, TXPSZ, TXHREFVAR, TXPSZ)", guarded<&gitGetDiffInfo, statusGitFailed>()},
+        {"int filewatcher:_GitGettingInfo()", guarded<&gitGettingInfo, 0>()},
+        {"TXPSZ filewatcher:_GitGetBranchName(int)", guarded<&gitGetBranchName, noBranch>()},
+        {"TXPSZ filewatcher:_GitGetBranchHash(int)", guarded<&gitGetBranchHash, noText>()},
+        {"TXPSZ filewatcher:_GitCurBranchEndHash()", guarded<&gitCurBranchEndHash, noText>()},
+        {"void filewatcher:_RecentFilesAdd(TXPSZ)", guarded<&recentFilesAdd>()},
+        {"void filewatcher:_RecentFilesProcessPending()", guarded<&recentFilesProcessPending>()},
+        {"void filewatcher:filewatcher_stop_async_work()", guarded<&filewatcher_stop_async_work>()},
         {"int filewatcher:_SVCLiveDiffGetVCFile(TMStringConst, TMStringConst, TMStringConst, TMStringByRef, TMStringConst)",
-         address(&svcLiveDiffGetVCFile)},
+         guarded<&svcLiveDiffGetVCFile, statusLiveDiffFailed>()},
         {"int filewatcher:_SVCLiveDiffGetVCFileImmediate(TMStringConst, TMStringConst, TMStringConst, TMStringByRef, "
          "TMStringConst)",
-         address(&svcLiveDiffGetVCFileImmediate)},
-        {"int filewatcher:_SVCLiveDiffHaveVCFile(TMStringConst)", address(&svcLiveDiffHaveVCFile)},
+         guarded<&svcLiveDiffGetVCFileImmediate, statusLiveDiffImmediateFailed>()},
+        {"int filewatcher:_SVCLiveDiffHaveVCFile(TMStringConst)", guarded<&svcLiveDiffHaveVCFile, statusLiveDiffFailed>()},
     }};
     return table;
 }

@@ -139,6 +139,17 @@ TEST_F(RegistryTest, TheMacroMayStopTheThreadThatItConfigures)
     EXPECT_TRUE(GitStatusThread::instance(false)->isSuspended());
 }
 
+TEST_F(RegistryTest, NoExceptionReachesTheEditor)
+{
+    const auto noMemory = []() -> cmStringT { throw std::bad_alloc(); };
+    editor.defineMacro(txVCToolGit.exePathMacro, noMemory);
+    editor.defineMacro(txVCToolSVN.exePathMacro, noMemory);
+    EXPECT_EQ(addPath("/a"), -12);
+    EXPECT_NO_THROW(call("filewatcherInitType", {svnType}));
+    suspend();
+    EXPECT_FALSE(GitStatusThread::instance(false)->isRunning());
+}
+
 TEST_F(RegistryTest, SuspendsThreadsThatExistAndThoseThatCome)
 {
     call("filewatcherInitType", {gitType});

@@ -1,4 +1,6 @@
 #include "filewatcher/RegisteredFunctions.h"
+#include "filewatcher/StatusCodes.h"
+#include "filewatcher/bridge/EditorEntry.h"
 #include "filewatcher/bridge/EditorSettings.h"
 #include "filewatcher/status/StatusThreads.h"
 #include "filewatcher/status/VCStatusSettings.h"
@@ -27,9 +29,7 @@ const StatusThreadKind* firstKindOf(std::int32_t typeMask)
     return nullptr;
 }
 
-}  // namespace
-
-std::int32_t filewatcherAddPath(TXPSZ path, std::int32_t type, std::int32_t flag)
+std::int32_t addPath(TXPSZ path, std::int32_t type, std::int32_t flag)
 {
     cmStringT context("");
     if (const TXHVAR property = txProperty(txPropertyWatchContext))
@@ -53,28 +53,28 @@ std::int32_t filewatcherAddPath(TXPSZ path, std::int32_t type, std::int32_t flag
     return 0;
 }
 
-void filewatcherRemovePath(TXPSZ path, std::int32_t typeMask)
+void removePath(TXPSZ path, std::int32_t typeMask)
 {
     const StatusThreadKind* const kind = firstKindOf(typeMask);
     if (txFeatureAvailable() && kind)
         kind->instance(true)->removePath(cmStringT(path));
 }
 
-void filewatcherRemoveType(std::int32_t typeMask)
+void removeType(std::int32_t typeMask)
 {
     const StatusThreadKind* const kind = firstKindOf(typeMask);
     if (txFeatureAvailable() && kind)
         kind->instance(true)->removeAllPaths();
 }
 
-void filewatcherInitType(std::int32_t type)
+void initType(std::int32_t type)
 {
     const StatusThreadKind* const kind = statusThreadOfType(type);
     if (txFeatureAvailable() && kind && kind->readsSettingsOnInit)
         readStatusSettings(*kind);
 }
 
-void filewatcherStop(std::int32_t typeMask)
+void stopTypes(std::int32_t typeMask)
 {
     if (!txFeatureAvailable())
         return;
@@ -84,6 +84,33 @@ void filewatcherStop(std::int32_t typeMask)
             kind.stopInstance();
         }
     }
+}
+
+}  // namespace
+
+std::int32_t filewatcherAddPath(TXPSZ path, std::int32_t type, std::int32_t flag)
+{
+    return guardEntry(statusOutOfMemory, [&] { return addPath(path, type, flag); });
+}
+
+void filewatcherRemovePath(TXPSZ path, std::int32_t typeMask)
+{
+    guardEntry([&] { removePath(path, typeMask); });
+}
+
+void filewatcherRemoveType(std::int32_t typeMask)
+{
+    guardEntry([&] { removeType(typeMask); });
+}
+
+void filewatcherInitType(std::int32_t type)
+{
+    guardEntry([&] { initType(type); });
+}
+
+void filewatcherStop(std::int32_t typeMask)
+{
+    guardEntry([&] { stopTypes(typeMask); });
 }
 
 void filewatcherSetSuspendState(std::int32_t suspended)

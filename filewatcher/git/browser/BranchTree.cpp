@@ -1,5 +1,6 @@
 #include "filewatcher/git/browser/BranchTree.h"
 
+#include "filewatcher/bridge/EditorEntry.h"
 #include "filewatcher/bridge/EditorSettings.h"
 #include "filewatcher/git/browser/LogThreads.h"
 #include "filewatcher/git/commits/CommitStore.h"
@@ -99,7 +100,7 @@ BranchTree& branchTree()
 void BranchTree::armTimer(std::int32_t ms)
 {
     if (!isTimerArmed())
-        m_timer = txSetTimer(ms, &fillBranchTree);
+        m_timer = txSetTimer(ms, &GuardedEntry<&fillBranchTree>::call);
 }
 
 void BranchTree::killTimer()
@@ -159,6 +160,6 @@ void fillBranchTree()
     tree.armTimer(refreshMs);
     const std::int32_t window = txGetIntProperty(txPropertyBrowserWindow);
     txSetIntProperty(txPropertyBrowserWindow, tree.refreshRequest().windowId);
-    fillTree(tree);
+    guardEntry([&tree] { fillTree(tree); });  // whatever happens, the window is put back
     txSetIntProperty(txPropertyBrowserWindow, window);
 }

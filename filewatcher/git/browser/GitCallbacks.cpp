@@ -1,5 +1,6 @@
 #include "filewatcher/git/browser/GitCallbacks.h"
 
+#include "filewatcher/bridge/EditorEntry.h"
 #include "filewatcher/git/browser/BranchTree.h"
 #include "filewatcher/git/browser/GitBranchesModel.h"
 #include "txapi/txapi.h"
@@ -49,23 +50,24 @@ std::int32_t graphWidthCallback()
     return model ? model->graphWidth() : 0;
 }
 
-template <class Function>
-void offer(std::int32_t slot, Function* function)
+/// `failure` is the result when memory runs out.
+template <auto function, auto... failure>
+void offer(std::int32_t slot)
 {
-    txSetCallback(slot, reinterpret_cast<TXPFN>(function));
+    txSetCallback(slot, reinterpret_cast<TXPFN>(&GuardedEntry<function, failure...>::call));
 }
 
 }  // namespace
 
 void registerGitCallbacks()
 {
-    offer(txSlotGitModel, &modelCallback);
-    offer(txSlotGitRefresh, &refreshCallback);
-    offer(txSlotGitCount, &countCallback);
-    offer(txSlotGitCommit, &commitCallback);
-    offer(txSlotGitPaths, &pathsCallback);
-    offer(txSlotGitGraphRow, &graphRowCallback);
-    offer(txSlotGitGraphWidth, &graphWidthCallback);
+    offer<&modelCallback, nullptr>(txSlotGitModel);
+    offer<&refreshCallback>(txSlotGitRefresh);
+    offer<&countCallback, 0>(txSlotGitCount);
+    offer<&commitCallback, noCommit>(txSlotGitCommit);
+    offer<&pathsCallback>(txSlotGitPaths);
+    offer<&graphRowCallback, noCommit>(txSlotGitGraphRow);
+    offer<&graphWidthCallback, 0>(txSlotGitGraphWidth);
 }
 
 void withdrawGitCallbacks()
