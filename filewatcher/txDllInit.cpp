@@ -29,7 +29,8 @@ TXPFN guarded()
 constexpr char noText[] = "";
 constexpr char noBranch[] = "Error";
 
-/// The exported functions guard themselves. The prototypes belong to the editor's interface exactly as they are, uneven blanks included.
+/// The exported functions guard themselves. The prototypes belong to the editor's interface exactly as they are, uneven blanks
+/// included.
 const std::array<Registration, 25>& registrations()
 {
     static const std::array<Registration, 25> table{{
@@ -44,7 +45,8 @@ const std::array<Registration, 25>& registrations()
         {"int filewatcher:_GitGetBranchInfo(TXPSZ,TXPSZ)", guarded<&gitGetBranchInfo, 1>()},
         {"void filewatcher:_GitBranchClose()", guarded<&gitBranchClose>()},
         {"int filewatcher:_GitGetCommitInfo(TXPSZ, TXPSZ, TXPSZ, TXHREFVAR)", guarded<&gitGetCommitInfo, statusGitFailed>()},
-        {"int filewatcher:_GitGetHistoryInfo(TXPSZ,TXPSZ, TXHREFVAR, TXPSZ, int, int, int)", guarded<&gitGetHistoryInfo, statusGitFailed>()},
+        {"int filewatcher:_GitGetHistoryInfo(TXPSZ,TXPSZ, TXHREFVAR, TXPSZ, int, int, int)",
+         guarded<&gitGetHistoryInfo, statusGitFailed>()},
         {"int filewatcher:_GitGetBranchInfoRunning()", guarded<&gitGetBranchInfoRunning, 0>()},
         {"int filewatcher:_GitFilterTree(TMStringConst, TXHREFVAR)", guarded<&gitFilterTree, statusGitFailed>()},
         {"int filewatcher:_GitGetDiffInfo(TXPSZ, TXPSZ, TXHREFVAR, TXPSZ)", guarded<&gitGetDiffInfo, statusGitFailed>()},

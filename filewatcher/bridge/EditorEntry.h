@@ -25,8 +25,8 @@ try {
     logFailedEntry(exception);
 }
 
-/// `call` has the parameters of `function` and calls it in the guard: the editor gets it in the function's place. `failure` is the
-/// result of a function that has one.
+/// `call` has the parameters of `function` and calls it in the guard: the editor gets it in the function's place. `failure` is
+/// the result of a function that has one.
 template <auto function, auto... failure>
 struct GuardedEntry;
 
