@@ -12,3 +12,7 @@ int openProcessHandle(int id);
 /// it gets a signal, so another one that has taken over its number gets none. Does not wait, and throws nothing: where /proc
 /// cannot be read, or no memory is left, it ends the process group alone.
 void endProcessFamily(int handle, int leader) noexcept;
+
+/// Ends all children of this process in that way. Only for a program of our own: in a host, other code has children too. Throws
+/// std::bad_alloc.
+void endAllChildFamilies();

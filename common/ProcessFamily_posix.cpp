@@ -178,3 +178,14 @@ void endProcessFamily(int handle, int leader) noexcept
     kill(-leader, SIGKILL);
     signalHandle(handle, SIGKILL);
 }
+
+void endAllChildFamilies()
+{
+    for (const Process& process : readProcesses()) {
+        const int handle = process.parent == getpid() ? openProcessHandle(process.id) : -1;
+        if (handle < 0)
+            continue;
+        endProcessFamily(handle, process.id);
+        close(handle);
+    }
+}

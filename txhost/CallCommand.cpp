@@ -2,6 +2,7 @@
 #include "editor/Prototype.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
+#include "txhost/InterruptWatch.h"
 #include "txhost/JsonText.h"
 
 #include <limits>
@@ -75,7 +76,12 @@ int runCall(const HostOptions& options, const std::string& name, const std::vect
     cmArray<CallArgument> arguments;
     for (const std::string& text : texts)
         arguments.push_back(argumentFromText(prototype, arguments.size(), text));
-    const CallResult result = host.editor().call(name, arguments);
+    const CallResult result = [&] {
+        const InterruptWatch interrupts;
+        CallResult answer = host.editor().call(name, arguments);
+        interrupts.check();
+        return answer;
+    }();
     if (!result.found)
         throw UsageError(result.error.c_str());
 

@@ -14,6 +14,8 @@ std::vector<std::string> start(int argc, char** argv);
 /// From now on the first interrupt is only recorded for wasInterrupted: Ctrl-C, a request to end, or a standard output that
 /// nobody reads any more. A second Ctrl-C ends the program.
 void catchInterrupts();
+/// From now on an interrupt ends the program at once, as before catchInterrupts.
+void releaseInterrupts();
 bool wasInterrupted();
 /// Whether the interrupt came from a standard output that nobody reads any more.
 bool isReaderGone();

@@ -7,6 +7,8 @@
 
 namespace {
 
+constexpr int interrupts[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE};
+
 volatile std::sig_atomic_t interrupted = 0;
 
 void recordInterrupt(int signal)
@@ -23,7 +25,7 @@ std::vector<std::string> console::start(int argc, char** argv)
 
 void console::catchInterrupts()
 {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE}) {
+    for (const int signal : interrupts) {
         struct sigaction before {};
         sigaction(signal, nullptr, &before);
         if (before.sa_handler == SIG_IGN)
@@ -32,6 +34,16 @@ void console::catchInterrupts()
         action.sa_handler = &recordInterrupt;
         action.sa_flags = signal == SIGPIPE ? 0 : static_cast<int>(SA_RESETHAND);  // a second one ends the program
         sigaction(signal, &action, nullptr);
+    }
+}
+
+void console::releaseInterrupts()
+{
+    for (const int signal : interrupts) {
+        struct sigaction now {};
+        sigaction(signal, nullptr, &now);
+        if (now.sa_handler == &recordInterrupt)
+            std::signal(signal, SIG_DFL);
     }
 }
 

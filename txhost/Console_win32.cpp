@@ -79,6 +79,11 @@ void console::catchInterrupts()
     SetConsoleCtrlHandler(&recordInterrupt, TRUE);
 }
 
+void console::releaseInterrupts()
+{
+    SetConsoleCtrlHandler(&recordInterrupt, FALSE);
+}
+
 bool console::wasInterrupted()
 {
     return interrupted;

@@ -2,6 +2,7 @@
 #include "txhost/Browser.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
+#include "txhost/InterruptWatch.h"
 #include "txhost/JsonText.h"
 #include "txhost/StatusPoll.h"
 
@@ -68,8 +69,9 @@ int runDiff(const HostOptions& options, const std::string& repository)
     Host host(options);
     host.requireTool(gitTool);
     const TXHVAR variable = txHvarAlloc();
-    const std::int32_t status = host.call(
-        "_GitGetDiffInfo", {path, host.programPath(gitTool), CallArgument::variable(variable), cmStringT(options.revision)});
+    const std::int32_t status =
+        callInterruptibly(host, "_GitGetDiffInfo",
+                          {path, host.programPath(gitTool), CallArgument::variable(variable), cmStringT(options.revision)});
     const cmStringT toolError = host.lastToolError();
     const bool equal = status == statusGitFailed && toolError.isNull();
     if (status != 0 && !equal) {

@@ -3,6 +3,7 @@
 #include "common/cmSystemPath.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
+#include "txhost/InterruptWatch.h"
 #include "txhost/JsonText.h"
 #include "txhost/StatusPoll.h"
 
@@ -79,9 +80,10 @@ int runHistory(const HostOptions& options, const std::string& file)
     const cmStringT whole = cmPathText(std::filesystem::absolute(cmSystemPath(file), error).lexically_normal());
     const cmStringT path(cmWithoutTrailingSeparator(whole));
     const TXHVAR tree = txHvarAlloc();
-    const std::int32_t status = host.call("_GitGetHistoryInfo", {path, host.programPath(gitTool), CallArgument::variable(tree),
-                                                                 cmStringT(options.revision), options.newest ? 1 : 0,
-                                                                 options.follow ? 1 : 0, options.working ? 1 : 0});
+    const std::int32_t status =
+        callInterruptibly(host, "_GitGetHistoryInfo",
+                          {path, host.programPath(gitTool), CallArgument::variable(tree), cmStringT(options.revision),
+                           options.newest ? 1 : 0, options.follow ? 1 : 0, options.working ? 1 : 0});
     if (status != 0) {
         printFailure(path, {gitTool.name, status, host.lastToolError()}, options.json);
         return 1;

@@ -28,6 +28,9 @@ private:
     void* m_handle = nullptr;
 };
 
+/// Ends the processes that this one has started, and those that they have started. Does not wait. Any thread.
+void endChildProcesses();
+
 /// Makes this process keep its list of recent documents in `folder` where the list is a file, so that a scratch file does not
 /// show up on the user's desktop. Returns the path of that file; null where the list is no file. Call it before other threads
 /// run.

@@ -1,5 +1,6 @@
 #include "txhost/HostSystem.h"
 
+#include "common/ProcessFamily.h"
 #include "common/cmFile.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
@@ -27,6 +28,11 @@ void SharedLibrary::unload()
 {
     if (m_handle)
         dlclose(std::exchange(m_handle, nullptr));
+}
+
+void endChildProcesses()
+{
+    endAllChildFamilies();
 }
 
 cmStringT redirectRecentList(const cmStringT& folder)

@@ -6,8 +6,49 @@
 
 #include <windows.h>
 
+#include <tlhelp32.h>
+
+#include <algorithm>
 #include <string>
 #include <utility>
+
+namespace {
+
+/// This process or one that descends from it.
+struct Relative {
+    DWORD id;
+    HANDLE handle;
+    ULONGLONG created;  ///< 100 ns units
+};
+
+ULONGLONG creationTime(HANDLE process)
+{
+    FILETIME created{};
+    FILETIME others[3];
+    GetProcessTimes(process, &created, &others[0], &others[1], &others[2]);
+    return static_cast<ULONGLONG>(created.dwHighDateTime) << 32 | created.dwLowDateTime;
+}
+
+/// Opens the children of family[parent] and adds them. A process keeps its parent's number when that has ended and the number has
+/// become another process's; but then it is older than that one.
+void addChildren(const cmArray<PROCESSENTRY32W>& processes, std::size_t parent, cmArray<Relative>& family)
+{
+    for (const PROCESSENTRY32W& process : processes) {
+        if (process.th32ParentProcessID != family[parent].id || process.th32ProcessID == family[parent].id)
+            continue;
+        constexpr DWORD rights = PROCESS_TERMINATE | PROCESS_QUERY_LIMITED_INFORMATION;
+        HANDLE handle = OpenProcess(rights, FALSE, process.th32ProcessID);
+        if (!handle)
+            continue;
+        const ULONGLONG created = creationTime(handle);
+        if (created >= family[parent].created)
+            family.push_back({process.th32ProcessID, handle, created});
+        else
+            CloseHandle(handle);
+    }
+}
+
+}  // namespace
 
 cmStringT SharedLibrary::load(cmROStringT name)
 {
@@ -29,6 +70,26 @@ void SharedLibrary::unload()
 {
     if (m_handle)
         FreeLibrary(static_cast<HMODULE>(std::exchange(m_handle, nullptr)));
+}
+
+void endChildProcesses()
+{
+    HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    if (snapshot == INVALID_HANDLE_VALUE)
+        return;
+    cmArray<PROCESSENTRY32W> processes;
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL found = Process32FirstW(snapshot, &entry); found; found = Process32NextW(snapshot, &entry))
+        processes.push_back(entry);
+    CloseHandle(snapshot);
+    cmArray<Relative> family{{GetCurrentProcessId(), GetCurrentProcess(), creationTime(GetCurrentProcess())}};
+    for (std::size_t next = 0; next < family.size(); ++next)
+        addChildren(processes, next, family);
+    for (std::size_t i = 1; i < family.size(); ++i) {
+        TerminateProcess(family[i].handle, 0);
+        CloseHandle(family[i].handle);
+    }
 }
 
 cmStringT redirectRecentList(const cmStringT&)

@@ -7,6 +7,7 @@
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
 #include "txhost/FileDates.h"
+#include "txhost/InterruptWatch.h"
 #include "txhost/JsonText.h"
 
 #include <filesystem>
@@ -80,15 +81,18 @@ int runLiveDiff(const HostOptions& options, const std::string& named, const std:
     Host host(options);
     if (host.directory().isNull())
         throw HostError("there is no folder of yours for the revision; name one with --cache");
-    if (background)
-        console::catchInterrupts();
-    const LiveDiffFile fetched = fetchLiveDiff(host, path, !background, command);
+    const LiveDiffFile fetched = [&] {
+        const InterruptWatch interrupts;
+        const LiveDiffFile file = fetchLiveDiff(host, path, !background, command);
+        interrupts.check();
+        return file;
+    }();
     if (options.json)
         console::printLine(
             jsonText({{"path", jsonString(path)}, {"cache", jsonString(fetched.cacheFile)}, {"status", fetched.status}}));
     if (fetched.status == 1 && !options.json)
         console::printLine(console::printable(fetched.cacheFile));
     if (fetched.status != 1)
-        console::printError(fetched.status == 0 ? cmStringT("interrupted") : failureText(path, fetched.status));
+        console::printError(failureText(path, fetched.status));
     return fetched.status == 1 ? 0 : 1;
 }

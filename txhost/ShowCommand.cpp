@@ -4,10 +4,13 @@
 #include "txhost/Browser.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
+#include "txhost/InterruptWatch.h"
 #include "txhost/JsonText.h"
 #include "txhost/StatusPoll.h"
 
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -15,7 +18,7 @@ constexpr const char* texts[] = {"hash", "parentHash", "authorName", "authorEmai
 constexpr const char* lists[] = {"otherParents", "longComment", "modifiedFiles", "stagedFiles"};
 
 /// The full hash of the commit that `revision` names. Throws HostError when there is none.
-cmStringT fullHash(const Host& host, cmROStringT repository, cmROStringT revision)
+cmStringT fullHash(const Host& host, cmROStringT repository, cmROStringT revision, const InterruptWatch& interrupts)
 {
     const cmStringT commit = cmCat(revision) + "^{commit}";
     cmStringT output("");
@@ -23,6 +26,7 @@ cmStringT fullHash(const Host& host, cmROStringT repository, cmROStringT revisio
         captureCommand(cmStringT(cmCat("\"") + host.programPath(gitTool) + "\" rev-parse --verify --quiet --end-of-options "
                                  + quoteArgument(commit)),
                        spawnScannedCommand, repository, {}, [&output](cmROStringT bytes) { output += bytes; });
+    interrupts.check();
     for (cmROStringT lines = output; !lines.empty();) {
         const cmROStringT line = cmTakeUntil(lines, '\n');
         if (!line.starts_with('-'))
@@ -69,7 +73,8 @@ int runShow(const HostOptions& options, const std::string& repository)
     const cmStringT path = browsedDirectory(repository);
     Host host(options);
     host.requireTool(gitTool);
-    const cmStringT hash = fullHash(host, path, options.revision);
+    std::optional<InterruptWatch> interrupts(std::in_place);
+    const cmStringT hash = fullHash(host, path, options.revision, *interrupts);
     const TXHVAR variable = txHvarAlloc();
     for (const char* key : texts)
         txHvarSetString(txHvarHashElement(variable, key, txCreateMissing), "");
@@ -78,8 +83,11 @@ int runShow(const HostOptions& options, const std::string& repository)
     // _GitGetCommitInfo needs the commit in the browser's model, so that one commit is loaded.
     Browser browser(host, path, cmStringT(cmCat("--max-count=1 ") + quoteArgument(hash)));
     browser.waitFor([] { return false; });
+    interrupts->check();
     const std::int32_t status =
         host.call("_GitGetCommitInfo", {host.programPath(gitTool), path, hash, CallArgument::variable(variable)});
+    interrupts->check();
+    interrupts.reset();
     if (status != 0) {
         printFailure(path, {gitTool.name, status, host.lastToolError()}, options.json);
         return 1;

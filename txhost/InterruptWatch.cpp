@@ -1,0 +1,47 @@
+#include "txhost/InterruptWatch.h"
+
+#include "txhost/Console.h"
+#include "txhost/HostSystem.h"
+
+namespace {
+
+constexpr std::uint32_t checkIntervalMs = 20;
+
+}  // namespace
+
+InterruptWatch::InterruptWatch()
+{
+    setStopEvent(&m_stop);
+    if (start() == 0)
+        console::catchInterrupts();
+}
+
+InterruptWatch::~InterruptWatch()
+{
+    console::releaseInterrupts();
+    requestStop();
+    join();
+}
+
+void InterruptWatch::check() const
+{
+    if (console::wasInterrupted())
+        throw HostError("interrupted");
+}
+
+std::int32_t InterruptWatch::run()
+{
+    while (m_stop.wait(checkIntervalMs) == cmWaitTimeout) {
+        if (console::wasInterrupted())
+            endChildProcesses();  // again and again: the module may start another tool
+    }
+    return 0;
+}
+
+std::int32_t callInterruptibly(Host& host, cmROStringT name, const cmArray<CallArgument>& arguments)
+{
+    const InterruptWatch interrupts;
+    const std::int32_t result = host.call(name, arguments);
+    interrupts.check();
+    return result;
+}
