@@ -200,6 +200,7 @@ TEST_F(GitQueryTest, GivesTheLinesThatDifferFromARevision)
         EXPECT_EQ(shownResult(), in("a b") + "[hunks[" + first + "]]" + inSub) << "of " << directory;
     }
     git(top, {"branch", "sub"});
+    git(top, {"add", "a b"});
     txHvarSetString(result, "");
     ASSERT_EQ(diff("sub"), 0);
     EXPECT_EQ(shownResult(), in("a b") + "[hunks[" + first + "]]" + inSub) << "with a branch that a folder shares its name with";
