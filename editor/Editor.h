@@ -64,6 +64,7 @@ struct EditorObserver {
     std::function<void()> statusChanged;
     std::function<void(const cmStringT& path)> passBegan;
     std::function<void(const cmStringT& path, std::int32_t status)> passEnded;
+    std::function<void(const cmStringT& path, std::int32_t part, std::int32_t status, const cmStringT& message)> gitLoadEnded;
 };
 
 /// The stand-in editor: the object behind the services of txapi.h. Only one may exist at a time; a second one aborts the program.

@@ -53,6 +53,14 @@ void txVCPassEnd(const tamarin::TMString& path, std::int32_t status)
     });
 }
 
+void txGitLoadEnd(const tamarin::TMString& path, std::int32_t part, std::int32_t status, const tamarin::TMString& message)
+{
+    notifyObserver([repository = path.getCMString(), part, status, text = message.getCMString()](const EditorObserver& observer) {
+        if (observer.gitLoadEnded)
+            observer.gitLoadEnded(repository, part, status, text);
+    });
+}
+
 std::int32_t txXMLLoadText(const cmStringT& text)
 {
     return onAnyThread([&](EditorParts& editor) { return editor.documents.load(text); });

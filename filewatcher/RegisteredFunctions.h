@@ -97,9 +97,10 @@ std::int32_t gitGetHistoryInfo(TXPSZ file, TXPSZ git, TXHREFVAR result, TXPSZ re
 /// Returns 1 while a load runs: the model's thread or its log thread; else 0.
 std::int32_t gitGetBranchInfoRunning();
 /// Refills the browser tree with the commits whose author, e-mail, subject or hash contains `text`; all commits for an empty
-/// text. When no commit contains it, the rows stay as they are. Rows that take longer than one slice (50 ms) follow from the
-/// browser's timer. `tree` is not used. Returns 0; -104399 when there is no model, that is before the first _GitGetBranchInfo and
-/// after filewatcher_stop_async_work; -2173 when the feature gate is closed.
+/// text. When no commit contains it, the rows stay as they are; while a load runs, the text is kept, and the tree is refilled as
+/// soon as a commit with it is published. Rows that take longer than one slice (50 ms) follow from the browser's timer. `tree` is
+/// not used. Returns 0; 1 when no commit contains the text; -104399 when there is no model, that is before the first
+/// _GitGetBranchInfo and after filewatcher_stop_async_work; -2173 when the feature gate is closed.
 /// Out of memory: -1.
 std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR tree);
 /// Adds changes to the hash table `result`; paths of working-copy lists are relative to the top level, with slashes.

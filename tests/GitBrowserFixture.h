@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <map>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -45,7 +46,15 @@ private:
 /// A module and the browser of an empty repository.
 class GitBrowserTest : public ModuleTest {
 protected:
-    GitBrowserTest() { makeRepository(top); }
+    GitBrowserTest()
+    {
+        makeRepository(top);
+        EditorObserver observer;
+        observer.gitLoadEnded = [this](const cmStringT&, std::int32_t part, std::int32_t status, const cmStringT& message) {
+            ended[part] = std::to_string(status) + " " + message.c_str();
+        };
+        editor.setObserver(observer);
+    }
 
     /// The callback in a slot.
     template <class Function>
@@ -64,6 +73,7 @@ protected:
     {
         EXPECT_EQ(open({}, gitPath), 0);
         EXPECT_TRUE(editor.runUntil([this] { return call("_GitGetBranchInfoRunning", {}) == 0; }, 30000));
+        editor.runUntil([] { return false; }, 0);
     }
     std::int32_t published() const { return callback<std::int32_t()>(txSlotGitCount)(); }
     /// Lets the timer fill the tree until it has nothing left to do.
@@ -111,6 +121,7 @@ protected:
         git(top, {"remote", "add", "origin", "nowhere"});
     }
 
+    std::map<std::int32_t, std::string> ended;  ///< by part of the load: the status and the message of its last end
     TempFolder folder;
     std::filesystem::path top = folder / "repo";
 };

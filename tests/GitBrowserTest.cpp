@@ -66,8 +66,8 @@ TEST_F(GitBrowserTest, StartsALoadOnlyWhenSomethingChanged)
 
 TEST_F(GitBrowserTest, FiltersTheTree)
 {
-    const auto filter = [this](const std::string& wanted) {
-        EXPECT_EQ(call("_GitFilterTree", {cmStringT(wanted), 0}), 0);
+    const auto filter = [this](const std::string& wanted, int status = 0) {
+        EXPECT_EQ(call("_GitFilterTree", {cmStringT(wanted), 0}), status);
         return editor.tree().size();
     };
     EXPECT_EQ(call("_GitFilterTree", {"x", 0}), -104399);
@@ -83,7 +83,7 @@ TEST_F(GitBrowserTest, FiltersTheTree)
     EXPECT_EQ(editor.tree().size(), 3u);
     EXPECT_EQ(filter("THE SIDE"), 1u);
     EXPECT_EQ(editor.tree()[0].flags, 2);
-    EXPECT_EQ(filter("no such thing"), 1u);
+    EXPECT_EQ(filter("no such thing", 1), 1u);
     EXPECT_EQ(filter(""), 6u);
 }
 
@@ -136,6 +136,10 @@ TEST_F(GitBrowserTest, LoadsALongHistoryInSlicesAndKeepsEveryCommit)
         EXPECT_EQ(published(), 0);
     }
     EXPECT_EQ(open({1}), 0);
+    EXPECT_EQ(call("_GitFilterTree", {"commit 77", 0}), 1);
+    EXPECT_TRUE(waitForTree());
+    EXPECT_EQ(editor.tree().size(), 111u) << "a filter that was set before the first commit was published";
+    EXPECT_EQ(open({1}), 0);
     ASSERT_TRUE(eventually([this] { return published() > 0; }));
     EXPECT_EQ(call("_GitFilterTree", {"commit ", 0}), 0);
     EXPECT_TRUE(waitForTree());
@@ -171,12 +175,40 @@ TEST_F(GitBrowserTest, EndsAToolThatHangsAndSurvivesOneThatFails)
     git(top, {"init", "--quiet", text(folder / "other")});
     EXPECT_EQ(call("_GitGetBranchInfo", {cmStringT(text(folder / "other")), "git"}), 0);
     EXPECT_TRUE(eventually([&] { return processesOf(hanging) == 0; }));
-    for (const std::string& tool : {helperAs(folder, "tool-fails"), text(folder / "no-git")}) {
+    const std::pair<std::string, std::string> failing[] = {
+        {helperAs(folder, "tool-fails"), "-1 fatal: this tool always fails"},
+        {text(folder / "no-git"), "-102646 no program that can be started: " + text(folder / "no-git")}};
+    for (const auto& [tool, expected] : failing) {
         editor.setProperty(txPropertyBrowserRepository, cmStringT(""));
+        ended.clear();
         load(tool);
         EXPECT_EQ(published(), 0);
         EXPECT_EQ(branch(0), "Error");
+        EXPECT_EQ(ended, (std::map<std::int32_t, std::string>{{txGitLoadBranches, expected}, {txGitLoadCommits, expected}}));
     }
+}
+
+TEST_F(GitBrowserTest, ShowsWhatADamagedRepositoryStillHasAndTellsWhatFailed)
+{
+    load();
+    EXPECT_EQ(ended, (std::map<std::int32_t, std::string>{{txGitLoadBranches, "0 "}, {txGitLoadCommits, "-1 "}})) << "no commits";
+    importBranches();
+    const Texts names{"main", "extra", "side", "origin/far", "Error"};
+    const std::string lost = hashOf("v1~1");
+    writeFile(top / ".git/refs/heads/x", "");
+    for (const bool broken : {true, false}) {
+        show({1});
+        EXPECT_EQ((Texts{branch(0), branch(1), branch(2), branch(3), branch(4)}), names);
+        EXPECT_EQ(ended[txGitLoadBranches].substr(0, 51), broken ? "-1 fatal: git show-ref: bad ref refs/heads/x (00000" : "0 ");
+        EXPECT_EQ(ended[txGitLoadCommits], broken ? "-1 fatal: bad object refs/heads/x" : "0 ");
+        std::filesystem::remove(top / ".git/refs/heads/x");
+    }
+    EXPECT_EQ(published(), 6);
+    std::filesystem::remove(top / ".git/objects" / lost.substr(0, 2) / lost.substr(2));
+    show({1});
+    EXPECT_GE(published(), 3);
+    EXPECT_TRUE(ended[txGitLoadCommits].starts_with("-1 fatal: Failed to traverse parents of commit "))
+        << ended[txGitLoadCommits];
 }
 
 }  // namespace

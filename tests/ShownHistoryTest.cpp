@@ -105,8 +105,15 @@ TEST_F(ShownHistoryTest, AFilterShowsTheCommitsThatContainItsTextAndTheLinesBetw
     EXPECT_EQ(rows(), (Rows{1, 3, 5}));
     history.filterNewCommits();
     EXPECT_EQ(rows(), (Rows{1, 3, 5, 7}));
+    EXPECT_FALSE(history.filter("later"));
+    add(logRecord(9, {}));
+    EXPECT_FALSE(history.applyWaitingFilter());
+    add(logRecord(10, {}, "Later"));
+    EXPECT_TRUE(history.applyWaitingFilter());
+    EXPECT_FALSE(history.applyWaitingFilter());
+    EXPECT_EQ(rows(), Rows{10});
     EXPECT_TRUE(history.filter(""));
-    EXPECT_EQ(history.rowCount(), 9);
+    EXPECT_EQ(history.rowCount(), 11);
 }
 
 }  // namespace

@@ -192,6 +192,16 @@ TEST(Txhost, ShowsBranchesAndTheHistoryWithItsGraph)
     const std::string shortHash = hash.get<std::string>().substr(0, 7);
     EXPECT_EQ(json({"log", "--filter", shortHash, text(top)}).at(0)["hash"], hash);
     EXPECT_NE(txhost({"log", text(top)}).output.find("\xE2\x97\x8F " + shortHash), std::string::npos);
+    const ProgramResult nothing = txhost({"log", "--filter", "no such thing", text(top)});
+    EXPECT_EQ(std::pair(nothing.exitCode, nothing.output), std::pair(0, std::string()));
+    const std::string lost = hash.get<std::string>();
+    fs::remove(top / ".git" / "objects" / lost.substr(0, 2) / lost.substr(2));
+    commitFiles(top, {"c"});
+    const std::vector<Json> rest = json({"log", "--restrict", "work", text(top)}, 1);
+    ASSERT_EQ(rest.size(), 4u) << "the working copy, the newest commit and a failure of each part";
+    EXPECT_EQ(rest[1]["parents"], Json::array({branches[0]["hash"]}));
+    EXPECT_EQ(rest[3]["meaning"].get<std::string>().substr(0, 33), "fatal: Failed to traverse parents");
+    EXPECT_EQ(json({"branches", text(top)}, 1).size(), 4u) << "the three branches and the failure";
 }
 
 TEST(Txhost, FetchesTheCommittedRevision)

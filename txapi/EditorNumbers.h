@@ -35,6 +35,11 @@ inline constexpr std::int32_t txSlotGitPaths = 51;       ///< the repository and
 inline constexpr std::int32_t txSlotGitGraphRow = 52;    ///< copies a row of the graph
 inline constexpr std::int32_t txSlotGitGraphWidth = 54;  ///< the number of columns of the widest row
 
+// --- Loads of the Git browser: txGitLoadEnd ---------------------------------------------------------------------
+
+inline constexpr std::int32_t txGitLoadBranches = 1;  ///< the branches
+inline constexpr std::int32_t txGitLoadCommits = 2;   ///< the commits; the load ends with them
+
 // --- Browser tree -----------------------------------------------------------------------------------------------
 
 inline constexpr std::int32_t txNodeFirst = 2;       ///< flag of the first node of a filled tree; the others have none

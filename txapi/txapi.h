@@ -143,6 +143,10 @@ TXAPI void txVCStatusChanged();
 TXAPI void txVCPassBegin(const tamarin::TMString& path);
 /// 1205. Notifies the editor that the pass has ended: `status` is 0, or the negative code of what ended it early.
 TXAPI void txVCPassEnd(const tamarin::TMString& path, std::int32_t status);
+/// Notifies the editor that a part of the load of the repository `path` has ended (txGitLoadBranches, then txGitLoadCommits).
+/// `status` is 0, or the negative code of what failed; what could be read is shown all the same. `message` tells a person why;
+/// it is empty with the status 0, and with -1 for commits when there are none. A load that is closed or replaced tells nothing.
+TXAPI void txGitLoadEnd(const tamarin::TMString& path, std::int32_t part, std::int32_t status, const tamarin::TMString& message);
 
 // --- XML; any thread ------------------------------------------------------------------------------------------
 //

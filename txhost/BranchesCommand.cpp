@@ -28,8 +28,7 @@ int runBranches(const HostOptions& options, const std::string& named)
     Host host(options);
     console::catchInterrupts();
     Browser browser(host, repository, {});
-    // The module has all branches before it has the first commit.
-    if (!browser.waitFor([&] { return browser.count() > 0; })) {
+    if (!browser.waitFor([&] { return browser.hasBranches(); })) {
         console::printInterrupted();
         return 1;
     }
@@ -37,8 +36,11 @@ int runBranches(const HostOptions& options, const std::string& named)
         const cmStringT name = browser.branchName(number);
         const cmStringT hash = browser.branchHash(number);
         const bool none = name.isEmpty() && hash.isEmpty();
-        if (none && number > 0)
-            return number > 1 || !browser.branchHash(0).isEmpty() ? 0 : reportNothingToBrowse(host, repository);
+        if (none && number > 0) {
+            if (number == 1 && browser.branchHash(0).isEmpty())
+                browser.waitFor([] { return false; });  // its end tells whether there are no commits
+            return browser.reportFailures();
+        }
         if (!none)  // branch 0, the current one, has no name before its first commit
             printBranch(number, name, hash, options.json);
     }

@@ -7,6 +7,8 @@
 namespace {
 
 constexpr std::int32_t checkIntervalMs = 10;
+constexpr std::int32_t threadNotStarted = 1;
+constexpr std::int32_t statusGitFailed = -1;  // for commits also: there are none
 
 /// The function that the module has set at a callback slot.
 template <class Function>
@@ -17,23 +19,32 @@ Function* callback(const Host& host, std::int32_t slot)
 
 }  // namespace
 
-Browser::Browser(Host& host, const cmStringT& repository, const cmStringT& restriction) : m_host(host)
+Browser::Browser(Host& host, const cmStringT& repository, const cmStringT& restriction) : m_host(host), m_repository(repository)
 {
     host.requireTool(gitTool);
     const std::int32_t status = host.call("_GitGetBranchInfo", {repository, host.programPath(gitTool), 0, restriction});
+    if (status == threadNotStarted)
+        throw HostError(cmStringT(cmCat(repository) + ": a thread could not be started").c_str());
     if (status != 0)
         throw HostError(failureText(repository, status).c_str());
+    EditorObserver observer;  // the notices of the load wait for the event loop
+    observer.gitLoadEnded = [this](const cmStringT&, std::int32_t part, std::int32_t partStatus, const cmStringT& message) {
+        m_ended[part] = {partStatus, message};
+    };
+    host.editor().setObserver(observer);
 }
 
 Browser::~Browser()
 {
     m_host.call("_GitBranchClose", {});
+    m_host.editor().setObserver({});
 }
 
 bool Browser::waitFor(const std::function<bool()>& done)
 {
     for (;;) {
         const bool loading = isLoading();  // asked before done(), which then sees everything that was loaded
+        m_host.editor().runUntil([] { return false; }, 0);
         if (console::wasInterrupted())
             return false;
         if (done() || !loading)
@@ -45,6 +56,25 @@ bool Browser::waitFor(const std::function<bool()>& done)
 bool Browser::isLoading()
 {
     return m_host.call("_GitGetBranchInfoRunning", {}) != 0;
+}
+
+int Browser::reportFailures()
+{
+    if (!isLoading()) {
+        m_host.editor().runUntil([] { return false; }, 0);
+        for (const std::int32_t part : {txGitLoadBranches, txGitLoadCommits})
+            m_ended.try_emplace(part, PartEnd{statusGitFailed, "the load broke off"});  // unless it was reported
+    }
+    cmStringT told;
+    for (const auto& [part, end] : m_ended) {
+        if (end.status == 0)
+            continue;
+        if (part == txGitLoadCommits && end.status == statusGitFailed && end.message.isEmpty())
+            console::printError(cmStringT(cmCat(m_repository) + ": no commits"));
+        else if (told.isNull() || end.message != told)  // when git cannot start, both parts say so
+            printFailure(m_repository, {gitTool.name, end.status, told = end.message}, m_host.options().json);
+    }
+    return told.isNull() ? 0 : 1;
 }
 
 std::int32_t Browser::count() const
@@ -84,19 +114,12 @@ bool Browser::filter(const std::string& text)
     const TXHVAR tree = txHvarAlloc();
     const std::int32_t status = m_host.call("_GitFilterTree", {text.c_str(), CallArgument::variable(tree)});
     txHvarFree(tree);
-    if (status != 0)
+    if (status < 0)
         throw HostError(failureText("filter", status).c_str());
-    return !m_host.editor().tree().empty();
+    return status == 0;
 }
 
 cmStringT browsedDirectory(const std::string& named)
 {
     return watchedDirectories({named}, gitTool.name).front().path;
-}
-
-int reportNothingToBrowse(Host& host, const cmStringT& directory)
-{
-    const cmStringT error = host.lastToolError();
-    console::printError(cmStringT(cmCat(directory) + ": " + (error.isNull() ? cmStringT("no commits") : error)));
-    return error.isNull() ? 0 : 1;
 }

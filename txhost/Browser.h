@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 
 /// The editor's Git browser on one repository. The module loads the history in the background; the getters answer for what is
@@ -22,6 +23,10 @@ public:
     /// Runs the editor's event loop until `done` returns true, the load has ended, or Ctrl-C. Returns false only for Ctrl-C.
     bool waitFor(const std::function<bool()>& done);
     bool isLoading();
+    /// Whether all branches are read. They are before the first commit is.
+    bool hasBranches() const { return m_ended.contains(txGitLoadBranches); }
+    /// Prints what has failed so far; that there are no commits is no failure, but told on standard error. Returns the exit code.
+    int reportFailures();
 
     /// How many commits are loaded; the working copy counts as one.
     std::int32_t count() const;
@@ -39,10 +44,16 @@ public:
     bool filter(const std::string& text);
 
 private:
+    /// The end of a part of the load, as the module reported it.
+    struct PartEnd {
+        std::int32_t status;
+        cmStringT message;
+    };
+
     Host& m_host;
+    const cmStringT m_repository;
+    std::map<std::int32_t, PartEnd> m_ended;  ///< by the number of the part
 };
 
 /// The absolute path of a repository's directory, as the editor would name it. Throws HostError when it does not exist.
 cmStringT browsedDirectory(const std::string& named);
-/// Prints why a repository has nothing to show. Returns the exit code: 0 for a repository without commits, 1 for a failure.
-int reportNothingToBrowse(Host& host, const cmStringT& directory);

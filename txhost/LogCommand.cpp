@@ -147,9 +147,8 @@ int runLog(const HostOptions& options, const std::string& named, const LogOption
         console::printInterrupted();
         return 1;
     }
-    if (browser.count() == 0)
-        return reportNothingToBrowse(host, repository);
     if (wanted.filter.empty() || browser.filter(wanted.filter))
         printRows(browser.count());
-    return console::wasInterrupted() ? 1 : 0;
+    const int exitCode = browser.reportFailures();
+    return console::wasInterrupted() ? 1 : exitCode;
 }

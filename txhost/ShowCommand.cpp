@@ -93,8 +93,11 @@ int runShow(const HostOptions& options, const std::string& repository)
         return 1;
     }
     Json table = jsonOfVariable(*host.editor().value(variable));
-    if (table.at("hash") == "")
+    if (table.at("hash") == "") {
+        if (browser.reportFailures() != 0)
+            return 1;
         throw HostError("the module has not loaded the commit " + std::string(hash.view()));
+    }
     for (const char* key : lists)
         table[key] = listOf(table, key);
     if (options.json)

@@ -33,6 +33,11 @@ GitOutcome runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory, 
     return hasFatalLine(error) || (anyError && !anyOutput) ? GitOutcome{statusGitFailed, toolSentence(error)} : GitOutcome();
 }
 
+bool isUnbornBranch(const GitOutcome& outcome)
+{
+    return outcome.sentence.view().find("does not have any commits yet") != cmROStringT::npos;
+}
+
 std::int32_t runGitQuery(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output)
 {
     output.clear();

@@ -22,6 +22,9 @@ struct GitOutcome {
 GitOutcome runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory, const CaptureControl& control,
                          const std::function<void(cmROStringT)>& sink);
 
+/// Whether git failed only because the current branch has no commit yet.
+bool isUnbornBranch(const GitOutcome& outcome);
+
 /// runGitCommand without a way to stop it, for queries that the editor waits for. Replaces `output` by git's standard output,
 /// whatever the result, and writes the result to the debug log.
 std::int32_t runGitQuery(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output);

@@ -70,6 +70,10 @@ void fillTree(BranchTree& tree)
     const bool loading = model->isRunning() || (logs.current() && logs.current()->isRunning());
     if (model->publishedCommitCount() == 0 && loading)
         return;
+    if (model->applyWaitingFilter()) {
+        txTreeClear();
+        tree.restart();
+    }
     if (!loading)
         model->filterNewCommits();
     if (txTreeRowCount() < model->shownCount()) {

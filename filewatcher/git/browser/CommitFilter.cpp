@@ -42,7 +42,7 @@ private:
 
 }  // namespace
 
-cmArray<std::uint32_t> filterCommits(const CommitStore& store, cmROStringT text)
+cmArray<std::uint32_t> filterCommits(const CommitStore& store, cmROStringT text, std::uint32_t first)
 {
     const cmStringT lowerText = cmLowerAscii(text);
     cmArray<bool> authorMatches;  // by author: there are far fewer of them than commits
@@ -50,7 +50,7 @@ cmArray<std::uint32_t> filterCommits(const CommitStore& store, cmROStringT text)
         authorMatches.push_back(text.empty() || occursIn(author.name, lowerText) || occursIn(author.email, lowerText));
     const HashMatcher hash(lowerText);
     cmArray<std::uint32_t> found;
-    for (std::uint32_t number = 0; number < store.count(); ++number) {
+    for (std::uint32_t number = first; number < store.count(); ++number) {
         if (authorMatches[store.author(number)] || occursIn(store.subject(number), lowerText)
             || (store.idOf(number) != CommitIds::workingCopy && hash.matches(store.hash(number))))
             found.push_back(number);

@@ -16,6 +16,7 @@ constexpr std::int32_t firstTickMs = 100;
 constexpr std::int32_t usualLoadLimit = 10;
 constexpr std::int32_t forceArgument = 3;
 constexpr std::int32_t restrictionArgument = 4;
+constexpr std::int32_t nothingFound = 1;
 
 using Buffer = char[1024];
 
@@ -185,12 +186,13 @@ std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR)
         return statusNoGitModel;
     BranchTree& tree = branchTree();
     tree.killTimer();
-    if (model->filter(text.getCMString())) {
+    const bool found = model->filter(text.getCMString());
+    if (found) {
         txTreeClear();
         tree.restart();
         tree.addSlice(*model);
     }
     // The timer adds what this slice left out, and the matching commits that the load still publishes.
     tree.requestRefresh(tree.refreshRequest());
-    return 0;
+    return found ? 0 : nothingFound;
 }

@@ -3,10 +3,12 @@
 #include "common/cmDateTime.h"
 #include "common/cmFile.h"
 #include "common/cmStringCatHelper.h"
+#include "filewatcher/StatusCodes.h"
 #include "filewatcher/bridge/DebugLog.h"
-#include "filewatcher/git/GitCommand.h"
+#include "txapi/txapi.h"
 
 #include <atomic>
+#include <exception>
 #include <string>
 #include <utility>
 
@@ -82,14 +84,9 @@ void GitBranchesModel::setLogThread(std::shared_ptr<GitRunLogThread> logThread)
 std::int32_t GitBranchesModel::run()
 {
     m_wakeEvent.reset();
-    using Step = std::int32_t (GitBranchesModel::*)();
-    constexpr Step steps[] = {&GitBranchesModel::getCurrentlyCheckedOutBranchName, &GitBranchesModel::readRefs,
-                              &GitBranchesModel::loadCommits};
-    for (const Step step : steps) {
-        if (stopRequested())
-            return runStopped;
-        (this->*step)();  // a step that fails leaves its part of the model empty; the others still run
-    }
+    if (!runPart(txGitLoadBranches, &GitBranchesModel::readBranches)
+        || !runPart(txGitLoadCommits, &GitBranchesModel::loadCommits))
+        return runStopped;
     cmMutexLock hold(modelLock);
     if (stopRequested())
         return runStopped;
@@ -98,75 +95,115 @@ std::int32_t GitBranchesModel::run()
     return 0;
 }
 
+bool GitBranchesModel::runPart(std::int32_t part, GitOutcome (GitBranchesModel::*read)())
+{
+    GitOutcome outcome;
+    try {
+        if (!stopRequested())
+            outcome = (this->*read)();
+    } catch (const std::exception& failure) {
+        outcome = {statusGitFailed, cmStringT(cmCat("the load broke off: ") + failure.what())};
+    }
+    if (stopRequested())
+        return false;
+    txGitLoadEnd(path(), part, outcome.status, outcome.sentence.isNull() ? cmStringT("") : outcome.sentence);
+    return true;
+}
+
+GitOutcome GitBranchesModel::readBranches()
+{
+    GitOutcome current = getCurrentlyCheckedOutBranchName();
+    GitOutcome refs = stopRequested() ? GitOutcome() : readRefs();
+    return current.status != 0 ? current : refs;
+}
+
 /// The lock is not held while git runs, because git may hang and the editor's thread reads the model. Both results are stored in
 /// one step.
-std::int32_t GitBranchesModel::getCurrentlyCheckedOutBranchName()
+GitOutcome GitBranchesModel::getCurrentlyCheckedOutBranchName()
 {
     constexpr const char* name = "GitBranchesModel::getCurrentlyCheckedOutBranchName";
     cmStringT output;
-    std::int32_t status = runGit("--no-pager branch --no-color --no-column", output);
-    if (status != 0)
-        return status;
+    GitOutcome outcome = runGit("--no-pager branch --no-color --no-column", output);
+    if (outcome.status != 0)
+        return outcome;
     const cmStringT current = currentBranchIn(output);
     const cmROStringT arguments = "--no-pager log --max-count=1 --pretty=format:%H";
     debugLog(name, __LINE__,
              cmStringT(cmCat("cmFile::getCurDir().get()=") + cmCurrentDirectory() + " path.get()=" + path()
                        + " cmdLine.get()=" + quotedGit(gitExePath()) + arguments));
-    status = runGit(arguments, output);
-    debugLog(name, __LINE__, cmStringT(cmCat("status=") + std::to_string(status)));
+    outcome = runGit(arguments, output);
+    debugLog(name, __LINE__, cmStringT(cmCat("status=") + std::to_string(outcome.status)));
     cmMutexLock hold(modelLock);
     if (stopRequested())
-        return runStopped;
+        return {runStopped, {}};
     BranchTable& branches = m_history->branches();
     if (!current.isNull())
         branches.setCurrentName(current);
-    if (status == 0 && !output.isEmpty()) {
+    if (outcome.status == 0 && !output.isEmpty()) {
         branches.setCurrentEndHash(output);
         debugLog(name, __LINE__, cmStringT(cmCat("currentBranchName.get()=") + branches.currentName()));
     }
-    return status;
+    return isUnbornBranch(outcome) ? GitOutcome() : outcome;
 }
 
-std::int32_t GitBranchesModel::readRemoteName(cmStringT& remoteName)
+GitOutcome GitBranchesModel::readRemoteName(cmStringT& remoteName)
 {
     cmStringT output;
-    const std::int32_t status = runGit("remote show", output);
-    if (status == 0)
+    GitOutcome outcome = runGit("remote show", output);
+    if (outcome.status == 0)
         remoteName = cmWithoutLineEnd(output);
-    return status;
+    return outcome;
 }
 
-std::int32_t GitBranchesModel::readRefs()
+GitOutcome GitBranchesModel::readRefs()
 {
     cmStringT output;
-    const std::int32_t status = runGit("show-ref --head", output);
+    const GitOutcome outcome = runGit("show-ref --head", output);
+    // One broken ref ends show-ref, while for-each-ref lists all others. It reads no object in this format, and has no HEAD.
+    if (outcome.status != 0 && runGit("for-each-ref \"--format=%(objectname) %(refname)\"", output).status == 0)
+        output = cmCat(currentBranchEndHash()) + " HEAD\n" + output;
     cmStringT remoteName("");
-    readRemoteName(remoteName);
+    const GitOutcome remotes = readRemoteName(remoteName);
     GitRefs refs;
     refs.read(output, remoteName);
     cmMutexLock hold(modelLock);
     if (!stopRequested())
         m_history->setRefs(refs, !m_request.logRestriction.isEmpty());
-    return status;
+    return outcome.status != 0 ? outcome : remotes;
 }
 
-std::int32_t GitBranchesModel::loadCommits()
+GitOutcome GitBranchesModel::loadCommits()
+{
+    std::shared_ptr<GitRunLogThread> log;
+    {
+        cmMutexLock hold(modelLock);
+        log = m_request.logThread;
+    }
+    if (!log)
+        return {statusGitFailed, {}};
+    try {
+        takeRecords(*log);
+    } catch (...) {
+        log->requestStop();  // nobody takes what it still reads
+        throw;
+    }
+    GitOutcome outcome = log->outcome();
+    cmMutexLock hold(modelLock);
+    if (outcome.status == statusGitFailed && outcome.sentence.isEmpty() && m_request.logRestriction.isEmpty()
+        && m_history->branches().anyTip())
+        outcome.sentence = "git's log is empty although there are branches";
+    return outcome;
+}
+
+void GitBranchesModel::takeRecords(GitRunLogThread& log)
 {
     cmStringT batch;
-    while (!stopRequested()) {
-        std::shared_ptr<GitRunLogThread> log;
-        {
-            cmMutexLock hold(modelLock);
-            log = m_request.logThread;
-        }
-        if (!log || log->takeCompleteRecords(batch) != 0)
-            break;
+    while (!stopRequested() && log.takeCompleteRecords(batch) == 0) {
         if (batch.isEmpty())
             pause(pollMs);
         else
             parseRecords(batch);
     }
-    return 0;
 }
 
 void GitBranchesModel::parseRecords(cmROStringT batch)
@@ -190,7 +227,7 @@ void GitBranchesModel::parseRecords(cmROStringT batch)
     }
 }
 
-std::int32_t GitBranchesModel::runGit(cmROStringT arguments, cmStringT& output)
+GitOutcome GitBranchesModel::runGit(cmROStringT arguments, cmStringT& output)
 {
     cmStringT line;
     cmStringT directory;
@@ -203,7 +240,7 @@ std::int32_t GitBranchesModel::runGit(cmROStringT arguments, cmStringT& output)
     output.clear();
     CaptureControl control;
     control.stopRequested = [this] { return stopRequested(); };
-    return runGitCommand(line, directory, control, [&output](cmROStringT bytes) { output += bytes; }).status;
+    return runGitCommand(line, directory, control, [&output](cmROStringT bytes) { output += bytes; });
 }
 
 void GitBranchesModel::pause(std::uint32_t ms)

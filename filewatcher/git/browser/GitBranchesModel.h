@@ -17,7 +17,8 @@ struct GitLoadRequest {
 };
 
 /// The branches and commits of the repository that the editor's Git browser shows. Its thread reads the branches with git
-/// commands of its own, then takes the records from the log thread until that has ended. There is one instance in a process; the
+/// commands of its own, then takes the records from the log thread until that has ended, and notifies the editor of the end of
+/// each of these parts. There is one instance in a process; the
 /// editor's thread creates and destroys it, starts its thread and requests its stops. Any thread may call the reading operations.
 class GitBranchesModel : public cmThread {
 public:
@@ -63,8 +64,11 @@ public:
     std::int32_t graphWidth();
 
     /// Shows only the commits that contain `text`; an empty text shows all. Returns false when no commit contains it; the shown
-    /// rows stay as they are then. For the editor's thread.
+    /// rows stay as they are then, until applyWaitingFilter finds one. For the editor's thread.
     bool filter(cmROStringT text);
+    /// Applies a filter that has found nothing yet when one of the commits that were published since then contains its text.
+    /// Returns whether it did: all rows are new then. For the editor's thread.
+    bool applyWaitingFilter();
     /// Applies the current filter to the commits that were published after it was set. For the editor's thread.
     void filterNewCommits();
 
@@ -72,14 +76,19 @@ private:
     GitBranchesModel();
     ~GitBranchesModel() override = default;
 
-    std::int32_t getCurrentlyCheckedOutBranchName();
-    std::int32_t readRemoteName(cmStringT& remoteName);
-    std::int32_t readRefs();
-    std::int32_t loadCommits();
+    /// Runs a part of the load and notifies the editor of its end. Returns false on a stop request.
+    bool runPart(std::int32_t part, GitOutcome (GitBranchesModel::*read)());
+    // What fails leaves its part of the model empty. The outcome of several commands is that of the first that failed.
+    GitOutcome readBranches();
+    GitOutcome getCurrentlyCheckedOutBranchName();
+    GitOutcome readRemoteName(cmStringT& remoteName);
+    GitOutcome readRefs();
+    GitOutcome loadCommits();
+    void takeRecords(GitRunLogThread& log);
     void parseRecords(cmROStringT batch);
 
     /// Runs a git command in the repository and replaces `output` by its standard output.
-    std::int32_t runGit(cmROStringT arguments, cmStringT& output);
+    GitOutcome runGit(cmROStringT arguments, cmStringT& output);
     /// Sleeps until the time has passed or a stop is requested.
     void pause(std::uint32_t ms);
 

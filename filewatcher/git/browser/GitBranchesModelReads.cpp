@@ -102,6 +102,12 @@ bool GitBranchesModel::filter(cmROStringT text)
     return m_history->filter(text);
 }
 
+bool GitBranchesModel::applyWaitingFilter()
+{
+    cmMutexLock hold(modelLock);
+    return m_history->applyWaitingFilter();
+}
+
 void GitBranchesModel::filterNewCommits()
 {
     cmMutexLock hold(modelLock);

@@ -7,6 +7,7 @@
 #include "filewatcher/git/GitCommand.h"
 
 #include <string>
+#include <utility>
 
 GitRunLogThread::GitRunLogThread(cmROStringT gitExePath, cmROStringT path, cmROStringT logRestriction)
     : m_gitExePath(gitExePath), m_path(path), m_logRestriction(logRestriction)
@@ -24,34 +25,37 @@ std::int32_t GitRunLogThread::run()
     // The model waits for the end of the output, so it is marked even when the run ends with an exception.
     struct Finish {
         GitRunLogThread& thread;
+        GitOutcome outcome{statusGitFailed, "memory ran out while git's log was read"};
         ~Finish()
         {
             cmMutexLock hold(logOutputLock);
+            thread.m_outcome = std::move(outcome);
             thread.m_output.finish();
         }
     } finish{*this};
     setName("GitRunLogThread");
-    return runLog();
+    finish.outcome = runLog();
+    return finish.outcome.status;
 }
 
-std::int32_t GitRunLogThread::runLog()
+GitOutcome GitRunLogThread::runLog()
 {
     const cmStringT line = commandLine();
     CaptureControl control;
     control.stopRequested = [this] { return stopRequested(); };
-    std::int32_t status = runGitCommand(line, m_path, control, [this](cmROStringT bytes) {
-                              cmMutexLock hold(logOutputLock);
-                              m_output.append(bytes);
-                          }).status;
-    if (status == statusStopRequested)
-        return statusGitFailed;
+    GitOutcome outcome = runGitCommand(line, m_path, control, [this](cmROStringT bytes) {
+        cmMutexLock hold(logOutputLock);
+        m_output.append(bytes);
+    });
+    if (outcome.status == statusStopRequested)
+        return {statusGitFailed, {}};
     debugLog("GitRunLogThread::runLog", __LINE__,
-             cmStringT(cmCat("status=") + std::to_string(status) + " m_path.get()=" + m_path
+             cmStringT(cmCat("status=") + std::to_string(outcome.status) + " m_path.get()=" + m_path
                        + " cmFile::getCurDir().get()=" + cmCurrentDirectory() + " cmdLine.get()=" + line + " "));
     cmMutexLock hold(logOutputLock);
-    if (status == 0 && !m_output.hadOutput())
-        status = statusGitFailed;
-    return status;
+    if (isUnbornBranch(outcome) || (outcome.status == 0 && !m_output.hadOutput()))
+        return {statusGitFailed, {}};
+    return outcome;
 }
 
 cmStringT GitRunLogThread::commandLine() const
@@ -76,4 +80,12 @@ bool GitRunLogThread::isLogFinished()
 {
     cmMutexLock hold(logOutputLock);
     return m_output.isFinished();
+}
+
+GitOutcome GitRunLogThread::outcome()
+{
+    cmMutexLock hold(logOutputLock);
+    if (m_outcome.status == 0 && m_output.endsInsideRecord())
+        return {statusGitFailed, "git's log ends in the middle of a commit"};
+    return m_outcome;
 }

@@ -2,6 +2,7 @@
 
 #include "common/cmString.h"
 #include "common/cmThread.h"
+#include "filewatcher/git/GitCommand.h"
 #include "filewatcher/git/commits/GitLogOutput.h"
 
 #include <cstdint>
@@ -21,9 +22,12 @@ public:
     int takeCompleteRecords(cmStringT& records);
     /// Whether the run has ended; records may still wait to be taken.
     bool isLogFinished();
+    /// How the log ended; call after takeCompleteRecords has returned -1. The status is statusGitFailed, without a sentence, when
+    /// git had nothing to write.
+    GitOutcome outcome();
 
 private:
-    std::int32_t runLog();
+    GitOutcome runLog();
     cmStringT commandLine() const;
 
     static inline cmMutex logOutputLock;
@@ -32,4 +36,5 @@ private:
     const cmStringT m_path;
     const cmStringT m_logRestriction;
     GitLogOutput m_output CM_GUARDED_BY(logOutputLock);
+    GitOutcome m_outcome CM_GUARDED_BY(logOutputLock);
 };

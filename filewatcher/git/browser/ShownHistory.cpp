@@ -110,15 +110,26 @@ bool ShownHistory::copyGraphRow(std::int64_t number, GraphRow& row)
 
 bool ShownHistory::filter(cmROStringT text)
 {
+    m_waitingText = {};
     if (text.empty()) {
         m_filter.reset();
         return true;
     }
     auto filter = std::make_unique<Filter>(text, m_all, m_store);
-    if (filter->commits.numbers().empty())
+    if (filter->commits.numbers().empty()) {
+        m_waitingText = text;
+        m_searched = m_store.count();
         return false;
+    }
     m_filter = std::move(filter);
     return true;
+}
+
+bool ShownHistory::applyWaitingFilter()
+{
+    if (m_waitingText.isNull() || filterCommits(m_store, m_waitingText, std::exchange(m_searched, m_store.count())).empty())
+        return false;
+    return filter(cmStringT(m_waitingText));
 }
 
 void ShownHistory::filterNewCommits()

@@ -53,9 +53,11 @@ public:
     /// The largest number of columns that a row of the graph has so far.
     std::int32_t graphWidth() const { return shownLayout().widest(); }
 
-    /// Shows only the commits that contain `text`; an empty text shows all. Returns false when no commit contains it; the shown
-    /// rows stay as they are then.
+    /// Shows only the commits that contain `text`; an empty text shows all. Returns false when no commit contains it: the shown
+    /// rows stay as they are then, and the text waits for applyWaitingFilter.
     bool filter(cmROStringT text);
+    /// Applies the waiting text when a commit that was added since the last look contains it. Returns whether it did.
+    bool applyWaitingFilter();
     /// Applies the current filter to the commits that were added after it was set. New rows follow the old ones, whose lines in
     /// the graph may change.
     void filterNewCommits();
@@ -83,4 +85,6 @@ private:
     AllCommits m_all{m_store};
     GraphLayout m_layout{m_all};
     std::unique_ptr<Filter> m_filter;  ///< null when all commits are shown
+    cmStringT m_waitingText;           ///< of a filter that has found nothing yet; null without one
+    std::uint32_t m_searched = 0;      ///< how many commits are known not to contain m_waitingText
 };

@@ -23,6 +23,8 @@ public:
 
     /// The commit of HEAD; null before `assign` and when there is none.
     const cmStringT& headHash() const { return m_headHash; }
+    /// Whether any branch ends at a commit.
+    bool anyTip() const { return !m_numbersByTip.empty(); }
     /// Returns null when there is no branch of that number.
     const BranchInfo* branch(std::int64_t number) const;
     /// The numbers of the branches that end at the commit with this id, ascending.
