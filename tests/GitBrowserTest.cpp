@@ -137,8 +137,10 @@ TEST_F(GitBrowserTest, LoadsALongHistoryInSlicesAndKeepsEveryCommit)
     }
     EXPECT_EQ(open({1}), 0);
     EXPECT_EQ(call("_GitFilterTree", {"commit 77", 0}), 1);
+    txTreeAdd(0, "a row that is shown until then", 0, 0);
     EXPECT_TRUE(waitForTree());
     EXPECT_EQ(editor.tree().size(), 111u) << "a filter that was set before the first commit was published";
+    EXPECT_NE(captions()[0].find("commit 7799\t"), std::string::npos);
     EXPECT_EQ(open({1}), 0);
     ASSERT_TRUE(eventually([this] { return published() > 0; }));
     EXPECT_EQ(call("_GitFilterTree", {"commit ", 0}), 0);

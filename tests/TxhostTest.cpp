@@ -201,7 +201,7 @@ TEST(Txhost, ShowsBranchesAndTheHistoryWithItsGraph)
     ASSERT_EQ(rest.size(), 4u) << "the working copy, the newest commit and a failure of each part";
     EXPECT_EQ(rest[1]["parents"], Json::array({branches[0]["hash"]}));
     EXPECT_EQ(rest[3]["meaning"].get<std::string>().substr(0, 33), "fatal: Failed to traverse parents");
-    EXPECT_EQ(json({"branches", text(top)}, 1).size(), 4u) << "the three branches and the failure";
+    EXPECT_EQ(json({"branches", text(top)}, 1).size(), 4u) << "three branches and the failure";
 }
 
 TEST(Txhost, FetchesTheCommittedRevision)

@@ -37,8 +37,9 @@ int runBranches(const HostOptions& options, const std::string& named)
         const cmStringT hash = browser.branchHash(number);
         const bool none = name.isEmpty() && hash.isEmpty();
         if (none && number > 0) {
-            if (number == 1 && browser.branchHash(0).isEmpty())
-                browser.waitFor([] { return false; });  // its end tells whether there are no commits
+            if (number > 1 || !browser.branchHash(0).isEmpty())
+                return browser.reportFailures(txGitLoadBranches);
+            browser.waitFor([] { return false; });  // its end tells whether there are no commits
             return browser.reportFailures();
         }
         if (!none)  // branch 0, the current one, has no name before its first commit

@@ -58,15 +58,12 @@ bool Browser::isLoading()
     return m_host.call("_GitGetBranchInfoRunning", {}) != 0;
 }
 
-int Browser::reportFailures()
+int Browser::reportFailures(std::int32_t lastPart)
 {
-    if (!isLoading()) {
-        m_host.editor().runUntil([] { return false; }, 0);
-        for (const std::int32_t part : {txGitLoadBranches, txGitLoadCommits})
-            m_ended.try_emplace(part, PartEnd{statusGitFailed, "the load broke off"});  // unless it was reported
-    }
+    m_host.editor().runUntil([] { return false; }, 0);
     cmStringT told;
-    for (const auto& [part, end] : m_ended) {
+    for (std::int32_t part = txGitLoadBranches; part <= lastPart; ++part) {
+        const PartEnd& end = m_ended.try_emplace(part, PartEnd{statusGitFailed, "the load broke off"}).first->second;
         if (end.status == 0)
             continue;
         if (part == txGitLoadCommits && end.status == statusGitFailed && end.message.isEmpty())

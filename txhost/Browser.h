@@ -25,8 +25,9 @@ public:
     bool isLoading();
     /// Whether all branches are read. They are before the first commit is.
     bool hasBranches() const { return m_ended.contains(txGitLoadBranches); }
-    /// Prints what has failed so far; that there are no commits is no failure, but told on standard error. Returns the exit code.
-    int reportFailures();
+    /// Prints what failed in the parts of the load up to `lastPart`; call when these have ended. That there are no commits is no
+    /// failure, but told on standard error. Returns the exit code.
+    int reportFailures(std::int32_t lastPart = txGitLoadCommits);
 
     /// How many commits are loaded; the working copy counts as one.
     std::int32_t count() const;

@@ -149,6 +149,6 @@ int runLog(const HostOptions& options, const std::string& named, const LogOption
     }
     if (wanted.filter.empty() || browser.filter(wanted.filter))
         printRows(browser.count());
-    const int exitCode = browser.reportFailures();
+    const int exitCode = browser.reportFailures(isEnough() ? txGitLoadBranches : txGitLoadCommits);
     return console::wasInterrupted() ? 1 : exitCode;
 }
