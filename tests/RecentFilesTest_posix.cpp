@@ -3,6 +3,7 @@
 
 #include <glib.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cstdlib>
 #include <memory>
@@ -35,6 +36,21 @@ TEST(RecentDocuments, JoinThoseOfTheDesktop)
     writeFile(list, "<xbel");
     EXPECT_EQ(documents.add({file}), 0u);
     EXPECT_EQ(readFile(list), "<xbel") << "an unreadable list must not be overwritten";
+
+    const std::filesystem::path target = folder / "elsewhere" / "list";
+    std::filesystem::remove(list);
+    std::filesystem::create_symlink("../elsewhere/list", list);
+    EXPECT_EQ(documents.add({file}), 1u) << "a link that leads to no file yet";
+    writeFile(target, "");
+    EXPECT_EQ(documents.add({file}), 1u) << "an empty list";
+    EXPECT_TRUE(std::filesystem::is_symlink(list) && readFile(target).find("a%20b.txt") != std::string::npos);
+    std::filesystem::remove(target);
+    ASSERT_EQ(mkfifo(target.c_str(), 0600), 0);
+    EXPECT_EQ(documents.add({file}), 0u);
+    EXPECT_TRUE(std::filesystem::is_fifo(target));
+    std::filesystem::remove(target);
+    std::filesystem::create_symlink(list, target);
+    EXPECT_EQ(documents.add({file}), 0u) << "links in a circle";
     unsetenv("XDG_DATA_HOME");
 }
 

@@ -40,6 +40,18 @@ TEST(Txhost, EndsTheToolsThatItWaitsForOnCtrlC)
     }
 }
 
+TEST(Txhost, TellsWhenTheRecentListHasNotTakenAFile)
+{
+    const TempFolder folder;
+    const std::string list = text(folder / "recently-used.xbel");
+    setenv("XDG_DATA_HOME", folder.path().c_str(), 1);
+    writeFile(list, "<xbel");
+    EXPECT_EQ(runBuilt("txhost", {"recent", list}).exitCode, 1);
+    writeFile(list, "");
+    EXPECT_EQ(runBuilt("txhost", {"recent", list}).exitCode, 0);
+    unsetenv("XDG_DATA_HOME");
+}
+
 TEST(Txhost, EscapesMoreForATerminalThanForAPipe)
 {
     const TempFolder folder;

@@ -31,6 +31,10 @@ private:
 /// Ends the processes that this one has started, and those that they have started. Does not wait. Any thread.
 void endChildProcesses();
 
+/// Whether the system's list of recent documents holds the file `path`, which the module has added. Always true where the list
+/// cannot be asked: the shell of Windows gives no answer.
+bool isOnRecentList(const cmStringT& path);
+
 /// Makes this process keep its list of recent documents in `folder` where the list is a file, so that a scratch file does not
 /// show up on the user's desktop. Returns the path of that file; null where the list is no file. Call it before other threads
 /// run.

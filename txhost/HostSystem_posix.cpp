@@ -1,14 +1,24 @@
 #include "txhost/HostSystem.h"
 
+#include "common/Environment.h"
 #include "common/ProcessFamily.h"
 #include "common/cmFile.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
 
 #include <dlfcn.h>
+#include <glib.h>
 
 #include <cstdlib>
+#include <memory>
 #include <utility>
+
+namespace {
+
+constexpr const char* dataFolderVariable = "XDG_DATA_HOME";
+constexpr const char* listName = "recently-used.xbel";
+
+}  // namespace
 
 cmStringT SharedLibrary::load(cmROStringT name)
 {
@@ -35,8 +45,19 @@ void endChildProcesses()
     endAllChildFamilies();
 }
 
+bool isOnRecentList(const cmStringT& path)
+{
+    const cmStringT chosen = environmentValue(hostEnvironment(), dataFolderVariable);
+    const cmStringT folder = cmIsAbsolutePath(chosen) ? chosen : cmJoinPath(g_get_home_dir(), ".local/share");
+    const std::unique_ptr<GBookmarkFile, decltype(&g_bookmark_file_free)> list(g_bookmark_file_new(), &g_bookmark_file_free);
+    const std::unique_ptr<char, decltype(&g_free)> uri(g_filename_to_uri(path.c_str(), nullptr, nullptr), &g_free);
+    const cmStringT file = cmJoinPath(folder, listName);
+    return uri && cmReadFileItem(file).size > 0 && g_bookmark_file_load_from_file(list.get(), file.c_str(), nullptr)
+           && g_bookmark_file_has_item(list.get(), uri.get());
+}
+
 cmStringT redirectRecentList(const cmStringT& folder)
 {
-    setenv("XDG_DATA_HOME", folder.c_str(), 1);
-    return cmJoinPath(folder, "recently-used.xbel");
+    setenv(dataFolderVariable, folder.c_str(), 1);
+    return cmJoinPath(folder, listName);
 }

@@ -92,6 +92,11 @@ void endChildProcesses()
     }
 }
 
+bool isOnRecentList(const cmStringT&)
+{
+    return true;
+}
+
 cmStringT redirectRecentList(const cmStringT&)
 {
     return {};

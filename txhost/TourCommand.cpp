@@ -156,9 +156,8 @@ private:
         const cmStringT list = redirectRecentList(m_repository->outsidePath());
         m_host.call("_RecentFilesAdd", {cmJoinPath(m_repository->path(), "readme.txt")});
         m_host.call("_RecentFilesProcessPending", {});
-        if (list.isNull())
-            return {true, "handed to the shell, which does not answer"};
-        return {cmReadFileItem(list).state == cmItemState::found, list};
+        const bool taken = isOnRecentList(cmJoinPath(m_repository->path(), "readme.txt"));
+        return {taken, list.isNull() ? cmStringT("handed to the shell, which does not answer") : list};
     }
 
     Outcome suspended()

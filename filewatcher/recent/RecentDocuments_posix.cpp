@@ -2,11 +2,17 @@
 
 #include "common/Environment.h"
 #include "common/cmPath.h"
+#include "common/cmSystemPath.h"
 
 #include <glib.h>
 #include <glib/gstdio.h>
 
+#include <filesystem>
 #include <memory>
+#include <system_error>
+#include <utility>
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -26,17 +32,34 @@ cmStringT listPath()
     return cmJoinPath(data, "recently-used.xbel");
 }
 
-/// Reads the list; an empty one when the file does not exist. Null when the file cannot be read: it must not be overwritten then,
-/// since it also belongs to other programs.
+/// The file that `path` leads to. It need not exist. Null when links lead in a circle.
+cmStringT behindLinks(const cmStringT& path)
+{
+    fs::path file = cmSystemPath(path);
+    constexpr int mostLinks = 40;
+    std::error_code error;
+    for (int links = 0; links < mostLinks; ++links) {
+        if (!fs::is_symlink(file, error))
+            return cmPathText(file);
+        file = file.parent_path() / fs::read_symlink(file, error);
+    }
+    return {};
+}
+
+/// Reads the list; an empty one when the file does not exist or holds nothing. Null when the file cannot be read, or is no file
+/// but a pipe or a device: it must not be replaced then, since it also belongs to other programs.
 List readList(const cmStringT& path)
 {
     List list(g_bookmark_file_new());
-    GError* error = nullptr;
-    if (g_bookmark_file_load_from_file(list.get(), path.c_str(), &error))
+    std::error_code error;
+    const fs::file_status status = fs::status(cmSystemPath(path), error);
+    if (status.type() == fs::file_type::not_found)
         return list;
-    const bool missing = g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT);
-    g_error_free(error);
-    return missing ? std::move(list) : nullptr;
+    if (status.type() != fs::file_type::regular)
+        return nullptr;
+    const bool isRead =
+        fs::file_size(cmSystemPath(path), error) == 0 || g_bookmark_file_load_from_file(list.get(), path.c_str(), nullptr);
+    return isRead ? std::move(list) : nullptr;
 }
 
 /// False when the file does not exist or its name cannot be a URI.
@@ -60,7 +83,7 @@ public:
 
     std::size_t add(const cmArray<cmStringT>& paths) override
     {
-        const cmStringT path = listPath();
+        const cmStringT path = behindLinks(listPath());  // a link stays: the file that it leads to is replaced
         const List list = readList(path);
         if (!list)
             return 0;
