@@ -11,6 +11,7 @@
 namespace {
 
 constexpr cmROStringT blanks = " \t";
+constexpr cmROStringT nullRoot = "null";
 
 /// Removes the first line from `text` and returns it without its line end.
 cmROStringT takeLine(cmROStringT& text)
@@ -27,15 +28,11 @@ cmROStringT trimmed(cmROStringT text)
     return text.substr(start, text.find_last_not_of(blanks) + 1 - start);
 }
 
-/// The value of the field `name`, such as "Root:", on one line of a form; null when the line holds another field.
-cmStringT fieldValue(cmROStringT line, cmROStringT name)
+/// A value of a form, without the quotes that it may have.
+cmROStringT fieldValue(cmROStringT text)
 {
-    if (!line.starts_with(name))
-        return {};
-    cmROStringT value = trimmed(line.substr(name.size()));
-    if (value.size() >= 2 && value.front() == '"' && value.back() == '"')
-        value = value.substr(1, value.size() - 2);
-    return value;
+    const cmROStringT value = trimmed(text);
+    return value.size() >= 2 && value.front() == '"' && value.back() == '"' ? value.substr(1, value.size() - 2) : value;
 }
 
 /// Decodes a path: the client writes the characters @ # * %, which have a meaning in its syntax, as % and two hex digits.
@@ -53,16 +50,34 @@ cmStringT decoded(cmROStringT text)
 
 }  // namespace
 
-PerforceClient parsePerforceClient(cmROStringT form, cmPathStyle style)
+PerforceClient parsePerforceClient(cmROStringT form, cmROStringT watched, cmPathStyle style)
 {
     PerforceClient client;
+    cmArray<cmStringT> roots;
+    cmROStringT field;
     while (!form.empty()) {
-        const cmROStringT line = takeLine(form);
-        if (const cmStringT name = fieldValue(line, "Client:"); !name.isEmpty())
-            client.name = name;
-        if (const cmStringT root = fieldValue(line, "Root:"); !root.isEmpty() && root != "null")
-            client.root = cmWithoutTrailingSeparator(cmNativeSeparators(root, style), style);
+        cmROStringT line = takeLine(form);
+        if (!line.empty() && blanks.find(line.front()) == cmROStringT::npos) {  // otherwise one more value of the same field
+            field = line.substr(0, line.find(':'));
+            line.remove_prefix(std::min(field.size() + 1, line.size()));
+        }
+        const cmROStringT value = fieldValue(line);
+        if (value.empty())
+            continue;
+        if (field == "Client")
+            client.name = value;
+        else if (field == "Root" || field == "AltRoots")  // the form has them in this order
+            roots.push_back(cmStringT(cmWithoutTrailingSeparator(cmNativeSeparators(value, style), style)));
     }
+    const cmStringT directory = cmNativeSeparators(watched, style);
+    const auto counts = [&](const cmStringT& root) {
+        cmROStringT below;
+        return root == nullRoot || cmRelativePath(directory, root, below, style);
+    };
+    const auto chosen = std::find_if(roots.begin(), roots.end(), counts);
+    client.root = chosen != roots.end() ? *chosen : roots.empty() ? cmStringT() : roots.front();
+    if (client.root == nullRoot)
+        client.root.clear();
     return client;
 }
 

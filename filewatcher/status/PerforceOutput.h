@@ -16,8 +16,9 @@ struct PerforceClient {
     cmStringT root;  ///< without a trailing separator; empty for the root "null", with which files have full local paths
 };
 
-/// Parses the form that `client -o` writes.
-PerforceClient parsePerforceClient(cmROStringT form, cmPathStyle style = cmNativePathStyle);
+/// Parses the form that `client -o` writes. The root is the first of "Root" and "AltRoots" that contains the directory `watched`;
+/// "Root" when none does.
+PerforceClient parsePerforceClient(cmROStringT form, cmROStringT watched, cmPathStyle style = cmNativePathStyle);
 
 /// A file that is opened in the workspace.
 struct PerforceOpenedFile {

@@ -21,9 +21,9 @@ std::int32_t PerforceStatusThread::perforceStatusForPath(const cmStringT& path)
         if (isStopping())
             return statusStopRequested;
     }
-    const PerforceClient client = parsePerforceClient(form);
+    const PerforceClient client = parsePerforceClient(form, path);
     if (client.name.isNull())
-        return quotedProgram().isEmpty() ? 0 : statusPassFailed;
+        return quotedProgram().isEmpty() ? 0 : failPass("the client's form names no workspace");
     const auto mark = [this](const cmStringT& file, cmROStringT token, cmStringT TXVCRECORD::*list) {
         if (markFile(file, tool().number, token, list))
             noteChange();
