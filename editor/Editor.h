@@ -63,6 +63,7 @@ struct EditorParts;
 struct EditorObserver {
     std::function<void()> statusChanged;
     std::function<void(const cmStringT& path)> passBegan;
+    std::function<void(const cmStringT& path, const cmStringT& reason)> passFailed;  ///< before passEnded
     std::function<void(const cmStringT& path, std::int32_t status)> passEnded;
     std::function<void(const cmStringT& path, std::int32_t part, std::int32_t status, const cmStringT& message)> gitLoadEnded;
 };

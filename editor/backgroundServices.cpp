@@ -45,6 +45,14 @@ void txVCPassBegin(const tamarin::TMString& path)
     });
 }
 
+void txVCPassError(const tamarin::TMString& path, const cmStringT& reason)
+{
+    notifyObserver([directory = path.getCMString(), reason](const EditorObserver& observer) {
+        if (observer.passFailed)
+            observer.passFailed(directory, reason);
+    });
+}
+
 void txVCPassEnd(const tamarin::TMString& path, std::int32_t status)
 {
     notifyObserver([directory = path.getCMString(), status](const EditorObserver& observer) {

@@ -22,12 +22,12 @@ extern "C" {
 // bits of a mask. When the feature gate is closed, the functions do nothing and filewatcherAddPath returns -2173.
 
 /// Queues the directory `path` for one status pass of the thread that `type` selects. The thread is created, configured and
-/// started when needed; configuring calls a macro function of the editor, and when that stops the thread, the path is lost. A
-/// path that is queued already is not queued again. Properties 4 and 5 give the entry its context. For Subversion, `flag` not 0
-/// includes the folders below the path, and property 5 not 0 asks for "info" instead of "status". Returns 0: a start was
-/// attempted (its failure, or that of reading the settings, is not reported), the type is unknown, or the tool's file status was
-/// switched off because a run of the tool wrote too much; -1: the path was added to a thread that runs already; -2173: the
-/// feature gate is closed.
+/// started when needed; configuring calls a macro function of the editor. A path that is queued already is not queued again.
+/// Properties 4 and 5 give the entry its context. For Subversion, `flag` not 0 includes the folders below the path, and property
+/// 5 not 0 asks for "info" instead of "status". Returns 0: a start was attempted (when it fails, the passes over all queued paths
+/// end with a failure; that of reading the settings is not reported), the type is unknown, or the tool's file status was switched
+/// off because a run of the tool wrote too much; -1: the path was added to a thread that runs already; -2173: the feature gate is
+/// closed.
 /// Out of memory: -12; no pass over the path is promised.
 TX_EXPORTED std::int32_t filewatcherAddPath(TXPSZ path, std::int32_t type, std::int32_t flag);
 /// Removes `path` from the queue of one thread: that of the first bit in the mask, in the order 1, 8, 4. Paths are compared byte

@@ -20,11 +20,17 @@ using Texts = std::vector<std::string>;
 
 TEST(GitPorcelain, ReadsColumnsAndNames)
 {
-    EXPECT_EQ(entries(" M a.txt\nMM dir/b\n?? new"), (Texts{" M a.txt", "MM dir/b", "?? new"}));
+    EXPECT_EQ(entries(" M a.txt\nMM dir/b\n?? new\n M cut"), (Texts{" M a.txt", "MM dir/b", "?? new"}));
     EXPECT_EQ(entries("\n M\nfatal\n M \n M a\n"), (Texts{" M a"}));
-    EXPECT_EQ(entries(R"( M "t\tq\"b\\n\n\303\274\177")"), (Texts{" M t\tq\"b\\n\n\xC3\xBC\x7F"}));
-    EXPECT_EQ(entries(R"( M "cut \)"), (Texts{" M cut \\"}));
-    EXPECT_EQ(entries(R"( M "cut\30)"), (Texts{" M cut30"}));
+    EXPECT_EQ(entries(R"( M "t\tq\"b\\n\n\303\274\177")"
+                      "\n"),
+              (Texts{" M t\tq\"b\\n\n\xC3\xBC\x7F"}));
+    EXPECT_EQ(entries(R"( M "cut \)"
+                      "\n"),
+              (Texts{" M cut \\"}));
+    EXPECT_EQ(entries(R"( M "cut\30)"
+                      "\n"),
+              (Texts{" M cut30"}));
 }
 
 TEST(GitPorcelain, TakesTheNewNameOfARename)

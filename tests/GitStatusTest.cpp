@@ -98,12 +98,39 @@ TEST_F(GitStatusTest, FailsRatherThanCallABrokenRepositoryClean)
 {
     commit({"a"});
     modify("a");
-    writeFile(top / ".git/index", "no index");
-    EXPECT_EQ(pass(text(top)), -1);
+    const auto expectFailure = [this](const std::string& words, std::int32_t status = -1) {
+        EXPECT_EQ(pass(text(top)), status);
+        EXPECT_TRUE(reason.starts_with(words)) << reason;
+    };
+    const fs::path index = top / ".git/index";
+    const std::string whole = readFile(index);
+    writeFile(index, std::string(whole.size(), '\0'));
+    expectFailure("fatal: index file corrupt");  // an "error:" line stands before it
+    writeFile(index, whole);
+    const std::string tree = git(top, {"rev-parse", "HEAD^{tree}"}).substr(0, 40);
+    const fs::path object = top / ".git/objects" / tree.substr(0, 2) / tree.substr(2);
+    fs::rename(object, folder / "object");
+    expectFailure("error: bad tree object HEAD");  // not called fatal
+    fs::rename(folder / "object", object);
+    git(top, {"config", "core.fsync", "unknown"});
+    writeFile(index, "no index");
+    expectFailure("fatal: .git/index: ");  // a "warning:" line stands before it
+    EXPECT_TRUE(editor.records().empty());
+    writeFile(top / ".git/config", "[core");
+    expectFailure("fatal: bad config");
+    EXPECT_EQ(editor.record(text(top))->state, txVCStateOutsideRepository);
+    fs::rename(top / ".git", folder / "repository");
+    writeFile(top / ".git", "gitdir: /no/where\n");
+    expectFailure("fatal: not a git repository: ");
+    editor.clearRecords(gitType);
     call("filewatcherStop", {gitType});
     setTool(text(folder / "no-git"));
-    EXPECT_EQ(pass(text(top)), -102646);
+    expectFailure("", -102646);
     EXPECT_TRUE(editor.records().empty());
+    call("filewatcherStop", {gitType});
+    setTool(helperAs(folder, "tool-breaks-off"));
+    expectFailure("git's output breaks off");
+    EXPECT_EQ(localStatus(), (Status{{in("whole"), "mod"}}));
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ ModuleTest::ModuleTest()
     editor.setSetting(txVCMaxOutputSetting, 1000000);
     EditorObserver observer;
     observer.statusChanged = [this] { ++notifications; };
+    observer.passFailed = [this](const cmStringT&, const cmStringT& words) { reason = words.c_str(); };
     observer.passEnded = [this](const cmStringT& path, std::int32_t status) {
         passesEnded.emplace(path.c_str(), status);
         endedPaths.emplace_back(path.c_str());

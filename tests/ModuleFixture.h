@@ -39,5 +39,6 @@ protected:
     int macroCalls = 0;
     int notifications = 0;
     std::multimap<std::string, std::int32_t> passesEnded;  ///< path and status of passes that nobody has waited for
+    std::string reason;                                    ///< why the last pass that gave a reason failed
     std::vector<std::string> endedPaths;                   ///< the paths of all ended passes, in order
 };

@@ -137,6 +137,29 @@ TEST_F(RegistryTest, TheMacroMayStopTheThreadThatItConfigures)
     EXPECT_EQ(addPath("/a"), 0);
     EXPECT_TRUE(GitStatusThread::instance(false)->isConfigured() && GitStatusThread::instance(false)->isRunning());
     EXPECT_TRUE(GitStatusThread::instance(false)->isSuspended());
+    EXPECT_EQ(takeQueue<GitStatusThread>(), Paths{"/a"});
+}
+
+TEST_F(RegistryTest, ConfiguresAThreadThatRunsAndFailsThePathsOfOneThatCannotStart)
+{
+    const TempFolder folder;
+    setTool("");
+    EXPECT_EQ(pass(text(folder.path())), 0);
+    setTool("git");
+    EXPECT_EQ(addPath(text(folder.path())), -1);
+    EXPECT_EQ(waitForPass(text(folder.path())), 0);
+    EXPECT_EQ(editor.record(text(folder.path()))->state, txVCStateOutsideRepository);
+
+    call("filewatcherStop", {gitType});
+    GitStatusThread::instance(true)->addPath("/first", "", false, false);
+    const std::size_t stack = cmDefaultStackSize();
+    cmSetDefaultStackSize(std::size_t{1} << 60);  // more than any system has
+    EXPECT_EQ(addPath("/second/"), 0);
+    cmSetDefaultStackSize(stack);
+    EXPECT_EQ(waitForPass("/first"), -1);
+    EXPECT_EQ(waitForPass("/second"), -1);
+    EXPECT_NE(reason, "");
+    EXPECT_EQ(takeQueue<GitStatusThread>(), Paths{});
 }
 
 TEST_F(RegistryTest, NoExceptionReachesTheEditor)

@@ -159,6 +159,12 @@ TEST_F(SVNReplayTest, WritesNothingOfABrokenAnswer)
         addPath(top(), svnType);
         EXPECT_EQ(waitForPass(top()), -1) << broken;
     }
+    answer(whole);
+    writeFile(folder / "svn.err", "svn: warning: W1: x\nsvn: E200009: it is wrong\n");
+    addPath(top(), svnType);
+    EXPECT_EQ(waitForPass(top()), -1);
+    EXPECT_EQ(reason, "svn: E200009: it is wrong");
+    fs::remove(folder / "svn.err");
     EXPECT_TRUE(editor.records().empty());
     // Paths that the watched directory cannot hold.
     answerAndPass(document("<entry><wc-status item='modified'/></entry><entry path='../a'><wc-status item='modified'/></entry>"));

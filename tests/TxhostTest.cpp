@@ -116,6 +116,10 @@ TEST(Txhost, TellsFailuresAndWrongUsageApart)
     ASSERT_EQ(flood.size(), 2u);
     for (const Json& failure : flood)
         EXPECT_EQ(failure["status"], -6657);
+    writeFile(folder / "refused" / ".git", "gitdir: /no/where\n");
+    const std::vector<Json> refused = json({"status", text(folder / "refused")}, 1);
+    ASSERT_EQ(refused.size(), 1u);
+    EXPECT_TRUE(refused[0]["meaning"].get<std::string>().starts_with("fatal: not a git repository: ")) << refused[0];
 }
 
 TEST(Txhost, ShowsHistoryDifferencesAndCommits)
@@ -157,15 +161,21 @@ TEST(Txhost, WatchesForChanges)
     const Json date = json({"reload", text(folder / "file")}).at(0);
     EXPECT_TRUE(date["time"] > 130'000'000'000'000'000 && date["readOnly"] == false) << date;
     WatchProcess watch({text(top), text(folder / "file")});
+    WatchProcess flooded({"--git", helperAs(folder, "tool-floods"), text(top), text(folder / "file")});
+    EXPECT_TRUE(flooded.shows("-6657")) << flooded.output();
     EXPECT_TRUE(watch.shows("modified")) << watch.output();
+    const std::string index = readFile(top / ".git" / "index");
+    writeFile(top / ".git" / "index", std::string(index.size(), '\0'));
+    EXPECT_TRUE(watch.shows("fatal: index file corrupt")) << watch.output();
     writeFile(folder / "file", "y");
-    EXPECT_TRUE(watch.shows("changed")) << watch.output();
+    EXPECT_TRUE(watch.shows("changed") && flooded.shows("changed")) << watch.output();
+    writeFile(top / ".git" / "index", index);
     git(top, {"checkout", "--quiet", "a"});
     EXPECT_TRUE(watch.shows("clean")) << watch.output();
     fs::remove(folder / "file");
-    EXPECT_TRUE(watch.shows("removed")) << watch.output();
+    EXPECT_TRUE(watch.shows("removed") && flooded.shows("removed")) << watch.output();
     watch.terminate();
-    EXPECT_EQ(jsonLines(watch.output()).size(), 4u) << watch.output();
+    EXPECT_EQ(jsonLines(watch.output()).size(), 5u) << watch.output();
 }
 
 TEST(Txhost, ShowsBranchesAndTheHistoryWithItsGraph)

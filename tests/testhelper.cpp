@@ -58,6 +58,7 @@ void replaySvn(const Arguments& arguments)
         log << argument << ' ';
     log << '\n';
     std::cout << std::ifstream(folder / "svn.xml", std::ios::binary).rdbuf();
+    std::cerr << std::ifstream(folder / "svn.err", std::ios::binary).rdbuf();
 }
 
 /// A Perforce client that answers each command with what the files beside it hold, such as "diff-sa.out" and "diff-sa.err".
@@ -170,6 +171,11 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
          [](const Arguments&) {
              for (const std::string block = pattern(65536);;)
                  writeTo(stdout, block);
+         }},
+        {"tool-breaks-off",  // git that is ended while it writes the status
+         [](const Arguments& a) {
+             std::cout << (a.at(0) == "status" ? " M whole\n M cu"
+                                               : cmPathText(std::filesystem::current_path()).c_str() + std::string("\n"));
          }},
         {"tool-svn", &replaySvn},
         {"tool-p4", &replayPerforce},

@@ -141,6 +141,9 @@ TXAPI void txVCSetRecord(const tamarin::TMString& path, const TXVCRECORD& record
 TXAPI void txVCStatusChanged();
 /// 1204. Notifies the editor that a status pass over the watched directory `path` begins.
 TXAPI void txVCPassBegin(const tamarin::TMString& path);
+/// Tells the editor why the pass over `path` failed, in the words of the tool or of the system. Called at most once a pass,
+/// before txVCPassEnd.
+TXAPI void txVCPassError(const tamarin::TMString& path, const cmStringT& reason);
 /// 1205. Notifies the editor that the pass has ended: `status` is 0, or the negative code of what ended it early.
 TXAPI void txVCPassEnd(const tamarin::TMString& path, std::int32_t status);
 /// Notifies the editor that a part of the load of the repository `path` has ended (txGitLoadBranches, then txGitLoadCommits).

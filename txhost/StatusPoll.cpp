@@ -29,7 +29,7 @@ cmArray<cmStringT> tokens(cmROStringT list)
 void collectRecords(const Editor& editor, bool updates, StatusRound& round)
 {
     for (const auto& [path, record] : editor.records()) {
-        if (record.state == txVCStateOutsideRepository)
+        if (record.state == txVCStateOutsideRepository && !round.failed.contains(path))
             round.outside.push_back(path);
         FileStatus file{toolNumbered(record.tool).name, tokens(record.localStatus), {}};
         if (updates)
@@ -43,7 +43,9 @@ void collectRecords(const Editor& editor, bool updates, StatusRound& round)
 void addPaths(Host& host, const cmArray<WatchedDirectory>& directories, std::map<cmStringT, Tool>& waiting, StatusRound& round)
 {
     for (const WatchedDirectory& directory : directories) {
-        const std::int32_t result = host.call("filewatcherAddPath", {directory.path, directory.tool.number, 1});
+        std::int32_t result = host.call("filewatcherAddPath", {directory.path, directory.tool.number, 1});
+        if (host.editor().setting(directory.tool.showFileStatusSetting) == 0)
+            result = statusOutputLimit;  // the module has switched the tool off, and adds no path of it any more
         if (result == 0 || result == -1)
             continue;
         waiting.erase(directory.path);
@@ -110,6 +112,8 @@ StatusRound pollStatus(Host& host, const cmArray<WatchedDirectory>& directories)
     for (const WatchedDirectory& directory : directories)
         waiting.emplace(directory.path, directory.tool);
     EditorObserver observer;
+    std::map<cmStringT, cmStringT> reasons;  // of the passes that failed
+    observer.passFailed = [&](const cmStringT& path, const cmStringT& reason) { reasons[path] = reason; };
     observer.passEnded = [&](const cmStringT& path, std::int32_t status) {
         const auto ended = waiting.find(path);
         if (ended == waiting.end())
@@ -117,7 +121,7 @@ StatusRound pollStatus(Host& host, const cmArray<WatchedDirectory>& directories)
         const Tool tool = ended->second;
         waiting.erase(ended);
         if (status != 0)
-            round.failed[path] = {tool.name, status};
+            round.failed[path] = {tool.name, status, reasons[path]};
         if (status != statusOutputLimit)
             return;
         std::erase_if(waiting,

@@ -25,7 +25,7 @@ struct FileStatus {
 struct FailedPass {
     cmROStringT tool;
     std::int32_t status = 0;
-    cmStringT reason = {};  ///< the tool's error message; null: the meaning of `status` is shown instead
+    cmStringT reason = {};  ///< what the tool or the system said; null: the meaning of `status` is shown instead
     bool operator==(const FailedPass&) const = default;
 };
 
@@ -33,7 +33,7 @@ struct FailedPass {
 struct StatusRound {
     bool finished = false;                             ///< false when Ctrl-C interrupted the round
     cmSortedDictionary<cmStringT, FileStatus> files;   ///< by absolute path
-    cmArray<cmStringT> outside;                        ///< watched directories without a repository
+    cmArray<cmStringT> outside;                        ///< watched directories that are in no repository
     cmSortedDictionary<cmStringT, FailedPass> failed;  ///< by directory
 
     /// Whether the passes over all `directories` failed because their tool wrote too much, which ends its thread for good.

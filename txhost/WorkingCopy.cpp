@@ -3,6 +3,7 @@
 #include "common/Environment.h"
 #include "common/cmFile.h"
 #include "common/cmSystemPath.h"
+#include "txhost/Host.h"
 
 #include <filesystem>
 #include <system_error>
@@ -15,6 +16,17 @@ std::filesystem::path perforceConfigurationName()
 {
     const cmStringT chosen = environmentValue(hostEnvironment(), "P4CONFIG");
     return chosen.isEmpty() ? ".p4config" : cmSystemPath(chosen);
+}
+
+/// The type of the file at `path`. Throws HostError when the system cannot say whether there is one: the mark of a tool would be
+/// overlooked. The root of a network share may refuse to answer.
+std::filesystem::file_type markType(const std::filesystem::path& path)
+{
+    std::error_code error;
+    const std::filesystem::file_type type = std::filesystem::status(path, error).type();
+    if (type == std::filesystem::file_type::none && path.parent_path().has_relative_path())
+        throw HostError(std::string(cmPathText(path).c_str()) + ": " + error.message());
+    return type;
 }
 
 }  // namespace
@@ -49,14 +61,14 @@ const Tool* findMarkedTool(const cmStringT& directory)
 {
     const std::filesystem::path perforceName = perforceConfigurationName();
     for (const cmStringT& start : {directory, cmRealPath(directory)}) {
-        std::error_code error;
         std::filesystem::path folder = cmSystemPath(start);
         for (std::filesystem::path below; folder != below; below = std::exchange(folder, folder.parent_path())) {
-            if (std::filesystem::exists(folder / ".git", error))  // a file in a linked work tree
+            const std::filesystem::file_type git = markType(folder / ".git");
+            if (git == std::filesystem::file_type::directory || git == std::filesystem::file_type::regular)  // a linked work tree
                 return &gitTool;
-            if (std::filesystem::is_directory(folder / ".svn", error))
+            if (markType(folder / ".svn") == std::filesystem::file_type::directory)
                 return &svnTool;
-            if (std::filesystem::is_regular_file(folder / perforceName, error))
+            if (markType(folder / perforceName) == std::filesystem::file_type::regular)
                 return &p4Tool;
         }
     }

@@ -26,7 +26,8 @@ const Tool* toolNamed(const std::string& name);
 const Tool& toolNumbered(std::int32_t number);
 
 /// The tool that a directory belongs to: the first whose mark (.git, .svn, P4CONFIG file) is in it or in a folder above it. The
-/// path is searched as it is and then with its links resolved. Null when there is no mark. Reads the disk but starts no program.
+/// path is searched as it is and then with its links resolved. Null when there is no mark. Throws HostError when the
+/// system cannot say. Reads the disk but starts no program.
 const Tool* findMarkedTool(const cmStringT& directory);
 /// The same; git when there is no mark.
 const Tool& findTool(const cmStringT& directory);

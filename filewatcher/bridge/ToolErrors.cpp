@@ -24,6 +24,11 @@ bool isFatal(cmROStringT line)
     return line.starts_with("fatal:");
 }
 
+bool isError(cmROStringT line)
+{
+    return line.starts_with("error:") || line.starts_with("BUG:");
+}
+
 bool isSvnError(cmROStringT line)
 {
     constexpr cmROStringT form = "svn: E";
@@ -37,6 +42,11 @@ bool hasFatalLine(cmROStringT errorOutput)
     return !findLine(errorOutput, isFatal).empty();
 }
 
+bool hasErrorLine(cmROStringT errorOutput)
+{
+    return !findLine(errorOutput, isError).empty();
+}
+
 bool hasSvnError(cmROStringT errorOutput)
 {
     return !findLine(errorOutput, isSvnError).empty();
@@ -44,6 +54,8 @@ bool hasSvnError(cmROStringT errorOutput)
 
 cmROStringT toolSentence(cmROStringT errorOutput)
 {
-    const cmROStringT failure = findLine(errorOutput, [](cmROStringT line) { return isFatal(line) || isSvnError(line); });
-    return failure.empty() ? findLine(errorOutput, [](cmROStringT line) { return !line.empty(); }) : failure;
+    cmROStringT line = findLine(errorOutput, [](cmROStringT each) { return isFatal(each) || isSvnError(each); });
+    if (line.empty())
+        line = findLine(errorOutput, isError);
+    return line.empty() ? findLine(errorOutput, [](cmROStringT each) { return !each.empty(); }) : line;
 }

@@ -41,7 +41,7 @@ bool parseLine(cmROStringT line, GitPorcelainEntry& entry)
 cmArray<GitPorcelainEntry> parseGitPorcelain(cmROStringT output)
 {
     cmArray<GitPorcelainEntry> entries;
-    while (!output.empty()) {
+    while (output.find('\n') != cmROStringT::npos) {
         GitPorcelainEntry entry;
         if (parseLine(cmTakeUntil(output, '\n'), entry))
             entries.push_back(std::move(entry));

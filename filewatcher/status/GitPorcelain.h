@@ -11,5 +11,5 @@ struct GitPorcelainEntry {
 };
 
 /// Parses the output of `git status --porcelain` (version 1). Names in double quotes are unquoted, C and octal escapes
-/// included. Lines of another form are skipped. Any thread.
+/// included. Lines of another form are skipped, and so is a last line without its line feed: its name may be cut. Any thread.
 cmArray<GitPorcelainEntry> parseGitPorcelain(cmROStringT output);

@@ -4,6 +4,7 @@
 #include "common/cmFile.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
+#include "filewatcher/bridge/ToolErrors.h"
 #include "filewatcher/status/GitPorcelain.h"
 #include "filewatcher/status/VCRecord.h"
 
@@ -26,6 +27,27 @@ cmStringT pathArgument(const cmStringT& path, const cmStringT& top)
     return quoteArgument(relative);
 }
 
+/// Whether git found no repository. It refuses to look into one that is damaged or belongs to another user in other words.
+bool saysNoRepository(cmROStringT errorOutput)
+{
+    return toolSentence(errorOutput).starts_with("fatal: not a git repository (or any");
+}
+
+/// Whether git ended before it could tell the status: that does not mean that nothing is modified. It has told all of it when it
+/// wrote any, even if an "error:" says that, for example, its commit graph is damaged.
+bool isUnanswered(cmROStringT output, cmROStringT errorOutput)
+{
+    return hasFatalLine(errorOutput) || (output.empty() && hasErrorLine(errorOutput));
+}
+
+/// Whether the last line lacks its line feed: git was ended while it wrote.
+bool breaksOff(cmROStringT output)
+{
+    return !output.empty() && !output.ends_with('\n');
+}
+
+constexpr cmROStringT outputBreaksOff = "git's output breaks off";
+
 }  // namespace
 
 std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path)
@@ -34,27 +56,24 @@ std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path)
     if (program.isEmpty())
         return 0;
     cmStringT output;
-    bool failed = false;
-    std::int32_t status = runGit(cmStringT(cmCat(program) + " rev-parse --show-toplevel"), path, output, failed);
+    cmStringT errorOutput;
+    std::int32_t status = runGit(cmStringT(cmCat(program) + " rev-parse --show-toplevel"), path, output, errorOutput);
     if (status != 0)
         return status;
     const cmStringT top = cmNativeSeparators(cmWithoutLineEnd(output));
-    TXVCRECORD directory = readVCRecord(path);
-    if (top.isEmpty()) {
-        if (directory.state != txVCStateOutsideRepository)
-            noteChange();
-        directory.state = txVCStateOutsideRepository;
-        txVCSetRecord(tamarin::TMString(path), directory);
-        return 0;
-    }
+    const TXVCRECORD directory = readVCRecord(path);
+    if (top.isEmpty())
+        return noteNoTopLevel(path, directory, errorOutput);
+    if (breaksOff(output))
+        return failPass(outputBreaksOff);
     if (isStopping())
         return statusStopRequested;
 
-    status = runGit(cmStringT(cmCat(program) + " status --porcelain " + pathArgument(path, top)), top, output, failed);
+    status = runGit(cmStringT(cmCat(program) + " status --porcelain " + pathArgument(path, top)), top, output, errorOutput);
     if (status != 0)
         return status;
-    if (failed)
-        return statusPassFailed;  // an unreadable index, for example: that does not mean that nothing is modified
+    if (isUnanswered(output, errorOutput))
+        return statusPassFailed;
     for (const GitPorcelainEntry& entry : parseGitPorcelain(output)) {
         if (isStopping())
             return statusStopRequested;
@@ -63,13 +82,20 @@ std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path)
         markFile(cmJoinPath(top, cmNativeSeparators(entry.path)), tool().number, "mod");
         noteChange();
     }
-    return 0;
+    return breaksOff(output) ? failPass(outputBreaksOff) : 0;
 }
 
-std::int32_t GitStatusThread::runGit(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output, bool& failed)
+std::int32_t GitStatusThread::noteNoTopLevel(const cmStringT& path, TXVCRECORD directory, cmROStringT errorOutput)
 {
-    cmStringT errorOutput;
-    const std::int32_t result = runTool(commandLine, spawnScannedCommand, workingDirectory, output, errorOutput);
-    failed = errorOutput.view().starts_with("fatal:");
-    return result;
+    if (directory.state != txVCStateOutsideRepository)
+        noteChange();
+    directory.state = txVCStateOutsideRepository;
+    txVCSetRecord(tamarin::TMString(path), directory);
+    return saysNoRepository(errorOutput) ? 0 : failPass("git named no top level");
+}
+
+std::int32_t GitStatusThread::runGit(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output,
+                                     cmStringT& errorOutput)
+{
+    return runTool(commandLine, spawnScannedCommand, workingDirectory, output, errorOutput);
 }

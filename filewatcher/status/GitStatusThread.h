@@ -2,6 +2,7 @@
 
 #include "filewatcher/status/LockedInstance.h"
 #include "filewatcher/status/VCStatusThread.h"
+#include "txapi/txapi.h"
 
 /// Keeps the editor's per-file Git status. For each watched directory it asks git for the repository's top level and for the
 /// status below the directory, and marks every file that is modified in the work tree "mod".
@@ -15,8 +16,11 @@ public:
 private:
     std::int32_t processEntry(const WatchEntry& entry) override { return gitStatusForPath(entry.path); }
     std::int32_t gitStatusForPath(const cmStringT& path);
-    /// Runs one git command; sets `failed` when git called its problem fatal. Returns the status of runTool.
-    std::int32_t runGit(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output, bool& failed);
+    /// Writes the record of a directory for which git named no top level. Returns 0 when it is in no repository, and
+    /// statusPassFailed when git had another reason.
+    std::int32_t noteNoTopLevel(const cmStringT& path, TXVCRECORD directory, cmROStringT errorOutput);
+    /// Runs one git command. Returns the status of runTool.
+    std::int32_t runGit(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output, cmStringT& errorOutput);
 
     static inline LockedInstance<GitStatusThread> m_instance;
 };

@@ -2,6 +2,7 @@
 
 #include "common/CommandQuoting.h"
 #include "common/cmPath.h"
+#include "filewatcher/bridge/ToolErrors.h"
 #include "filewatcher/bridge/XMLDocument.h"
 #include "filewatcher/status/SVNEntry.h"
 #include "filewatcher/status/VCRecord.h"
@@ -71,18 +72,19 @@ std::int32_t SVNStatusThread::svnStatusForItem(const WatchEntry& item, cmStringT
     if (!item.pathFlag && !item.contextFlag)
         command += "--non-recursive ";
     command += pathArgument(item.path);
-    return runTool(command, spawnPlainCommand, "", output, errorOutput);
+    const std::int32_t status = runTool(command, spawnPlainCommand, "", output, errorOutput);
+    return status == 0 && hasSvnError(errorOutput) ? statusPassFailed : status;
 }
 
 std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output, bool hasErrors)
 {
     if (output.view().find("<!DOCTYPE") != cmROStringT::npos)  // the client writes no entities of its own
-        return statusPassFailed;
+        return failPass("the client's answer declares a document type");
     XMLDocument document(output);
     const cmArray<std::int32_t> nodes = document.isLoaded() ? document.select("/status/target/entry") : cmArray<std::int32_t>();
     if (!document.isLoaded() || (nodes.empty() && hasErrors)) {  // a working copy has at least one entry, for itself
         document.close();
-        return statusPassFailed;
+        return failPass("the client's answer is incomplete");
     }
     const bool serverAnswered = !document.select("/status/target/against").empty();
     bool changed = false;

@@ -27,7 +27,8 @@ public:
 private:
     std::int32_t processEntry(const WatchEntry& entry) override;
     std::int32_t runAndParse(const WatchEntry& entry);
-    /// Runs the command for one entry. Returns 0, also when the editor named no executable, or the status of runTool.
+    /// Runs the command for one entry. Returns 0, also when the editor named no executable; the status of runTool; or
+    /// statusPassFailed when the client reported an error.
     std::int32_t svnStatusForItem(const WatchEntry& item, cmStringT& output, cmStringT& errorOutput);
     /// Updates the editor's records from the output. Returns 0; statusStopRequested; or statusPassFailed when the output is no
     /// complete document, or has no entry although the client reported an error (`hasErrors`).

@@ -4,11 +4,23 @@
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/bridge/DebugLog.h"
 #include "filewatcher/bridge/LoggedCapture.h"
+#include "filewatcher/bridge/ToolErrors.h"
 #include "txapi/txapi.h"
 
 #include <exception>
 #include <string>
 #include <utility>
+
+namespace {
+
+void endPass(const tamarin::TMString& path, std::int32_t status, const cmStringT& reason)
+{
+    if (status != 0 && !reason.isEmpty())
+        txVCPassError(path, reason);
+    txVCPassEnd(path, status);
+}
+
+}  // namespace
 
 std::int32_t VCStatusThread::setStatusConfig(const cmStringT& exe, std::uint32_t milliseconds, std::int32_t outputLimit)
 {
@@ -69,7 +81,25 @@ void VCStatusThread::process(WatchEntry& entry)
     entry.path = cmStringT(cmWithoutTrailingSeparator(entry.path));
     const tamarin::TMString path(entry.path);
     txVCPassBegin(path);
-    txVCPassEnd(path, processGuarded(entry));
+    toolError.clear();
+    const std::int32_t status = processGuarded(entry);
+    endPass(path, status, toolError);
+}
+
+void VCStatusThread::failQueuedPaths()
+{
+    for (WatchEntry entry; takeFirstPath(entry);) {
+        const tamarin::TMString path(cmStringT(cmWithoutTrailingSeparator(entry.path)));
+        txVCPassBegin(path);
+        endPass(path, statusPassFailed, "the thread for the tool could not be started");
+    }
+}
+
+std::int32_t VCStatusThread::failPass(cmROStringT reason)
+{
+    if (toolError.isEmpty())
+        toolError = reason;
+    return statusPassFailed;
 }
 
 std::int32_t VCStatusThread::processGuarded(const WatchEntry& entry)
@@ -77,6 +107,7 @@ std::int32_t VCStatusThread::processGuarded(const WatchEntry& entry)
     try {
         return processEntry(entry);
     } catch (const std::exception& failure) {  // out of memory, say: the pass has failed, the thread and the editor go on
+        toolError = failure.what();
         debugLog("VCStatusThread::processGuarded", __LINE__, failure.what());
         return statusPassFailed;
     }
@@ -109,6 +140,7 @@ std::int32_t VCStatusThread::runTool(cmROStringT commandLine, SpawnOptions optio
     output.clear();
     const auto append = [&output](cmROStringT bytes) { output += bytes; };
     CaptureResult result = captureLogged(function, __LINE__, commandLine, options, workingDirectory, control, append);
+    toolError = result.failure.isEmpty() ? cmStringT(toolSentence(result.errorOutput)) : result.failure;
     errorOutput = std::move(result.errorOutput);
     const std::int32_t status = result.status == 0 && result.stopped ? statusStopRequested : result.status;
     debugLog(function, __LINE__, cmStringT(cmCat("status=") + std::to_string(status) + " " + commandLine));

@@ -28,6 +28,10 @@ public:
     /// A stop request that is made while the lock is held. Does not wait.
     void requestStopUnderLock();
 
+    /// Empties the queue and tells the editor that the pass over each of its paths has failed. For the editor's thread, when the
+    /// thread could not be started.
+    void failQueuedPaths();
+
     /// The loop. Returns statusStopRequested after a stop request.
     std::int32_t run() override;
 
@@ -44,6 +48,8 @@ protected:
     /// case the thread has set `statusOutputTooLarge` and requested its own stop.
     std::int32_t runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory, cmStringT& output,
                          cmStringT& errorOutput);
+    /// Returns statusPassFailed. The editor is told `reason`, unless the last run of the tool wrote its own.
+    std::int32_t failPass(cmROStringT reason);
     /// Makes the loop notify the editor as soon as the queue is empty and it is not suspended. Call when a record has changed.
     void noteChange() { changed = true; }
 
@@ -58,5 +64,6 @@ private:
     std::uint32_t intervalMs CM_GUARDED_BY(singletonLock) = 0;
     std::int32_t maxOutputSize CM_GUARDED_BY(singletonLock) = -1;
     bool statusOutputTooLarge CM_GUARDED_BY(singletonLock) = false;
+    cmStringT toolError;   ///< what went wrong in the last run of the tool, in words; used by this thread only
     bool changed = false;  ///< records changed since the last notification; used by this thread only
 };

@@ -41,15 +41,18 @@ std::int32_t addPath(TXPSZ path, std::int32_t type, std::int32_t flag)
         return 0;
     if (!txFeatureAvailable())
         return statusFeatureUnavailable;
-    VCStatusThread* const thread = kind->instance(true);
+    VCStatusThread* thread = kind->instance(true);
     if (thread->isStatusOutputTooLarge() && switchOff(*thread))
         return 0;
+    if (!thread->isConfigured()) {  // before the path is queued, because a thread that runs already takes it at once
+        readStatusSettings(*kind);
+        thread = kind->instance(true);  // the settings reader calls a macro function, which may have stopped the thread
+    }
     thread->addPath(cmStringT(path), context, flag != 0, contextFlag && kind->takesContextFlag);
     if (thread->isRunning())
         return statusAlreadyRunning;
-    if (!thread->isConfigured())
-        readStatusSettings(*kind);
-    kind->instance(true)->start();  // `thread` may be gone: the settings reader calls a macro function
+    if (thread->start() != 0 && !thread->isRunning())
+        thread->failQueuedPaths();
     return 0;
 }
 
