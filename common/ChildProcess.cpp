@@ -39,9 +39,11 @@ Environment childEnvironment(const Environment& host, bool quiet, const Environm
 {
     Environment environment = withVariables(quiet ? quietEnvironment(host) : host, variables);
     // Some tools trust PWD more than the system. So it must name the child's directory.
-    if (!workingDirectory.empty() && !environmentValue(environment, "PWD").isNull())
-        environment = withVariables(std::move(environment), {cmStringT(cmCat("PWD=") + workingDirectory)});
-    return environment;
+    if (workingDirectory.empty() || environmentValue(environment, "PWD").isNull())
+        return environment;
+    if (!cmIsAbsolutePath(workingDirectory))
+        return withoutVariable(std::move(environment), "PWD");
+    return withVariables(environment, {cmStringT(cmCat("PWD=") + workingDirectory)});
 }
 
 /// Creates the pipes and starts the child. Returns 0 or the status to throw, with the reason in `detail`.

@@ -6,14 +6,16 @@
 #include <array>
 #include <charconv>
 #include <string>
+#include <unordered_map>
 #include <utility>
 
 namespace {
 
 using Setting = std::pair<cmROStringT, cmROStringT>;
 
-constexpr std::array<Setting, 11> quietSettings{{
+constexpr std::array<Setting, 12> quietSettings{{
     {"GIT_OPTIONAL_LOCKS", "0"},     // a poll must not take index.lock
+    {"GIT_NO_LAZY_FETCH", "1"},      // what a partial clone lacks would be fetched by a program that the repository names
     {"GIT_LITERAL_PATHSPECS", "1"},  // a[b] means the folder of that name
     {"GIT_TERMINAL_PROMPT", "0"},
     {"GIT_ASKPASS", ""},
@@ -26,10 +28,11 @@ constexpr std::array<Setting, 11> quietSettings{{
     {"NoDefaultCurrentDirectoryInExePath", "1"},
 }};
 
-constexpr std::array<Setting, 12> gitConfiguration{{
+constexpr std::array<Setting, 13> gitConfiguration{{
     {"core.quotePath", "false"},
     {"color.ui", "false"},
     {"log.showSignature", "false"},
+    {"log.showRoot", "true"},
     {"core.fsmonitor", "false"},     // polling a repository must not run a program that it configures
     {"log.diffMerges", "separate"},  // a merge lists its files too
     {"diff.noprefix", "false"},
@@ -41,7 +44,7 @@ constexpr std::array<Setting, 12> gitConfiguration{{
     {"i18n.logOutputEncoding", "UTF-8"},
 }};
 
-constexpr std::array<cmROStringT, 21> removedNames{
+constexpr std::array<cmROStringT, 25> removedNames{
     "LC_ALL",
     "LANGUAGE",
     "GIT_DIR",
@@ -63,6 +66,10 @@ constexpr std::array<cmROStringT, 21> removedNames{
     "GIT_GLOB_PATHSPECS",
     "GIT_NOGLOB_PATHSPECS",
     "GIT_ICASE_PATHSPECS",
+    "GIT_DIFF_OPTS",
+    "GIT_REDIRECT_STDIN",
+    "GIT_REDIRECT_STDOUT",
+    "GIT_REDIRECT_STDERR",
 };
 
 constexpr cmROStringT countName = "GIT_CONFIG_COUNT";
@@ -78,7 +85,7 @@ bool sameName(cmROStringT a, cmROStringT b, cmPathStyle style)
     return style == cmPathStyle::windows ? cmEqualIgnoringCase(a, b) : a == b;
 }
 
-cmStringT upperName(const cmStringT& variable)
+cmStringT upperName(cmROStringT variable)
 {
     cmStringT name(nameOf(variable));
     std::transform(name.c_str(), name.c_str() + name.length(), name.data(),
@@ -86,18 +93,38 @@ cmStringT upperName(const cmStringT& variable)
     return name;
 }
 
-void setVariable(Environment& environment, cmROStringT name, cmROStringT value, cmPathStyle style)
-{
-    const cmStringT variable = cmCat(name) + "=" + value;
-    const auto same = [&](const cmStringT& other) { return sameName(nameOf(other), name, style); };
-    const auto found = std::find_if(environment.begin(), environment.end(), same);
-    if (found == environment.end()) {
-        environment.push_back(variable);
-        return;
+/// An environment that grows. Each variable occurs once; names are found without a search through all.
+class Variables {
+public:
+    explicit Variables(cmPathStyle style) : m_style(style) {}
+
+    /// Adds "NAME=VALUE", unless the name is already there.
+    void add(cmROStringT variable)
+    {
+        if (m_positions.try_emplace(key(variable), m_variables.size()).second)
+            m_variables.push_back(variable);
     }
-    *found = variable;
-    environment.erase(std::remove_if(found + 1, environment.end(), same), environment.end());
-}
+    void set(cmROStringT name, cmROStringT value)
+    {
+        const cmStringT variable = cmCat(name) + "=" + value;
+        const auto [found, added] = m_positions.try_emplace(key(variable), m_variables.size());
+        if (added)
+            m_variables.push_back(variable);
+        else
+            m_variables[found->second] = variable;
+    }
+    Environment take() { return std::move(m_variables); }
+
+private:
+    std::string key(cmROStringT variable) const
+    {
+        return std::string(m_style == cmPathStyle::windows ? upperName(variable).view() : nameOf(variable));
+    }
+
+    cmPathStyle m_style;
+    Environment m_variables;
+    std::unordered_map<std::string, std::size_t> m_positions;
+};
 
 bool isRemoved(cmROStringT variable, cmPathStyle style)
 {
@@ -106,6 +133,15 @@ bool isRemoved(cmROStringT variable, cmPathStyle style)
     return sameName(name.substr(0, trace.size()), trace, style)
            || std::any_of(removedNames.begin(), removedNames.end(),
                           [&](cmROStringT removed) { return sameName(name, removed, style); });
+}
+
+/// A folder that holds no hooks, as git would run those of the repository for a mere look (post-index-change). On Windows git
+/// warns about a path that begins with a slash, each time, and anybody may create C:\dev; only administrators write to the
+/// system's folder.
+cmStringT folderWithoutHooks(const Environment& host, cmPathStyle style)
+{
+    const cmStringT system = style == cmPathStyle::windows ? environmentValue(host, "SystemRoot", style) : cmStringT();
+    return system.isEmpty() ? cmStringT("/dev/null") : cmJoinPath(system, "no-hooks", style);
 }
 
 /// The number of GIT_CONFIG_KEY_n/VALUE_n pairs that the host has set; 0 when git would not accept its count.
@@ -133,31 +169,42 @@ cmStringT environmentValue(const Environment& environment, cmROStringT name, cmP
 
 Environment quietEnvironment(const Environment& host, cmPathStyle style)
 {
-    Environment quiet;
+    Variables quiet(style);
     for (const cmStringT& variable : host) {
-        const cmROStringT name = nameOf(variable);
-        if (!isRemoved(variable, style) && environmentValue(quiet, name, style).isNull())
-            quiet.push_back(variable);
+        if (!isRemoved(variable, style))
+            quiet.add(variable);
     }
     for (const auto& [name, value] : quietSettings)
-        setVariable(quiet, name, value, style);
+        quiet.set(name, value);
 
     int index = configurationCount(host, style);
-    for (const auto& [key, value] : gitConfiguration) {
+    const auto configure = [&](cmROStringT key, cmROStringT value) {
         const std::string number = std::to_string(index++);
-        setVariable(quiet, cmStringT(cmCat("GIT_CONFIG_KEY_") + number), key, style);
-        setVariable(quiet, cmStringT(cmCat("GIT_CONFIG_VALUE_") + number), value, style);
-    }
-    setVariable(quiet, countName, std::to_string(index), style);
-    return quiet;
+        quiet.set("GIT_CONFIG_KEY_" + number, key);
+        quiet.set("GIT_CONFIG_VALUE_" + number, value);
+    };
+    for (const auto& [key, value] : gitConfiguration)
+        configure(key, value);
+    configure("core.hooksPath", folderWithoutHooks(host, style));
+    quiet.set(countName, std::to_string(index));
+    return quiet.take();
 }
 
-Environment withVariables(Environment environment, const Environment& settings, cmPathStyle style)
+Environment withVariables(const Environment& environment, const Environment& settings, cmPathStyle style)
 {
+    Variables changed(style);
+    for (const cmStringT& variable : environment)
+        changed.add(variable);
     for (const cmStringT& setting : settings) {
         const cmROStringT name = nameOf(setting);
-        setVariable(environment, name, setting.view().substr(std::min(name.size() + 1, setting.length())), style);
+        changed.set(name, setting.view().substr(std::min(name.size() + 1, setting.length())));
     }
+    return changed.take();
+}
+
+Environment withoutVariable(Environment environment, cmROStringT name, cmPathStyle style)
+{
+    std::erase_if(environment, [&](const cmStringT& variable) { return sameName(nameOf(variable), name, style); });
     return environment;
 }
 

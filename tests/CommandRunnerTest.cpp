@@ -129,6 +129,7 @@ TEST(CommandRunner, StartsTheChildInItsDirectoryWithAQuietEnvironment)
     EXPECT_EQ(environment.find("\nLC_ALL="), std::string::npos);
     const std::string there = "\n" + run(helper("environment"), {}, spawnScannedCommand, odd).output;
     EXPECT_EQ(there.find("\nPWD=") == std::string::npos, environment.find("\nPWD=") == std::string::npos);
+    EXPECT_EQ(("\n" + run(helper("environment"), {}, spawnScannedCommand, ".").output).find("\nPWD="), std::string::npos);
     EXPECT_TRUE(there.find("\nPWD=") == std::string::npos || there.find("\nPWD=" + odd + "\n") != std::string::npos);
 }
 

@@ -8,15 +8,16 @@ namespace {
 
 TEST(Environment, SilencesTheHostsSettingsAndKeepsTheRest)
 {
-    const Environment host{"PATH=/bin",          "LC_ALL=de_DE.UTF-8", "LC_CTYPE=de_DE",     "GIT_DIR=/elsewhere",
-                           "GIT_TRACE2_EVENT=1", "GIT_PAGER=less",     "GIT_AUTHOR_NAME=Ada"};
+    const Environment host{"PATH=/bin",           "LC_ALL=de_DE.UTF-8", "LC_CTYPE=de_DE",
+                           "GIT_DIR=/elsewhere",  "GIT_TRACE2_EVENT=1", "GIT_PAGER=less",
+                           "GIT_AUTHOR_NAME=Ada", "GIT_DIFF_OPTS=-u9",  "GIT_REDIRECT_STDOUT=x"};
     const Environment quiet = quietEnvironment(host, cmPathStyle::posix);
     EXPECT_EQ(quiet.front(), "PATH=/bin");
     EXPECT_EQ(environmentValue(quiet, "GIT_AUTHOR_NAME"), "Ada");
     EXPECT_EQ(environmentValue(quiet, "LC_CTYPE"), "C.UTF-8");
     EXPECT_EQ(environmentValue(quiet, "GIT_PAGER"), "cat");
     EXPECT_EQ(environmentValue(quiet, "GIT_OPTIONAL_LOCKS"), "0");
-    for (const char* removed : {"LC_ALL", "GIT_DIR", "GIT_TRACE2_EVENT"})
+    for (const char* removed : {"LC_ALL", "GIT_DIR", "GIT_TRACE2_EVENT", "GIT_DIFF_OPTS", "GIT_REDIRECT_STDOUT"})
         EXPECT_TRUE(environmentValue(quiet, removed).isNull()) << removed;
 }
 
@@ -25,24 +26,26 @@ TEST(Environment, AppendsItsGitConfigurationToTheHosts)
     const Environment host{"GIT_CONFIG_COUNT=1", "GIT_CONFIG_KEY_0=safe.directory", "GIT_CONFIG_VALUE_0=*",
                            "GIT_CONFIG_KEY_1=left.over"};
     const Environment quiet = quietEnvironment(host, cmPathStyle::posix);
-    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_COUNT"), "13");
+    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_COUNT"), "15");
     EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_KEY_0"), "safe.directory");
     EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_KEY_1"), "core.quotePath");
-    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_KEY_4"), "core.fsmonitor");
-    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_VALUE_4"), "false");
+    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_KEY_5"), "core.fsmonitor");
+    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_VALUE_5"), "false");
+    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_VALUE_14"), "/dev/null");
 
     const Environment bad = quietEnvironment({"GIT_CONFIG_COUNT=many"}, cmPathStyle::posix);
-    EXPECT_EQ(environmentValue(bad, "GIT_CONFIG_COUNT"), "12");
+    EXPECT_EQ(environmentValue(bad, "GIT_CONFIG_COUNT"), "14");
     EXPECT_EQ(environmentValue(bad, "GIT_CONFIG_KEY_0"), "core.quotePath");
 }
 
 TEST(Environment, ComparesNamesWithoutCaseOnWindowsOnly)
 {
-    const Environment host{"Path=C:\\bin", "PATH=C:\\other", "git_dir=x", "=C:=C:\\work"};
+    const Environment host{"Path=C:\\bin", "PATH=C:\\other", "git_dir=x", "=C:=C:\\work", "SYSTEMROOT=C:\\Windows"};
     const Environment quiet = quietEnvironment(host, cmPathStyle::windows);
     EXPECT_EQ(environmentValue(quiet, "PATH", cmPathStyle::windows), "C:\\bin");
     EXPECT_TRUE(environmentValue(quiet, "GIT_DIR", cmPathStyle::windows).isNull());
     EXPECT_EQ(environmentValue(quiet, "=C:", cmPathStyle::windows), "C:\\work");
+    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_VALUE_13", cmPathStyle::windows), "C:\\Windows\\no-hooks");
     EXPECT_EQ(std::count_if(quiet.begin(), quiet.end(),
                             [](const cmStringT& v) { return cmEqualIgnoringCase(v.view().substr(0, 5), "path="); }),
               1);

@@ -208,6 +208,7 @@ TEST_F(GitQueryTest, GivesTheLinesThatDifferFromARevision)
 
 TEST_F(GitQueryTest, FillsTheKeysThatACommitTableHas)
 {
+    git(top, {"config", "log.showRoot", "false"});
     commit({"f", "sub/g"});
     git(top, {"checkout", "--quiet", "-b", "side"});
     commit({"h"});
