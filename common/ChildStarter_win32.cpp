@@ -3,6 +3,7 @@
 #include "common/CommandLine.h"
 #include "common/CommandQuoting.h"
 #include "common/WideText.h"
+#include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
 
 #include <windows.h>
@@ -30,11 +31,12 @@ cmStringT systemErrorText(DWORD error)
     return cmWithoutLineEnd(narrowText({text, length}));
 }
 
+/// Empty when the system does not name its directory: the current one must never stand in for it.
 std::wstring interpreterPath()
 {
     wchar_t directory[MAX_PATH];
     const UINT length = GetSystemDirectoryW(directory, MAX_PATH);
-    return std::wstring(directory, length) + L"\\cmd.exe";
+    return length == 0 || length >= MAX_PATH ? std::wstring() : std::wstring(directory, length) + L"\\cmd.exe";
 }
 
 /// The environment in the form that CreateProcess takes: a NUL behind each variable, and one more at the end.
@@ -57,11 +59,11 @@ public:
         redirected = piped || m_hostStreams;
         if (!redirected)
             return;
-        input = streams.input ? pipeEnd(*streams.input) : device(GENERIC_READ);
+        input = streams.input ? pipeEnd(*streams.input) : keep(nullDevice(GENERIC_READ));
         output = stream(streams.output, STD_OUTPUT_HANDLE);
-        error = (options & spawnErrorToOutput) ? inheritableCopy(output) : stream(streams.error, STD_ERROR_HANDLE);
+        error = (options & spawnErrorToOutput) ? keep(inheritableCopy(output)) : stream(streams.error, STD_ERROR_HANDLE);
         for (const HANDLE handle : {input, output, error}) {
-            if (handle != INVALID_HANDLE_VALUE && std::find(inherited.begin(), inherited.end(), handle) == inherited.end())
+            if (std::find(inherited.begin(), inherited.end(), handle) == inherited.end())
                 inherited.push_back(handle);
         }
     }
@@ -70,6 +72,7 @@ public:
     HANDLE input = INVALID_HANDLE_VALUE;
     HANDLE output = INVALID_HANDLE_VALUE;
     HANDLE error = INVALID_HANDLE_VALUE;
+    DWORD failure = 0;          ///< the system's error when the child cannot be given a stream
     cmArray<HANDLE> inherited;  ///< without duplicates, which Windows refuses
 
 private:
@@ -79,30 +82,32 @@ private:
     {
         if (pipe)
             return pipeEnd(*pipe);
-        HANDLE own = m_hostStreams ? GetStdHandle(hostStream) : nullptr;
+        const HANDLE own = m_hostStreams ? GetStdHandle(hostStream) : nullptr;
         // INVALID_HANDLE_VALUE is also the pseudo handle of this process: a copy would give the child full access to us.
-        return own && own != INVALID_HANDLE_VALUE ? inheritableCopy(own) : device(GENERIC_WRITE);
+        const HANDLE copy = own && own != INVALID_HANDLE_VALUE ? inheritableCopy(own) : INVALID_HANDLE_VALUE;
+        return keep(copy != INVALID_HANDLE_VALUE ? copy : nullDevice(GENERIC_WRITE));
     }
 
-    HANDLE device(DWORD access)
+    static HANDLE nullDevice(DWORD access)
     {
         SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
         constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE;
-        return keep(CreateFileW(L"NUL", access, share, &inheritable, OPEN_EXISTING, 0, nullptr));
+        return CreateFileW(L"NUL", access, share, &inheritable, OPEN_EXISTING, 0, nullptr);
     }
 
-    HANDLE inheritableCopy(HANDLE handle)
+    static HANDLE inheritableCopy(HANDLE handle)
     {
         HANDLE copy = INVALID_HANDLE_VALUE;
         const HANDLE self = GetCurrentProcess();
-        if (!DuplicateHandle(self, handle, self, &copy, 0, TRUE, DUPLICATE_SAME_ACCESS))
-            return INVALID_HANDLE_VALUE;
-        return keep(copy);
+        const bool made = DuplicateHandle(self, handle, self, &copy, 0, TRUE, DUPLICATE_SAME_ACCESS) != 0;
+        return made ? copy : INVALID_HANDLE_VALUE;
     }
 
     HANDLE keep(HANDLE handle)
     {
-        if (handle != INVALID_HANDLE_VALUE)
+        if (handle == INVALID_HANDLE_VALUE)
+            failure = GetLastError();
+        else
             m_owned.emplace_back(handle);
         return handle;
     }
@@ -191,7 +196,7 @@ WideCommand wideCommand(const ChildStarter& starter)
 {
     // cmd.exe does not accept a network folder as its current directory and would silently use another one. So a command whose
     // operators are all quoted is started directly there.
-    const bool networkFolder = starter.workingDirectory.view().starts_with("\\\\");
+    const bool networkFolder = cmIsNetworkPath(starter.workingDirectory);
     if (!starter.interpreter || (networkFolder && !needsInterpreter(starter.arguments))) {
         const std::wstring program = wideText(starter.program);
         return {program, L"\"" + program + L"\" " + wideText(starter.arguments)};
@@ -201,7 +206,7 @@ WideCommand wideCommand(const ChildStarter& starter)
     // /d: no AutoRun command. /v:off: no delayed expansion. /s: only the outer quotes are removed.
     std::wstring text = L"\"" + program + L"\" /d /v:off /s /c \"" + wideText(inner) + L"\"";
     constexpr std::size_t longestCommand = 8191;  // cmd.exe does not run a longer one
-    if (inner.isNull() || text.size() > longestCommand || networkFolder)
+    if (inner.isNull() || program.empty() || text.size() > longestCommand || networkFolder)
         return {};
     return {program, std::move(text)};
 }
@@ -212,6 +217,8 @@ DWORD createProcess(const ChildStarter& starter, WideCommand& command, HANDLE jo
     std::wstring block = environmentBlock(starter.environment);
     const std::wstring directory = wideText(starter.workingDirectory);
     ChildStreams child(starter.streams, starter.options);
+    if (child.failure != 0)
+        return child.failure;
     cmArray<HANDLE> jobs;
     if (job)
         jobs.push_back(job);
@@ -222,7 +229,8 @@ DWORD createProcess(const ChildStarter& starter, WideCommand& command, HANDLE jo
                          && CreateProcessW(command.application.c_str(), command.text.data(), nullptr, nullptr, child.redirected,
                                            creationFlags(starter.options), block.data(),
                                            directory.empty() ? nullptr : directory.c_str(), &startup.StartupInfo, &started);
-    return created ? 0 : GetLastError();
+    const DWORD error = created ? 0 : GetLastError();
+    return created || error != 0 ? error : ERROR_GEN_FAILURE;
 }
 
 /// Starts the program through the shell's "open". Returns 0 or the system's error. `opened` stays null when the shell passed

@@ -23,7 +23,7 @@ struct CMFD_ITEM {
 
 // Calls into the file system. Any thread may call; each call blocks for as long as the file system does.
 
-/// Reads the entry of `path`; symbolic links are followed.
+/// Reads the entry of `path`; of a link, that of what it leads to.
 CMFD_ITEM cmReadFileItem(cmROStringT path);
 /// The absolute path with all symbolic links resolved; null when it does not exist.
 cmStringT cmRealPath(cmROStringT path);

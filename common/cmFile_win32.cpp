@@ -22,6 +22,14 @@ cmStringT filledText(Fill fill)
     }
 }
 
+/// Opens a file or folder; of a link, what it leads to. Asking for name and attributes needs no access right.
+HANDLE openToLook(const wchar_t* path)
+{
+    constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    // Backup semantics are needed to open a folder.
+    return CreateFileW(path, 0, share, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+}
+
 std::int64_t joined(DWORD high, DWORD low)
 {
     return static_cast<std::int64_t>((static_cast<std::uint64_t>(high) << 32) | low);
@@ -33,6 +41,22 @@ cmUTCTime timeOf(const FILETIME& time)
     return joined(time.dwHighDateTime, time.dwLowDateTime);
 }
 
+/// Reads the attributes of what a link leads to. Returns false on failure.
+bool readTarget(const wchar_t* link, WIN32_FILE_ATTRIBUTE_DATA& entry)
+{
+    HANDLE file = openToLook(link);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    BY_HANDLE_FILE_INFORMATION target{};
+    const bool read = GetFileInformationByHandle(file, &target) != 0;
+    const DWORD error = GetLastError();
+    CloseHandle(file);
+    SetLastError(error);
+    entry = {target.dwFileAttributes, target.ftCreationTime, target.ftLastAccessTime,
+             target.ftLastWriteTime,  target.nFileSizeHigh,  target.nFileSizeLow};
+    return read;
+}
+
 }  // namespace
 
 CMFD_ITEM cmReadFileItem(cmROStringT path)
@@ -40,7 +64,10 @@ CMFD_ITEM cmReadFileItem(cmROStringT path)
     CMFD_ITEM item;
     WIN32_FILE_ATTRIBUTE_DATA entry{};
     const std::wstring name = wideText(path);
-    if (!GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &entry)) {
+    bool read = GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &entry) != 0;
+    if (read && (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT))
+        read = readTarget(name.c_str(), entry);
+    if (!read) {
         const DWORD error = GetLastError();
         const bool missing = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_INVALID_NAME;
         item.state = missing ? cmItemState::missing : cmItemState::unreadable;
@@ -57,9 +84,7 @@ CMFD_ITEM cmReadFileItem(cmROStringT path)
 
 cmStringT cmRealPath(cmROStringT path)
 {
-    // Backup semantics are needed to open a folder. Asking for the name needs no access right.
-    constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    HANDLE file = CreateFileW(wideText(path).c_str(), 0, share, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    HANDLE file = openToLook(wideText(path).c_str());
     if (file == INVALID_HANDLE_VALUE)
         return {};
     const cmStringT real = filledText(

@@ -75,6 +75,11 @@ bool cmIsAbsolutePath(cmROStringT path, cmPathStyle style)
     return startsWithDrive(path) ? separatorAt(2) : separatorAt(0) && separatorAt(1);
 }
 
+bool cmIsNetworkPath(cmROStringT path, cmPathStyle style)
+{
+    return style == cmPathStyle::windows && cmIsAbsolutePath(path, style) && cmIsPathSeparator(path.front(), style);
+}
+
 cmStringT cmJoinPath(cmROStringT directory, cmROStringT name, cmPathStyle style)
 {
     cmStringT joined(directory);

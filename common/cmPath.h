@@ -27,6 +27,8 @@ cmROStringT cmFileNameOf(cmROStringT path, cmPathStyle style = cmNativePathStyle
 cmStringT cmWithoutVerbatimPrefix(cmROStringT path, cmPathStyle style = cmNativePathStyle);
 /// Whether `path` starts at a root: "/a", "C:\a", "\\server\share".
 bool cmIsAbsolutePath(cmROStringT path, cmPathStyle style = cmNativePathStyle);
+/// Whether `path` is on a server: on Windows, when it begins with two separators of either kind.
+bool cmIsNetworkPath(cmROStringT path, cmPathStyle style = cmNativePathStyle);
 /// `directory` and `name` with a separator between them, unless `directory` is empty or ends with one.
 cmStringT cmJoinPath(cmROStringT directory, cmROStringT name, cmPathStyle style = cmNativePathStyle);
 /// Whether two paths in native separators are equal: without ASCII case on Windows, byte for byte elsewhere.

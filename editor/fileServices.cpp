@@ -32,15 +32,14 @@ bool isUrl(cmROStringT path)
     return length != cmROStringT::npos && length > 1 && std::all_of(path.begin(), path.begin() + length, isSchemeCharacter);
 }
 
-/// A remote path is on a server: "scheme://..." and, on Windows, "\\server\share".
+/// A remote path is a URL or, on Windows, "\\server\share".
 std::int32_t pathKind(cmROStringT path)
 {
     if (isUrl(path))
         return txPathRemote;
     if (!cmIsAbsolutePath(path))
         return txPathRelative;
-    const bool share = cmNativePathStyle == cmPathStyle::windows && cmIsPathSeparator(path.front());
-    return share ? txPathRemote : txPathLocal;
+    return cmIsNetworkPath(path) ? txPathRemote : txPathLocal;
 }
 
 /// `path` relative to `directory`, and that relative to the current folder, in native separators. A URL, and text that the system

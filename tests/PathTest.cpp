@@ -68,6 +68,10 @@ TEST(Path, KnowsAbsolutePaths)
 {
     for (const char* path : {"C:\\a", "c:/a", R"(\\server\share)"})
         EXPECT_TRUE(cmIsAbsolutePath(path, windows)) << path;
+    for (const char* path : {"//server/share", R"(\\server\share)", R"(\/server)"})
+        EXPECT_TRUE(cmIsNetworkPath(path, windows) && !cmIsNetworkPath(path, posix)) << path;
+    for (const char* path : {"C:\\a", "C:/a", "/a", ""})
+        EXPECT_FALSE(cmIsNetworkPath(path, windows)) << path;
     for (const char* path : {"C:a", "\\a", "/a", "a", ""})
         EXPECT_FALSE(cmIsAbsolutePath(path, windows)) << path;
 }
