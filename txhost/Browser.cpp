@@ -24,7 +24,7 @@ Browser::Browser(Host& host, const cmStringT& repository, const cmStringT& restr
     host.requireTool(gitTool);
     const std::int32_t status = host.call("_GitGetBranchInfo", {repository, host.programPath(gitTool), 0, restriction});
     if (status == threadNotStarted)
-        throw HostError(cmStringT(cmCat(repository) + ": a thread could not be started").c_str());
+        throw HostError(cmStringT(cmCat(repository) + ": a thread could not be started, or memory ran out").c_str());
     if (status != 0)
         throw HostError(failureText(repository, status).c_str());
     EditorObserver observer;  // the notices of the load wait for the event loop

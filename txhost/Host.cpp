@@ -106,12 +106,20 @@ void Host::recordToolError(cmROStringT debugLine)
     debugLine.remove_prefix(place + placeEnd.size());
     const cmROStringT message = cmTakeUntil(debugLine, '\n');
     cmMutexLock hold(m_toolErrorLock);
-    if (isQuery && message.starts_with("status=0 "))
-        m_lastToolError = {};  // a later command of the query succeeded
+    if (isQuery && !message.starts_with("status=-1 "))
+        m_lastToolError = {};  // a later command of the query succeeded, or failed for another reason
     const bool isError = message.starts_with("fatal:") || message.starts_with("error:");
     if (!isError || message.find("does not have any commits yet") != cmROStringT::npos)
         return;
     m_lastToolError = message;
+    if (m_firstToolError.isNull())
+        m_firstToolError = message;
+}
+
+cmStringT Host::firstToolError()
+{
+    cmMutexLock hold(m_toolErrorLock);
+    return m_firstToolError;
 }
 
 cmStringT Host::lastToolError()

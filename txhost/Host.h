@@ -66,6 +66,8 @@ public:
     /// The first line of the last error message that a version-control tool wrote; null when there was none. That a branch has no
     /// commits yet is no error.
     cmStringT lastToolError();
+    /// The first such line of this host, whatever succeeded later.
+    cmStringT firstToolError();
 
     /// Calls a registered function. Returns its integer result, or 0 when it has none. Throws HostError when there is no function
     /// of that name or the arguments do not suit it.
@@ -80,6 +82,7 @@ private:
     cmStringT m_directory;
     cmMutex m_toolErrorLock;
     cmStringT m_lastToolError CM_GUARDED_BY(m_toolErrorLock);
+    cmStringT m_firstToolError CM_GUARDED_BY(m_toolErrorLock);
     Editor m_editor;
     SharedLibrary m_module;
 };

@@ -27,7 +27,9 @@ cmStringT fullHash(const Host& host, cmROStringT repository, cmROStringT revisio
                                  + quoteArgument(commit)),
                        spawnScannedCommand, repository, {}, [&output](cmROStringT bytes) { output += bytes; });
     interrupts.check();
-    for (cmROStringT lines = output; !lines.empty();) {
+    if (result.status != 0)
+        throw HostError(failureText("git", result.status).c_str());
+    for (cmROStringT lines = output.view().substr(0, output.view().rfind('\n') + 1); !lines.empty();) {
         const cmROStringT line = cmTakeUntil(lines, '\n');
         if (!line.starts_with('-'))
             return line;

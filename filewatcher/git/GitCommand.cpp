@@ -42,9 +42,11 @@ std::int32_t runGitQuery(cmROStringT commandLine, cmROStringT workingDirectory, 
 {
     output.clear();
     const auto append = [&output](cmROStringT bytes) { output += bytes; };
-    const std::int32_t status = runGitCommand(commandLine, workingDirectory, {}, append).status;
-    debugLog("runGitQuery", __LINE__, cmStringT(cmCat("status=") + std::to_string(status) + " " + commandLine));
-    return status;
+    const GitOutcome outcome = runGitCommand(commandLine, workingDirectory, {}, append);
+    if (outcome.status != 0)  // in the whole message other lines may stand before it
+        debugLog("runGitQuery", __LINE__, outcome.sentence);
+    debugLog("runGitQuery", __LINE__, cmStringT(cmCat("status=") + std::to_string(outcome.status) + " " + commandLine));
+    return outcome.status;
 }
 
 bool isGitOption(cmROStringT revision)
