@@ -2,6 +2,7 @@
 
 #include "filewatcher/bridge/EditorEntry.h"
 #include "filewatcher/bridge/EditorSettings.h"
+#include "filewatcher/bridge/EditorVariables.h"
 #include "filewatcher/git/browser/LogThreads.h"
 #include "filewatcher/git/commits/CommitStore.h"
 #include "filewatcher/git/commits/ShortHash.h"
@@ -49,12 +50,12 @@ cmStringT rowCaption(GitBranchesModel& model, const GitCommitInfo& info)
 void setBranchNumbers(TXHVAR array, std::int64_t commit, const GitCommitInfo& info)
 {
     if (commit == 0) {
-        txHvarSetInt(txHvarArrayElement(array, 0, txCreateMissing), workingCopyBranch);
+        storeInt(madeElement(array, 0), workingCopyBranch);
         return;
     }
     std::int32_t index = 0;
     for (const std::int64_t number : info.branchNumbers)
-        txHvarSetInt(txHvarArrayElement(array, index++, txCreateMissing), static_cast<std::int32_t>(number));
+        storeInt(madeElement(array, index++), static_cast<std::int32_t>(number));
 }
 
 void fillTree(BranchTree& tree)
@@ -143,9 +144,13 @@ bool BranchTree::addRow(GitBranchesModel& model, std::int64_t commit)
         return false;
     const TXHVAR numbers = txHvarAlloc();
     setBranchNumbers(numbers, commit, info);
-    m_lastNode = txTreeAdd(m_lastNode, rowCaption(model, info), m_nextFlags, numbers);
+    const std::int32_t node = txTreeAdd(m_lastNode, rowCaption(model, info), m_nextFlags, numbers);  // 0: no user data
+    if (numbers)
+        txHvarFree(numbers);
+    if (!node)
+        return false;  // the timer tries again
+    m_lastNode = node;
     m_nextFlags = 0;
-    txHvarFree(numbers);
     if (info.date.isSet()) {
         const cmDateTime date = info.date.unpacked();
         txTreeSetDate(m_lastNode, txTreeDateColumn, {date.year, date.month, date.day, date.hour, date.minute, date.second});

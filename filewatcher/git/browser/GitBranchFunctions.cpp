@@ -40,15 +40,16 @@ std::int32_t loadLimitSetting()
 /// The optional argument 3 of _GitGetBranchInfo.
 bool isForced()
 {
-    return txArgumentCount() >= forceArgument && txHvarGetInt(txArgument(forceArgument)) != 0;
+    const TXHVAR force = txArgumentCount() >= forceArgument ? txArgument(forceArgument) : 0;
+    return force && txHvarGetInt(force) != 0;
 }
 
 /// The optional argument 4 of _GitGetBranchInfo.
 cmStringT logRestriction()
 {
     cmStringT restriction("");
-    if (txArgumentCount() >= restrictionArgument)
-        txHvarGetString(txArgument(restrictionArgument), restriction);
+    if (const TXHVAR given = txArgumentCount() >= restrictionArgument ? txArgument(restrictionArgument) : 0)
+        txHvarGetString(given, restriction);
     return restriction;
 }
 

@@ -62,7 +62,7 @@ std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR
     }
     GitBranchesModel* model = GitBranchesModel::instance(false);
     GitCommitInfo commit;
-    if (status == 0 && (isWorkingCopy || !output.isEmpty()) && model && model->findCommit(revision, commit))
+    if (result && status == 0 && (isWorkingCopy || !output.isEmpty()) && model && model->findCommit(revision, commit))
         fillCommitTable(result, commit, parseGitCommitText(output));
     return status;
 }

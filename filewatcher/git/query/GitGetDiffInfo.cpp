@@ -42,29 +42,29 @@ std::int32_t storeChangedFiles(TXPSZ repository, TXPSZ git, TXHVAR table)
     const std::int32_t status = listChangedFiles(repository, git, staged, true);
     if (status != 0)
         return status;
-    const TXHVAR element = txHvarHashElement(table, repository, txCreateMissing);
+    const TXHVAR element = madeElement(table, repository);
     if (localStatus == 0)
-        storeTexts(txHvarHashElement(element, "local", txCreateMissing), local);
-    storeTexts(txHvarHashElement(element, "staged", txCreateMissing), staged);
+        storeTexts(madeElement(element, "local"), local);
+    storeTexts(madeElement(element, "staged"), staged);
     return 0;
 }
 
 void storeHunk(TXHVAR element, const GitDiffHunk& hunk)
 {
-    txHvarSetInt(txHvarHashElement(element, "oldStart", txCreateMissing), hunk.oldStart);
-    txHvarSetInt(txHvarHashElement(element, "oldCount", txCreateMissing), hunk.oldCount);
-    txHvarSetInt(txHvarHashElement(element, "newStart", txCreateMissing), hunk.newStart);
-    txHvarSetInt(txHvarHashElement(element, "newCount", txCreateMissing), hunk.newCount);
-    storeTexts(txHvarHashElement(element, "lines", txCreateMissing), hunk.lines);
+    storeInt(madeElement(element, "oldStart"), hunk.oldStart);
+    storeInt(madeElement(element, "oldCount"), hunk.oldCount);
+    storeInt(madeElement(element, "newStart"), hunk.newStart);
+    storeInt(madeElement(element, "newCount"), hunk.newCount);
+    storeTexts(madeElement(element, "lines"), hunk.lines);
 }
 
 void storeFile(TXHVAR table, cmROStringT directory, const GitDiffFile& file)
 {
     const cmStringT path = cmJoinPath(directory, cmNativeSeparators(file.path));
-    const TXHVAR hunks = txHvarHashElement(txHvarHashElement(table, path.c_str(), txCreateMissing), "hunks", txCreateMissing);
+    const TXHVAR hunks = madeElement(madeElement(table, path.c_str()), "hunks");
     shortenEditorArray(hunks, file.hunks.size());
     for (std::size_t i = 0; i < file.hunks.size(); ++i)
-        storeHunk(txHvarArrayElement(hunks, static_cast<std::int32_t>(i), txCreateMissing), file.hunks[i]);
+        storeHunk(madeElement(hunks, static_cast<std::int32_t>(i)), file.hunks[i]);
 }
 
 /// Whether git would take `text` for the name of a file or folder.

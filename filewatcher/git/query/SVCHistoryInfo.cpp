@@ -1,5 +1,6 @@
 #include "filewatcher/git/query/SVCHistoryInfo.h"
 
+#include "filewatcher/StatusCodes.h"
 #include "filewatcher/bridge/EditorVariables.h"
 #include "filewatcher/git/commits/GitDateTime.h"
 #include "filewatcher/git/commits/ShortHash.h"
@@ -58,6 +59,8 @@ HistoryEntry entryOf(const GitHistoryRecord& record, cmROStringT path)
 
 std::int32_t storeEntry(TXHVAR element, const HistoryEntry& entry)
 {
+    if (!element)
+        return statusGitFailed;
     const std::int32_t status = txHvarInitInstance(element, "SVCHistoryInfo");
     if (status < 0)
         return status;
@@ -106,7 +109,7 @@ std::int32_t fillHistoryTree(TXHVAR array, const cmArray<GitHistoryRecord>& reco
     root.caption = "root";
     root.firstChild = count > 0 ? rootEntry + 1 : noEntry;
     root.expandable = true;
-    std::int32_t status = storeEntry(txHvarArrayElement(array, rootEntry, txCreateMissing), root);
+    std::int32_t status = storeEntry(madeElement(array, rootEntry), root);
     const std::int32_t picture = count > 0 ? txFindPicture("_f_doc.svg") : 0;
     for (std::int32_t i = 1; i <= count && status == 0; ++i) {
         HistoryEntry entry = entryOf(records[static_cast<std::size_t>(i - 1)], path);
@@ -114,7 +117,7 @@ std::int32_t fillHistoryTree(TXHVAR array, const cmArray<GitHistoryRecord>& reco
         entry.parent = rootEntry;
         entry.leftSibling = i > 1 ? i - 1 : noEntry;
         entry.rightSibling = i < count ? i + 1 : noEntry;
-        status = storeEntry(txHvarArrayElement(array, i, txCreateMissing), entry);
+        status = storeEntry(madeElement(array, i), entry);
     }
     return status;
 }
