@@ -83,7 +83,7 @@ void gitBranchClose();
 /// whose hash is empty, git is not run: it has no message and no files. Returns 0; -1 when git
 /// reports a fatal error or `hash` begins with a dash; -2173 when the feature gate is closed; or why git could not be started.
 /// Waits for git without limit.
-/// Out of memory: -1.
+/// Out of memory: -12.
 std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR result);
 /// Fills the array `result` with the revisions of `file`, newest first, as instances of the editor's class "SVCHistoryInfo".
 /// Element 0 is the root entry; the index fields link the revisions as its children. `revision` is where the history begins;
@@ -91,7 +91,7 @@ std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR
 /// an entry for the working file in front, unless there is no revision. Returns 0; -1 when git reports a fatal error or
 /// `revision` begins with a dash; why git could not be started; or the editor's negative status when it has no such class.
 /// `result` changes only when git succeeded. Waits for git without limit.
-/// Out of memory: -1.
+/// Out of memory: -12.
 std::int32_t gitGetHistoryInfo(TXPSZ file, TXPSZ git, TXHREFVAR result, TXPSZ revision, std::int32_t newestOnly,
                                std::int32_t follow, std::int32_t workingFile);
 /// Returns 1 while a load runs: the model's thread or its log thread; else 0.
@@ -101,7 +101,7 @@ std::int32_t gitGetBranchInfoRunning();
 /// soon as a commit with it is published. Rows that take longer than one slice (50 ms) follow from the browser's timer. `tree` is
 /// not used. Returns 0; 1 when no commit contains the text; -104399 when there is no model, that is before the first
 /// _GitGetBranchInfo and after filewatcher_stop_async_work; -2173 when the feature gate is closed.
-/// Out of memory: -1.
+/// Out of memory: -12.
 std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR tree);
 /// Adds changes to the hash table `result`; paths of working-copy lists are relative to the top level, with slashes.
 /// Without a revision: at the key `repository`, a hash table of the arrays "local" (files that differ from the index) and
@@ -111,7 +111,7 @@ std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR tree);
 /// nothing differs from the revision, or when it begins with a dash; -2173 when the feature gate is closed; or why git could not
 /// be started. `result` changes on 0 only. Without a revision the second command decides: "local" is left out when only its own
 /// command failed. Waits for git, at most two runs, without limit.
-/// Out of memory: -1.
+/// Out of memory: -12.
 std::int32_t gitGetDiffInfo(TXPSZ repository, TXPSZ git, TXHREFVAR result, TXPSZ revision);
 /// Returns 1 while the model's own thread runs, else 0.
 std::int32_t gitGettingInfo();

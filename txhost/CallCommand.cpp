@@ -92,7 +92,7 @@ int runCall(const HostOptions& options, const std::string& name, const std::vect
         answer["result"] = jsonString(result.text);
     for (const CallArgument& argument : arguments) {
         if (argument.isVariable())
-            answer["variables"].push_back(jsonOfVariable(*host.editor().value(argument.handle())));
+            answer["variables"].push_back(*VariableJson(*host.editor().value(argument.handle())));
     }
     printAnswer(answer, options.json);
     // -1 means different things for different functions, so it is not explained.

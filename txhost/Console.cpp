@@ -45,6 +45,8 @@ bool userWantsColours()
     return wanted;
 }
 
+bool dateMissing = false;
+
 }  // namespace
 
 std::size_t console::widthOf(cmROStringT text)
@@ -84,10 +86,17 @@ void console::printLine(cmROStringT line)
     std::fflush(stdout);
 }
 
+void console::noteMissingDate()
+{
+    dateMissing = true;
+}
+
 bool console::isOutputComplete()
 {
+    if (dateMissing)
+        printError("a date could not be converted to local time");
     if (!std::ferror(stdout))
-        return true;
+        return !dateMissing;
     if (!isReaderGone())
         printError("standard output cannot be written");
     return false;

@@ -27,7 +27,9 @@ bool isTerminal();
 bool isErrorTerminal();
 /// Writes one line to standard output and flushes it, so that the reader of a pipe sees it at once.
 void printLine(cmROStringT line);
-/// Whether all lines so far were written. Prints an error when not.
+/// Remembers that a date was left out because the system could not convert it.
+void noteMissingDate();
+/// Whether all lines so far were written, and no date was left out. Prints an error when not.
 bool isOutputComplete();
 /// Writes one line to standard error, after the name of the program, escaped as for a terminal.
 void printError(cmROStringT line);

@@ -43,12 +43,14 @@ void makeListsArrays(Json& table)
 
 void printChangedFiles(const Json& entry)
 {
-    for (const Json& name : entry.value("local", Json::array()))
-        console::printLine(
-            cmStringT(cmCat(console::coloured(console::yellow, "local   ")) + console::printable(name.get<std::string>())));
-    for (const Json& name : entry.value("staged", Json::array()))
-        console::printLine(
-            cmStringT(cmCat(console::coloured(console::green, "staged  ")) + console::printable(name.get<std::string>())));
+    const auto print = [&entry](const char* list, const cmStringT& caption) {
+        if (!entry.contains(list))
+            return;
+        for (const Json& name : entry.at(list))
+            console::printLine(cmStringT(cmCat(caption) + console::printable(name.get<std::string>())));
+    };
+    print("local", console::coloured(console::yellow, "local   "));
+    print("staged", console::coloured(console::green, "staged  "));
 }
 
 cmStringT rangesOf(const Json& hunk)
@@ -94,7 +96,13 @@ int runDiff(const HostOptions& options, const std::string& repository)
         printFailure(path, {gitTool.name, status, toolError}, options.json);
         return 1;
     }
-    Json table = equal ? Json::object() : jsonOfVariable(*host.editor().value(variable));
+    if (equal) {
+        if (options.json)
+            console::printLine("{}");
+        return 0;
+    }
+    VariableJson value(*host.editor().value(variable));
+    Json& table = *value;
     if (const std::string directory(path.view()); options.revision.empty() && !table.at(directory).contains("local")) {
         printFailure(path, {gitTool.name, statusGitFailed, host.firstToolError()}, options.json);
         return 1;

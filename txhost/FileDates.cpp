@@ -3,6 +3,7 @@
 #include "common/cmStringCatHelper.h"
 #include "common/cmSystemPath.h"
 #include "txapi/txapi.h"
+#include "txhost/Console.h"
 #include "txhost/JsonText.h"
 
 #include <array>
@@ -29,8 +30,8 @@ private:
 /// The content of a hash table that a function has filled.
 Json filledTable(Host& host, const CallVariable& table)
 {
-    const Json filled = jsonOfVariable(*host.editor().value(table.handle()));
-    return filled.is_object() ? filled : Json::object();
+    VariableJson filled(*host.editor().value(table.handle()));
+    return (*filled).is_object() ? *filled : Json::object();
 }
 
 }  // namespace
@@ -71,8 +72,10 @@ cmStringT fileTimeText(cmUTCTime time)
     if (time == 0)
         return "-";
     cmDateTime local;
-    if (!cmLocalDateTime(cmUnixTimeOfUTCTime(time), local))
+    if (!cmLocalDateTime(cmUnixTimeOfUTCTime(time), local)) {
+        console::noteMissingDate();
         return "-";
+    }
     constexpr cmUTCTime perMillisecond = cmUTCTimePerSecond / 1000;
     std::array<char, 8> milliseconds{};
     std::snprintf(milliseconds.data(), milliseconds.size(), ".%03d", static_cast<int>(time / perMillisecond % 1000));

@@ -37,12 +37,12 @@ std::string padded(std::string text, std::size_t width)
 }
 
 /// The children of the tree's root in order: the revisions.
-cmArray<Json> childrenOf(const Json& tree)
+cmArray<const Json*> childrenOf(const Json& tree)
 {
-    cmArray<Json> children;
+    cmArray<const Json*> children;
     for (auto index = tree.at(0).at("firstChildIndex").get<std::int64_t>(); index > 0;
-         index = children.back().at("rsibIndex").get<std::int64_t>())
-        children.push_back(tree.at(static_cast<std::size_t>(index)));
+         index = children.back()->at("rsibIndex").get<std::int64_t>())
+        children.push_back(&tree.at(static_cast<std::size_t>(index)));
     return children;
 }
 
@@ -88,17 +88,21 @@ int runHistory(const HostOptions& options, const std::string& file)
         printFailure(path, {gitTool.name, status, host.lastToolError()}, options.json);
         return 1;
     }
-    const cmArray<Json> entries = childrenOf(jsonOfVariable(*host.editor().value(tree)));
+    VariableJson value(*host.editor().value(tree));
+    const cmArray<const Json*> entries = childrenOf(*value);
     if (entries.empty())
         console::printError(cmStringT(cmCat(path) + ": no revision"));
     std::size_t authorWidth = 0;
-    for (const Json& entry : entries)
-        authorWidth = std::max(authorWidth, console::widthOf(field(entry, "author")));
-    for (const Json& entry : entries) {
+    for (const Json* entry : entries)
+        authorWidth = std::max(authorWidth, console::widthOf(field(*entry, "author")));
+    for (const Json* entry : entries) {
+        const bool isWorkingFile = field(*entry, "revision") == field(*entry, "revisionCaption");
+        if (!isWorkingFile && field(*entry, "date").empty())
+            console::noteMissingDate();
         if (options.json)
-            printJson(entry);
+            printJson(*entry);
         else
-            printPlain(entry, authorWidth, field(entries.front(), "curVersionFilename"));
+            printPlain(*entry, authorWidth, field(*entries.front(), "curVersionFilename"));
     }
     return 0;
 }

@@ -141,6 +141,7 @@ cmStringT meaningOfStatus(std::int32_t status)
     switch (status) {
     case -1: return "the tool could not answer, or had nothing to tell (--debug tells why)";
     case -2: return "the editor names no executable for the tool";
+    case -12: return "memory ran out";
     case -2173: return "this edition of the editor lacks the feature";
     case -6657: return "the tool wrote more than the limit (--max-output); its file status is switched off";
     case -102621: return "stopped";

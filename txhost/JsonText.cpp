@@ -10,12 +10,56 @@
 
 namespace {
 
-Json jsonOfTable(const VariableTable& table)
+void fill(Json& json, const VariableValue& value);
+
+void fillObject(Json& json, const VariableTable& table)
 {
-    Json object = Json::object();
-    for (const auto& [key, element] : table)
-        object[key.c_str()] = element ? jsonOfVariable(element->value) : Json();
-    return object;
+    json = Json::object();
+    json.get_ref<Json::object_t&>().reserve(table.size());
+    for (const auto& [key, element] : table) {
+        Json& member = json[key.c_str()];
+        if (element)
+            fill(member, element->value);
+    }
+}
+
+/// Fills in place, so that there is never a second owner of what may be large.
+void fill(Json& json, const VariableValue& value)
+{
+    const auto convert = [&json](const auto& held) {
+        using Held = std::decay_t<decltype(held)>;
+        if constexpr (std::is_same_v<Held, cmStringT>) {
+            json = jsonString(held);
+        } else if constexpr (std::is_same_v<Held, std::int64_t>) {
+            json = held;
+        } else if constexpr (std::is_same_v<Held, VariableArray>) {
+            json = Json::array();
+            for (const auto& element : held) {
+                Json& added = json.emplace_back();
+                if (element)
+                    fill(added, element->value);
+            }
+        } else if constexpr (std::is_same_v<Held, VariableTable>) {
+            fillObject(json, held);
+        } else if constexpr (std::is_same_v<Held, VariableInstance>) {
+            fillObject(json, held.fields);
+        }
+    };
+    std::visit(convert, value);
+}
+
+/// Removes what is in `json`, the innermost values first.
+void empty(Json& json)
+{
+    if (auto* array = json.get_ptr<Json::array_t*>()) {
+        for (Json& element : *array)
+            empty(element);
+        array->clear();
+    } else if (auto* object = json.get_ptr<Json::object_t*>()) {
+        for (auto& [key, member] : *object)
+            empty(member);
+        object->clear();
+    }
 }
 
 }  // namespace
@@ -42,28 +86,14 @@ Json jsonString(cmROStringT text)
     return Json(std::string(text));
 }
 
-Json jsonOfVariable(const VariableValue& value)
+VariableJson::VariableJson(const VariableValue& value) : VariableJson()  // so that the destructor runs when memory runs out
 {
-    const auto convert = [](const auto& held) -> Json {
-        using Held = std::decay_t<decltype(held)>;
-        if constexpr (std::is_same_v<Held, cmStringT>) {
-            return jsonString(held);
-        } else if constexpr (std::is_same_v<Held, std::int64_t>) {
-            return held;
-        } else if constexpr (std::is_same_v<Held, VariableArray>) {
-            Json array = Json::array();
-            for (const auto& element : held)
-                array.push_back(element ? jsonOfVariable(element->value) : Json());
-            return array;
-        } else if constexpr (std::is_same_v<Held, VariableTable>) {
-            return jsonOfTable(held);
-        } else if constexpr (std::is_same_v<Held, VariableInstance>) {
-            return jsonOfTable(held.fields);
-        } else {
-            return nullptr;
-        }
-    };
-    return std::visit(convert, value);
+    fill(m_json, value);
+}
+
+VariableJson::~VariableJson()
+{
+    empty(m_json);
 }
 
 void fillVariable(TXHVAR variable, const Json& value)

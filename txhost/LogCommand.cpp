@@ -19,6 +19,8 @@ public:
 
     void print(const GitCommitInfo& info, const GraphRow& row)
     {
+        if (!info.hash.isEmpty() && !info.date.isSet())
+            console::noteMissingDate();
         if (m_json)
             printJson(info, row);
         else

@@ -38,14 +38,6 @@ cmStringT fullHash(const Host& host, cmROStringT repository, cmROStringT revisio
     throw HostError(error.empty() ? "no such commit: " + std::string(revision) : std::string(cmTakeUntil(error, '\n')));
 }
 
-/// A list of the table. The module writes no elements into an empty list, so its variable is no array; the result is.
-const Json& listOf(const Json& table, const char* key)
-{
-    static const Json none = Json::array();
-    const Json& list = table.at(key);
-    return list.is_array() ? list : none;
-}
-
 void printPlain(const Json& table)
 {
     const auto text = [&table](const char* key) {
@@ -58,13 +50,13 @@ void printPlain(const Json& table)
     };
     printNamed("commit  ", console::coloured(console::yellow, text("hash")));
     printNamed("parent  ", text("parentHash"));
-    for (const Json& hash : listOf(table, "otherParents"))
+    for (const Json& hash : table.at("otherParents"))
         printNamed("parent  ", console::printable(hash.get<std::string>()));
     printNamed("author  ", cmStringT(cmCat(text("authorName")) + " <" + text("authorEmail") + ">"));
     printNamed("date    ", text("committerDate"));
-    for (const Json& line : listOf(table, "longComment"))
+    for (const Json& line : table.at("longComment"))
         console::printLine(cmStringT(cmCat("    ") + console::printable(line.get<std::string>())));
-    for (const Json& name : listOf(table, "modifiedFiles"))
+    for (const Json& name : table.at("modifiedFiles"))
         printNamed("file    ", console::printable(name.get<std::string>()));
 }
 
@@ -94,14 +86,18 @@ int runShow(const HostOptions& options, const std::string& repository)
         printFailure(path, {gitTool.name, status, host.lastToolError()}, options.json);
         return 1;
     }
-    Json table = jsonOfVariable(*host.editor().value(variable));
+    VariableJson value(*host.editor().value(variable));
+    Json& table = *value;
     if (table.at("hash") == "") {
         if (browser.reportFailures() != 0)
             return 1;
         throw HostError("the module has not loaded the commit " + std::string(hash.view()));
     }
     for (const char* key : lists)
-        table[key] = listOf(table, key);
+        if (!table.at(key).is_array())
+            table[key] = Json::array();  // the module writes no elements into an empty list
+    if (table.at("committerDate") == "")
+        console::noteMissingDate();
     if (options.json)
         console::printLine(jsonText(table));
     else
