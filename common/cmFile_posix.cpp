@@ -31,8 +31,13 @@ CMFD_ITEM cmReadFileItem(cmROStringT path)
         return item;
     }
     constexpr mode_t anyWriter = S_IWUSR | S_IWGRP | S_IWOTH;
+    const bool writable = access(name.c_str(), W_OK) == 0;
+    if (!writable && errno != EACCES && errno != EROFS && errno != EPERM && errno != ETXTBSY) {
+        item.state = cmItemState::unreadable;
+        return item;
+    }
     item.state = cmItemState::found;
-    if (!(entry.st_mode & anyWriter) || access(name.c_str(), W_OK) != 0)
+    if (!(entry.st_mode & anyWriter) || !writable)
         item.attributes |= cmAttributeReadOnly;
     if (S_ISDIR(entry.st_mode))
         item.attributes |= cmAttributeDirectory;

@@ -251,7 +251,7 @@ SETS_ERRNO(look, EIO, -1, int, fstat, (int file, void* entry), (file, entry))
 SETS_ERRNO(look, EIO, -1, int, fstat64, (int file, void* entry), (file, entry))
 SETS_ERRNO(look, EACCES, -1, int, statx, (int folder, Text path, int flags, unsigned mask, void* entry),
            (folder, path, flags, mask, entry))
-SETS_ERRNO(look, EACCES, -1, int, access, (Text path, int mode), (path, mode))
+SETS_ERRNO(look, EIO, -1, int, access, (Text path, int mode), (path, mode))
 SETS_ERRNO(look, EACCES, nullptr, char*, realpath, (Text path, char* found), (path, found))
 SETS_ERRNO(look, EACCES, -1, ssize_t, readlink, (Text path, char* found, std::size_t size), (path, found, size))
 SETS_ERRNO(look, ENOENT, nullptr, char*, getcwd, (char* found, std::size_t size), (found, size))
