@@ -173,11 +173,11 @@ TEST(Txhost, WatchesForChanges)
     EXPECT_TRUE(watch.shows("fatal: index file corrupt")) << watch.output();
     writeFile(folder / "file", "y");
     EXPECT_TRUE(watch.shows("changed") && flooded.shows("changed")) << watch.output();
+    fs::remove(folder / "file");
+    EXPECT_TRUE(watch.shows("removed") && flooded.shows("removed")) << watch.output();
     writeFile(top / ".git" / "index", index);
     git(top, {"checkout", "--quiet", "a"});
     EXPECT_TRUE(watch.shows("clean")) << watch.output();
-    fs::remove(folder / "file");
-    EXPECT_TRUE(watch.shows("removed") && flooded.shows("removed")) << watch.output();
     watch.terminate();
     EXPECT_EQ(jsonLines(watch.output()).size(), 5u) << watch.output();
 }
