@@ -1,5 +1,4 @@
 #include "filewatcher/status/GitPorcelain.h"
-#include "filewatcher/status/VCRecord.h"
 
 #include <gtest/gtest.h>
 
@@ -37,16 +36,6 @@ TEST(GitPorcelain, TakesTheNewNameOfARename)
 {
     EXPECT_EQ(entries("RM old -> new\nRM \"o -> l\" -> \"n -> w\"\nRM old -> \"n w\"\n M \"a -> b\"\n"),
               (Texts{"RM new", "RM n -> w", "RM n w", " M a -> b"}));
-}
-
-TEST(VCRecord, AddsATokenOnce)
-{
-    cmStringT list("");
-    for (const char* token : {"edit", "mod", "edit", "mod"})
-        addStatusToken(list, token);
-    EXPECT_EQ(list, "edit|mod");
-    EXPECT_FALSE(hasStatusToken("modified|edit", "mod"));
-    EXPECT_TRUE(hasStatusToken("modified|mod", "mod"));
 }
 
 }  // namespace

@@ -24,7 +24,6 @@ TEST(PerforceOutput, ReadsTheWorkspaceFromItsForm)
     EXPECT_EQ(rootFor("/b/below", posix), "/b");
     EXPECT_EQ(rootFor("/bb", posix), "c:/a");
     EXPECT_EQ(rootFor("c:/C D/below", windows), R"(C:\c d)");
-    EXPECT_EQ(rootFor(R"(C:\a\c)", windows), R"(c:\a)");
 }
 
 Files openedPaths(cmROStringT output, const PerforceClient& client, cmPathStyle style)

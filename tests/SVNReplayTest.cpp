@@ -43,11 +43,11 @@ protected:
         return "<entry path='" + in(name) + "' revision='" + own + "'>" + commit + "</entry>";
     }
     void answer(const std::string& xml) { writeFile(folder / "svn.xml", xml); }
-    void answerAndPass(const std::string& xml)
+    void answerAndPass(const std::string& xml, std::int32_t status = 0)
     {
         answer(xml);
         addPath(top(), svnType);
-        EXPECT_EQ(waitForPass(top()), 0);
+        EXPECT_EQ(waitForPass(top()), status) << xml;
     }
     /// A file's record as "LOCAL/REPOSITORY/TOOL".
     std::string record(const std::string& name) const
@@ -154,15 +154,10 @@ TEST_F(SVNReplayTest, WritesNothingOfABrokenAnswer)
     const std::string whole = document(entry("a", "modified"));
     const std::string entity = "<!DOCTYPE s [<!ENTITY e SYSTEM \"file:///etc/passwd\">]>\n<status><target>"
                                + entry("&e;", "modified") + "</target></status>";
-    for (const std::string& broken : {whole.substr(0, whole.size() - 10), whole + "<again/>", std::string(), entity}) {
-        answer(broken);
-        addPath(top(), svnType);
-        EXPECT_EQ(waitForPass(top()), -1) << broken;
-    }
-    answer(whole);
+    for (const std::string& broken : {whole.substr(0, whole.size() - 10), whole + "<again/>", std::string(), entity})
+        answerAndPass(broken, -1);
     writeFile(folder / "svn.err", "svn: warning: W1: x\nsvn: E200009: it is wrong\n");
-    addPath(top(), svnType);
-    EXPECT_EQ(waitForPass(top()), -1);
+    answerAndPass(whole, -1);
     EXPECT_EQ(reason, "svn: E200009: it is wrong");
     fs::remove(folder / "svn.err");
     EXPECT_TRUE(editor.records().empty());

@@ -172,11 +172,6 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
              for (const std::string block = pattern(65536);;)
                  writeTo(stdout, block);
          }},
-        {"tool-breaks-off",  // git that is ended while it writes the status
-         [](const Arguments& a) {
-             std::cout << (a.at(0) == "status" ? " M whole\n M cu"
-                                               : cmPathText(std::filesystem::current_path()).c_str() + std::string("\n"));
-         }},
         {"tool-svn", &replaySvn},
         {"tool-p4", &replayPerforce},
         {"monitor", &leaveTrace},
