@@ -62,6 +62,7 @@ TEST_F(StatusThreadTest, NotifiesTheEditorOnceWhenTheQueueIsEmpty)
         thread.addPath(path, "", false, false);
     ASSERT_EQ(thread.start(), 0);
     EXPECT_EQ(waitForPass("/c"), -1);
+    EXPECT_EQ(reason, "out of memory");
     EXPECT_TRUE(eventually([&] { return thread.isAsleep(); }));
     thread.addPath("/b", "", false, false);
     EXPECT_TRUE(eventually([&] { return thread.findPath("/b") < 0 && thread.isAsleep(); }));

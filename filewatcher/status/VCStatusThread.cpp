@@ -8,6 +8,7 @@
 #include "txapi/txapi.h"
 
 #include <exception>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -107,7 +108,7 @@ std::int32_t VCStatusThread::processGuarded(const WatchEntry& entry)
     try {
         return processEntry(entry);
     } catch (const std::exception& failure) {  // out of memory, say: the pass has failed, the thread and the editor go on
-        toolError = failure.what();
+        toolError = dynamic_cast<const std::bad_alloc*>(&failure) ? "out of memory" : failure.what();
         debugLog("VCStatusThread::processGuarded", __LINE__, failure.what());
         return statusPassFailed;
     }
