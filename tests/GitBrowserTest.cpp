@@ -206,7 +206,7 @@ TEST_F(GitBrowserTest, ShowsWhatADamagedRepositoryStillHasAndTellsWhatFailed)
         std::filesystem::remove(top / ".git/refs/heads/x");
     }
     EXPECT_EQ(published(), 6);
-    std::filesystem::remove(top / ".git/objects" / lost.substr(0, 2) / lost.substr(2));
+    loseObject(top, lost);
     show({1});
     EXPECT_GE(published(), 3);
     EXPECT_TRUE(ended[txGitLoadCommits].starts_with("-1 fatal: Failed to traverse parents of commit "))

@@ -115,3 +115,10 @@ void commitFiles(const fs::path& directory, const std::vector<std::string>& name
     git(directory, {"add", "--all"});
     git(directory, {"commit", "--quiet", "--message", "files"});
 }
+
+void loseObject(const fs::path& repository, const std::string& hash)
+{
+    const fs::path object = repository / ".git/objects" / hash.substr(0, 2) / hash.substr(2);
+    fs::permissions(object, fs::perms::owner_write, fs::perm_options::add);  // Windows keeps what is read-only
+    fs::remove(object);
+}

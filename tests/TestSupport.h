@@ -46,6 +46,9 @@ void makeRepository(const std::filesystem::path& directory, const std::vector<st
 /// Writes these files and commits everything.
 void commitFiles(const std::filesystem::path& directory, const std::vector<std::string>& names);
 
+/// Deletes the loose object of this hash, as a damaged disk would.
+void loseObject(const std::filesystem::path& repository, const std::string& hash);
+
 struct ProgramResult {
     int exitCode = -1;  ///< -1 when it did not exit by itself
     std::string output;

@@ -207,8 +207,7 @@ TEST(Txhost, ShowsBranchesAndTheHistoryWithItsGraph)
     EXPECT_NE(txhost({"log", text(top)}).output.find("\xE2\x97\x8F " + shortHash), std::string::npos);
     const ProgramResult nothing = txhost({"log", "--filter", "no such thing", text(top)});
     EXPECT_EQ(std::pair(nothing.exitCode, nothing.output), std::pair(0, std::string()));
-    const std::string lost = hash.get<std::string>();
-    fs::remove(top / ".git" / "objects" / lost.substr(0, 2) / lost.substr(2));
+    loseObject(top, hash.get<std::string>());
     commitFiles(top, {"c"});
     const std::vector<Json> rest = json({"log", "--restrict", "work", text(top)}, 1);
     ASSERT_EQ(rest.size(), 4u) << "the working copy, the newest commit and a failure of each part";
