@@ -208,6 +208,7 @@ RETURNS_ERROR(actions, EINVAL, posix_spawnattr_setsigdefault, (void* a, void* se
 RETURNS_ERROR(thread, EAGAIN, pthread_create, (void* id, void* attributes, void* (*entry)(void*), void* argument),
               (id, attributes, entry, argument))
 RETURNS_ERROR(thread, ENOMEM, pthread_attr_init, (void* attributes), (attributes))
+RETURNS_ERROR(thread, EINVAL, pthread_attr_setstacksize, (void* attributes, std::size_t size), (attributes, size))
 
 OPENS(open, (Text path, int flags, unsigned mode), (path, flags, mode))
 OPENS(open64, (Text path, int flags, unsigned mode), (path, flags, mode))
@@ -216,6 +217,7 @@ SETS_ERRNO(opens, EMFILE, nullptr, FILE*, fopen, (Text path, Text mode), (path, 
 SETS_ERRNO(opens, EMFILE, nullptr, FILE*, fopen64, (Text path, Text mode), (path, mode))
 SETS_ERRNO(opens, EMFILE, nullptr, void*, opendir, (Text path), (path))
 SETS_ERRNO(opens, EMFILE, -1, int, fcntl, (int file, int command, long argument), (file, command, argument))
+SETS_ERRNO(opens, EMFILE, -1, int, fcntl64, (int file, int command, long argument), (file, command, argument))
 
 IN_FRONT(int, close, (int file))
 {
@@ -231,6 +233,9 @@ IN_FRONT(int, close, (int file))
 
 SETS_ERRNO(reads, EIO, -1, ssize_t, read, (int file, void* data, std::size_t count), (file, data, count))
 SETS_ERRNO(reads, EIO, -1, ssize_t, pread, (int file, void* data, std::size_t count, long at), (file, data, count, at))
+SETS_ERRNO(reads, EIO, nullptr, void*, readdir, (void* folder), (folder))
+SETS_ERRNO(reads, EIO, nullptr, void*, readdir64, (void* folder), (folder))
+SETS_ERRNO(reads, EIO, -1, long, lseek64, (int file, long at, int from), (file, at, from))
 SETS_ERRNO(writes, ENOSPC, -1, ssize_t, write, (int file, const void* data, std::size_t count), (file, data, count))
 SETS_ERRNO(writes, ENOSPC, -1, ssize_t, writev, (int file, const void* parts, int count), (file, parts, count))
 SETS_ERRNO(writes, EIO, -1, int, fsync, (int file), (file))
@@ -269,6 +274,7 @@ IN_FRONT(long, syscall, (long number, long a, long b, long c, long d, long e, lo
     return system(number, a, b, c, d, e, f);
 }
 
+SETS_ERRNO(times, EOVERFLOW, nullptr, void*, localtime, (const void* time), (time))
 SETS_ERRNO(times, EOVERFLOW, nullptr, void*, localtime_r, (const void* time, void* fields), (time, fields))
 SETS_ERRNO(times, EOVERFLOW, nullptr, void*, gmtime_r, (const void* time, void* fields), (time, fields))
 SETS_ERRNO(times, EOVERFLOW, -1, long, mktime, (void* fields), (fields))
