@@ -4,8 +4,6 @@
 #include "common/cmStringCatHelper.h"
 #include "tests/TestSupport.h"
 
-#include <string>
-
 /// The command line that runs the helper program with `arguments`, of which the first names the behaviour.
 inline cmStringT helper(cmROStringT arguments)
 {

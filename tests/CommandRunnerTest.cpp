@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <string>
 #include <thread>
 
 namespace {
@@ -109,12 +108,12 @@ TEST(CommandRunner, WaitsForAChildThatClosedItsOutput)
     const TempFolder folder;
     CaptureControl control;
     control.stopRequested = [&folder, passes = 0]() mutable {
-        if (std::filesystem::exists(folder / "closed") && ++passes == 5)
+        if (fs::exists(folder / "closed") && ++passes == 5)
             writeFile(folder / "go", "");
         return false;
     };
     run(helper("close-output"), control, spawnPlainCommand, text(folder.path()));
-    EXPECT_TRUE(std::filesystem::exists(folder / "gone"));
+    EXPECT_TRUE(fs::exists(folder / "gone"));
     writeFile(folder / "go", "");
 }
 
@@ -122,7 +121,7 @@ TEST(CommandRunner, StartsTheChildInItsDirectoryWithAQuietEnvironment)
 {
     const TempFolder folder;
     const std::string odd = text(folder / "a b&c");
-    std::filesystem::create_directory(folder / "a b&c");
+    fs::create_directory(folder / "a b&c");
     EXPECT_EQ(run(helper("directory"), {}, spawnScannedCommand, odd).output, odd);
     const std::string environment = "\n" + run(helper("environment")).output;
     EXPECT_NE(environment.find("\nGIT_OPTIONAL_LOCKS=0\n"), std::string::npos);

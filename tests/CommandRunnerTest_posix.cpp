@@ -11,7 +11,6 @@
 
 #include <csignal>
 #include <cstdio>
-#include <string>
 
 namespace {
 
@@ -74,10 +73,10 @@ TEST(CommandRunner, LetsGitRunNothingThatARepositoryNames)
 {
     const TempFolder folder;
     makeRepository(folder / "repo", {"a"});
-    const std::filesystem::path hook = folder / "repo/.git/hooks/post-index-change";
+    const fs::path hook = folder / "repo/.git/hooks/post-index-change";
     writeFile(hook, "#!/bin/sh\ntouch " + text(folder / "ran") + "\n");
-    std::filesystem::permissions(hook, std::filesystem::perms::owner_all);
-    std::filesystem::last_write_time(folder / "repo/a", {});  // git looks at the content then, and writes its index
+    fs::permissions(hook, fs::perms::owner_all);
+    fs::last_write_time(folder / "repo/a", {});  // git looks at the content then, and writes its index
     EXPECT_EQ(run("\"git\" diff", {}, spawnScannedCommand, text(folder / "repo")).output, "");
     // A partial clone lacks an object.
     git(folder / "repo", {"config", "remote.origin.url", text(folder / "repo")});
@@ -87,7 +86,7 @@ TEST(CommandRunner, LetsGitRunNothingThatARepositoryNames)
     const std::string missing = "\"git\" cat-file -p " + std::string(40, '1');
     const Captured taken = run(missing, {}, spawnScannedCommand, text(folder / "repo"));
     EXPECT_NE(taken.result.errorOutput.view().find("\nfatal:"), cmROStringT::npos) << taken.result.errorOutput.c_str();
-    EXPECT_FALSE(std::filesystem::exists(folder / "ran"));
+    EXPECT_FALSE(fs::exists(folder / "ran"));
 }
 
 /// Lowers the number of descriptors that this process may have, during its own lifetime.

@@ -5,9 +5,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <string>
-#include <vector>
-
 namespace {
 
 TEST(CommandRunner, GivesTheChildItsThreeHandlesAndNothingElse)

@@ -5,13 +5,8 @@
 #include "tests/ModuleFixture.h"
 
 #include <cstdint>
-#include <filesystem>
 #include <map>
 #include <sstream>
-#include <string>
-#include <vector>
-
-using Texts = std::vector<std::string>;
 
 /// Commits for git fast-import, each a minute later than the one before it, unless the clock is wrong.
 class History {
@@ -31,7 +26,7 @@ public:
         return m_last;
     }
     void tag(const std::string& ref, int mark) { m_text << "reset refs/" << ref << "\nfrom :" << mark << "\n\n"; }
-    void import(const TempFolder& folder, const std::filesystem::path& repository) const
+    void import(const TempFolder& folder, const fs::path& repository) const
     {
         writeFile(folder / "history", m_text.str());
         cmStringT output("");
@@ -123,5 +118,5 @@ protected:
 
     std::map<std::int32_t, std::string> ended;  ///< by part of the load: the status and the message of its last end
     TempFolder folder;
-    std::filesystem::path top = folder / "repo";
+    fs::path top = folder / "repo";
 };

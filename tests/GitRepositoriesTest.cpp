@@ -3,8 +3,6 @@
 
 #include <set>
 
-namespace fs = std::filesystem;
-
 namespace {
 
 std::set<std::string> linesOf(const std::string& text)

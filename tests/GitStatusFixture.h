@@ -2,10 +2,7 @@
 
 #include "tests/ModuleFixture.h"
 
-#include <filesystem>
 #include <map>
-#include <string>
-#include <vector>
 
 using Status = std::map<std::string, std::string>;
 
@@ -14,10 +11,10 @@ class GitStatusTest : public ModuleTest {
 protected:
     GitStatusTest() { makeRepository(top); }
 
-    void commit(const std::vector<std::string>& names) { commitFiles(top, names); }
+    void commit(const Texts& names) { commitFiles(top, names); }
     void modify(const std::string& name) { writeFile(top / cmSystemPath(name), "two, changed\n"); }
     std::string in(const std::string& name) const { return text(top / cmSystemPath(name)); }
 
     TempFolder folder;
-    const std::filesystem::path top = folder / "repo";
+    const fs::path top = folder / "repo";
 };

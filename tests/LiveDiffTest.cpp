@@ -4,9 +4,6 @@
 #include "tests/ModuleFixture.h"
 
 #include <utility>
-#include <vector>
-
-namespace fs = std::filesystem;
 
 namespace {
 

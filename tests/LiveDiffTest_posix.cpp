@@ -10,8 +10,6 @@
 
 #include <csignal>
 
-namespace fs = std::filesystem;
-
 namespace {
 
 TEST(LiveDiffFetch, KeepsTheOldCacheFileWhenTheDiskIsFull)

@@ -8,8 +8,6 @@
 
 #include <cstdint>
 #include <map>
-#include <string>
-#include <vector>
 
 /// An editor that has initialised the module, with settings for all tools and the real git. Its end stops every thread.
 class ModuleTest : public testing::Test {
@@ -40,5 +38,5 @@ protected:
     int notifications = 0;
     std::multimap<std::string, std::int32_t> passesEnded;  ///< path and status of passes that nobody has waited for
     std::string reason;                                    ///< why the last pass that gave a reason failed
-    std::vector<std::string> endedPaths;                   ///< the paths of all ended passes, in order
+    Texts endedPaths;                                      ///< the paths of all ended passes, in order
 };

@@ -6,12 +6,8 @@
 
 #include <cctype>
 #include <random>
-#include <string>
-#include <vector>
 
 namespace {
-
-using Words = std::vector<std::string>;
 
 /// Makes lists of arguments that a parser could take for something other than data. The same lists in every run.
 class RandomLists {
@@ -23,9 +19,9 @@ public:
     {
     }
 
-    Words next()
+    Texts next()
     {
-        Words words(below(6));
+        Texts words(below(6));
         for (std::string& word : words) {
             for (std::size_t pieces = below(8); pieces > 0; --pieces)
                 word +=
@@ -38,7 +34,7 @@ private:
     std::size_t below(std::size_t bound) { return m_random() % bound; }
 
     std::mt19937 m_random{20261121};
-    const Words m_fragments;
+    const Texts m_fragments;
 };
 
 TEST(Quoting, LeavesPlainDataAloneAndQuotesTheRest)
@@ -84,13 +80,13 @@ TEST(Quoting, TheWindowsInterpreterPassesEveryListOn)
 {
     RandomLists random("&calc&");
     for (int i = 0; i < 10000; ++i) {
-        const Words words = random.next();
+        const Texts words = random.next();
         std::string line;
         for (const std::string& word : words)
             line += " " + std::string(quoteArgument(word));
         std::string text(windowsInterpreterText("git.exe", line));
         const cmArray<cmStringT> received = splitArguments(splitCommandLine(passedByCmd(text)).arguments);
-        ASSERT_EQ(Words(received.begin(), received.end()), words) << "list " << i << ": " << text;
+        ASSERT_EQ(Texts(received.begin(), received.end()), words) << "list " << i << ": " << text;
     }
 }
 
@@ -106,7 +102,7 @@ protected:
         std::string line = "args";
         std::string expected;
         for (int i = 0; i < lists; ++i) {
-            Words words = random.next();
+            Texts words = random.next();
             words.emplace_back("<end>");
             for (const std::string& word : words) {
                 line += " " + std::string(quoteArgument(word));
@@ -120,7 +116,7 @@ protected:
             line = "args";
             expected.clear();
         }
-        EXPECT_FALSE(std::filesystem::exists(folder / "marker"));
+        EXPECT_FALSE(fs::exists(folder / "marker"));
     }
 
     const TempFolder folder;

@@ -23,8 +23,8 @@ TEST(RecentDocuments, JoinThoseOfTheDesktop)
     EXPECT_EQ(documents.add({cmROStringT(text(folder / "missing")), "no/absolute path", "", file}), 1u);
     EXPECT_EQ(documents.add({odd, file}), 2u);
 
-    const std::filesystem::path list = folder / "data" / "recently-used.xbel";
-    EXPECT_EQ(std::filesystem::status(list).permissions(), std::filesystem::perms(0600));
+    const fs::path list = folder / "data" / "recently-used.xbel";
+    EXPECT_EQ(fs::status(list).permissions(), fs::perms(0600));
     const std::unique_ptr<GBookmarkFile, decltype(&g_bookmark_file_free)> read(g_bookmark_file_new(), &g_bookmark_file_free);
     ASSERT_TRUE(g_bookmark_file_load_from_file(read.get(), list.c_str(), nullptr));
     EXPECT_EQ(g_bookmark_file_get_size(read.get()), 2);
@@ -37,19 +37,19 @@ TEST(RecentDocuments, JoinThoseOfTheDesktop)
     EXPECT_EQ(documents.add({file}), 0u);
     EXPECT_EQ(readFile(list), "<xbel") << "an unreadable list must not be overwritten";
 
-    const std::filesystem::path target = folder / "elsewhere" / "list";
-    std::filesystem::remove(list);
-    std::filesystem::create_symlink("../elsewhere/list", list);
+    const fs::path target = folder / "elsewhere" / "list";
+    fs::remove(list);
+    fs::create_symlink("../elsewhere/list", list);
     EXPECT_EQ(documents.add({file}), 1u) << "a link that leads to no file yet";
     writeFile(target, "");
     EXPECT_EQ(documents.add({file}), 1u) << "an empty list";
-    EXPECT_TRUE(std::filesystem::is_symlink(list) && readFile(target).find("a%20b.txt") != std::string::npos);
-    std::filesystem::remove(target);
+    EXPECT_TRUE(fs::is_symlink(list) && readFile(target).find("a%20b.txt") != std::string::npos);
+    fs::remove(target);
     ASSERT_EQ(mkfifo(target.c_str(), 0600), 0);
     EXPECT_EQ(documents.add({file}), 0u);
-    EXPECT_TRUE(std::filesystem::is_fifo(target));
-    std::filesystem::remove(target);
-    std::filesystem::create_symlink(list, target);
+    EXPECT_TRUE(fs::is_fifo(target));
+    fs::remove(target);
+    fs::create_symlink(list, target);
     EXPECT_EQ(documents.add({file}), 0u) << "links in a circle";
     unsetenv("XDG_DATA_HOME");
 }

@@ -13,9 +13,9 @@ protected:
 
     /// Empties the queue of a suspended thread and returns its paths.
     template <class Thread>
-    static std::vector<std::string> takeQueue()
+    static Texts takeQueue()
     {
-        std::vector<std::string> paths;
+        Texts paths;
         WatchEntry entry;
         while (Thread::instance(true)->takeFirstPath(entry))
             paths.push_back(entry.path.c_str());
@@ -28,8 +28,6 @@ protected:
                + (PerforceStatusThread::instance(false) ? "p" : "");
     }
 };
-
-using Paths = std::vector<std::string>;
 
 TEST_F(RegistryTest, AnswersByTypeGateAndRunningThread)
 {
@@ -76,7 +74,7 @@ TEST_F(RegistryTest, KeepsAQueueOfDistinctPathsWithTheEditorsContext)
     EXPECT_EQ(entry.path, "/a");
     EXPECT_EQ(entry.context, "context");
     EXPECT_TRUE(entry.pathFlag && entry.contextFlag);
-    EXPECT_EQ(takeQueue<GitStatusThread>(), (Paths{"/A", "/c"}));
+    EXPECT_EQ(takeQueue<GitStatusThread>(), (Texts{"/A", "/c"}));
     ASSERT_TRUE(PerforceStatusThread::instance(false)->takeFirstPath(entry));
     EXPECT_EQ(entry.context, "");
     EXPECT_FALSE(entry.pathFlag || entry.contextFlag);
@@ -90,9 +88,9 @@ TEST_F(RegistryTest, PicksTheFirstThreadOfAMaskToRemoveFrom)
     call("filewatcherRemovePath", {"/a", 13});
     call("filewatcherRemoveType", {12});
     call("filewatcherRemoveType", {48});
-    EXPECT_EQ(takeQueue<SVNStatusThread>(), Paths{});
-    EXPECT_EQ(takeQueue<GitStatusThread>(), Paths{});
-    EXPECT_EQ(takeQueue<PerforceStatusThread>(), Paths{"/a"});
+    EXPECT_EQ(takeQueue<SVNStatusThread>(), Texts{});
+    EXPECT_EQ(takeQueue<GitStatusThread>(), Texts{});
+    EXPECT_EQ(takeQueue<PerforceStatusThread>(), Texts{"/a"});
     EXPECT_TRUE(GitStatusThread::instance(false)->isRunning());
 }
 
@@ -137,7 +135,7 @@ TEST_F(RegistryTest, TheMacroMayStopTheThreadThatItConfigures)
     EXPECT_EQ(addPath("/a"), 0);
     EXPECT_TRUE(GitStatusThread::instance(false)->isConfigured() && GitStatusThread::instance(false)->isRunning());
     EXPECT_TRUE(GitStatusThread::instance(false)->isSuspended());
-    EXPECT_EQ(takeQueue<GitStatusThread>(), Paths{"/a"});
+    EXPECT_EQ(takeQueue<GitStatusThread>(), Texts{"/a"});
 }
 
 TEST_F(RegistryTest, ConfiguresARunningThreadAndFailsThePathsOfOneThatCannotStart)
@@ -198,11 +196,11 @@ TEST_F(RegistryTest, SwitchesAToolOffWhenItWroteTooMuch)
     for (int round = 0; round < 2; ++round) {  // the flag is never reset
         EXPECT_EQ(addPath("/a"), 0);
         EXPECT_EQ(editor.setting(txVCToolGit.showFileStatusSetting), 0);
-        EXPECT_EQ(takeQueue<GitStatusThread>(), Paths{});
+        EXPECT_EQ(takeQueue<GitStatusThread>(), Texts{});
     }
     EXPECT_EQ(addPath("/a", svnType), 0);
     EXPECT_EQ(editor.setting(txVCToolSVN.showFileStatusSetting), 1);
-    EXPECT_EQ(takeQueue<SVNStatusThread>(), Paths{"/a"});
+    EXPECT_EQ(takeQueue<SVNStatusThread>(), Texts{"/a"});
 
     editor.removeSetting(txVCToolGit.showFileStatusSetting);
     EXPECT_EQ(addPath("/a"), 0);
@@ -210,7 +208,7 @@ TEST_F(RegistryTest, SwitchesAToolOffWhenItWroteTooMuch)
     editor.setSetting(txVCToolGit.showFileStatusSetting, 1);
     EXPECT_EQ(addPath("/b"), 0);
     EXPECT_TRUE(GitStatusThread::instance(false)->join());  // the thread was asked to stop
-    EXPECT_EQ(takeQueue<GitStatusThread>(), Paths{"/a"});
+    EXPECT_EQ(takeQueue<GitStatusThread>(), Texts{"/a"});
 }
 
 }  // namespace

@@ -2,13 +2,9 @@
 #include "tests/ModuleFixture.h"
 
 #include <atomic>
-#include <filesystem>
-
-namespace fs = std::filesystem;
 
 namespace {
 
-using Names = std::vector<std::string>;
 using TimeAndFlag = std::pair<std::int64_t, std::int64_t>;
 
 std::atomic<std::uint32_t> now{0};
@@ -45,7 +41,7 @@ protected:
         FileDateData::setSource(nullptr);
     }
 
-    std::map<std::string, TimeAndFlag> ask(const Names& names, std::int32_t budgetMs = 60000, std::int32_t status = 0)
+    std::map<std::string, TimeAndFlag> ask(const Texts& names, std::int32_t budgetMs = 60000, std::int32_t status = 0)
     {
         const TXHVAR files = txHvarAlloc();
         const TXHVAR result = txHvarAlloc();
@@ -77,7 +73,7 @@ protected:
 
 TEST_F(ReloadTest, ReportsTimeAndReadOnlyFlagOfEveryFile)
 {
-    const Names names{"", in("missing"), in("\xC3\xBC"), in("readonly"), text(folder.path()), ".", "http://host/f"};
+    const Texts names{"", in("missing"), in("\xC3\xBC"), in("readonly"), text(folder.path()), ".", "http://host/f"};
     for (const char* name : {"\xC3\xBC", "readonly"})
         writeFile(folder / name, "x");
     fs::permissions(folder / "readonly", fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,

@@ -3,10 +3,7 @@
 #include "tests/ModuleFixture.h"
 
 #include <atomic>
-#include <filesystem>
 #include <sstream>
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -56,7 +53,7 @@ protected:
         return record.localStatus.c_str() + ("/" + std::string(record.repositoryStatus.c_str()) + "/")
                + std::to_string(record.tool);
     }
-    void markAsModified(const std::vector<std::string>& names)
+    void markAsModified(const Texts& names)
     {
         TXVCRECORD record;
         record.localStatus = record.repositoryStatus = "mod";
@@ -64,9 +61,9 @@ protected:
             txVCSetRecord(tamarin::TMString(in(name).c_str()), record);
     }
     /// The commands that were run; each has a blank at its end.
-    std::vector<std::string> commands() const
+    Texts commands() const
     {
-        std::vector<std::string> lines;
+        Texts lines;
         std::istringstream log(readFile(folder / "svn.log"));
         for (std::string line; std::getline(log, line);)
             lines.push_back(line);
@@ -120,11 +117,11 @@ TEST_F(SVNReplayTest, AsksByTheFlagsOfThePath)
     ask(top(), 0, 0);
     ask(top(), 0, 1);
     ask(in("a @ b"), 1, 1);
-    EXPECT_EQ(commands(), (std::vector<std::string>{"status --non-interactive --xml --show-updates --verbose " + top() + " ",
-                                                    "status --non-interactive --xml --verbose " + top() + " ",
-                                                    "status --non-interactive --xml --verbose --non-recursive " + top() + " ",
-                                                    "info --non-interactive --xml " + top() + " ",
-                                                    "info --non-interactive --xml " + in("a @ b") + "@ "}));
+    EXPECT_EQ(commands(),
+              (Texts{"status --non-interactive --xml --show-updates --verbose " + top() + " ",
+                     "status --non-interactive --xml --verbose " + top() + " ",
+                     "status --non-interactive --xml --verbose --non-recursive " + top() + " ",
+                     "info --non-interactive --xml " + top() + " ", "info --non-interactive --xml " + in("a @ b") + "@ "}));
 }
 
 TEST_F(SVNReplayTest, AsksTheServerAtMostOnceAMinute)

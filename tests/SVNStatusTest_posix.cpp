@@ -1,10 +1,6 @@
 #include "common/CommandRunner.h"
 #include "tests/ModuleFixture.h"
 
-#include <filesystem>
-
-namespace fs = std::filesystem;
-
 namespace {
 
 using Status = std::map<std::string, std::string>;
@@ -28,7 +24,7 @@ protected:
     static void svn(const std::string& arguments, const fs::path& directory) { run("svn " + arguments, directory); }
     std::string in(const std::string& name) const { return (top / name).string(); }
 
-    void commit(const std::vector<std::string>& names)
+    void commit(const Texts& names)
     {
         for (const std::string& name : names)
             writeFile(top / name, "one\n");
@@ -57,7 +53,7 @@ protected:
 
 TEST_F(SVNStatusTest, MarksExactlyTheModifiedFiles)
 {
-    const std::vector<std::string> odd{"a b", "at@2", "a&b", "less<", "\xC3\xBC.txt", "it's", "50%", "sub/deep", "-dash"};
+    const Texts odd{"a b", "at@2", "a&b", "less<", "\xC3\xBC.txt", "it's", "50%", "sub/deep", "-dash"};
     commit({"normal", "deleted", "conflicted", "newer"});
     commit(odd);
     changeInRepository("conflicted");

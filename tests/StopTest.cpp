@@ -44,7 +44,7 @@ using Types = std::vector<std::int32_t>;
 TEST_F(StopTest, EndsHangingToolsInOrderAndLeavesNothingOpen)
 {
     for (const char* type : {"1", "4", "8"})
-        std::filesystem::create_directory(folder / type);
+        fs::create_directory(folder / type);
     std::size_t descriptors = 0;
     for (int round = 0; round < 2; ++round) {  // what the first round keeps belongs to libraries
         descriptors = openDescriptors();

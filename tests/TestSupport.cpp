@@ -12,8 +12,6 @@
 #include <sstream>
 #include <thread>
 
-namespace fs = std::filesystem;
-
 std::string text(const fs::path& path)
 {
     return std::string(cmPathText(path).view());
@@ -61,7 +59,7 @@ std::string helperAs(const TempFolder& folder, const std::string& behaviour)
     return text(copy);
 }
 
-ProgramResult runBuilt(const std::string& name, const std::vector<std::string>& arguments)
+ProgramResult runBuilt(const std::string& name, const Texts& arguments)
 {
     const TempFolder folder;
     std::string line;
@@ -82,7 +80,7 @@ bool eventually(const std::function<bool()>& condition, std::chrono::millisecond
     return true;
 }
 
-std::string git(const fs::path& directory, const std::vector<std::string>& arguments)
+std::string git(const fs::path& directory, const Texts& arguments)
 {
     cmStringT command("\"git\"");
     for (const std::string& argument : arguments) {
@@ -97,7 +95,7 @@ std::string git(const fs::path& directory, const std::vector<std::string>& argum
     return output.c_str();
 }
 
-void makeRepository(const fs::path& directory, const std::vector<std::string>& names)
+void makeRepository(const fs::path& directory, const Texts& names)
 {
     fs::create_directories(directory);
     git(directory, {"init", "--quiet", "--initial-branch=main"});
@@ -108,7 +106,7 @@ void makeRepository(const fs::path& directory, const std::vector<std::string>& n
         commitFiles(directory, names);
 }
 
-void commitFiles(const fs::path& directory, const std::vector<std::string>& names)
+void commitFiles(const fs::path& directory, const Texts& names)
 {
     for (const std::string& name : names)
         writeFile(directory / cmSystemPath(name), "one\n");

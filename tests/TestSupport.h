@@ -10,8 +10,12 @@
 #include <string>
 #include <vector>
 
+namespace fs = std::filesystem;
+
+using Texts = std::vector<std::string>;
+
 /// A path in the module's form: UTF-8, native separators.
-std::string text(const std::filesystem::path& path);
+std::string text(const fs::path& path);
 
 /// A new temporary folder, removed with the object.
 class TempFolder {
@@ -21,15 +25,15 @@ public:
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
 
-    const std::filesystem::path& path() const { return m_path; }
-    std::filesystem::path operator/(const std::string& name) const { return m_path / cmSystemPath(name); }
+    const fs::path& path() const { return m_path; }
+    fs::path operator/(const std::string& name) const { return m_path / cmSystemPath(name); }
 
 private:
-    std::filesystem::path m_path;
+    fs::path m_path;
 };
 
-void writeFile(const std::filesystem::path& path, const std::string& content);
-std::string readFile(const std::filesystem::path& path);
+void writeFile(const fs::path& path, const std::string& content);
+std::string readFile(const fs::path& path);
 
 /// The path of a program that was built beside the tests.
 std::string builtProgram(const std::string& name);
@@ -40,11 +44,11 @@ std::string helperAs(const TempFolder& folder, const std::string& behaviour);
 bool eventually(const std::function<bool()>& condition, std::chrono::milliseconds limit = std::chrono::seconds(10));
 
 /// Runs git in `directory` and returns its output. Fails the test when git reports an error.
-std::string git(const std::filesystem::path& directory, const std::vector<std::string>& arguments);
+std::string git(const fs::path& directory, const Texts& arguments);
 /// Creates a repository in `directory` with an identity of its own and, unless `names` is empty, one commit of these files.
-void makeRepository(const std::filesystem::path& directory, const std::vector<std::string>& names = {});
+void makeRepository(const fs::path& directory, const Texts& names = {});
 /// Writes these files and commits everything.
-void commitFiles(const std::filesystem::path& directory, const std::vector<std::string>& names);
+void commitFiles(const fs::path& directory, const Texts& names);
 
 /// Deletes the loose object of this hash, as a damaged disk would.
 void loseObject(const std::filesystem::path& repository, const std::string& hash);
@@ -55,11 +59,11 @@ struct ProgramResult {
     std::string error;
 };
 /// Runs a program that was built beside the tests, and waits for its end.
-ProgramResult runBuilt(const std::string& name, const std::vector<std::string>& arguments);
+ProgramResult runBuilt(const std::string& name, const Texts& arguments);
 
 /// Difficult names that files can have on this platform; one is in a folder.
-std::vector<std::string> oddFileNames();
-std::vector<std::string> oddFolderNames();
+Texts oddFileNames();
+Texts oddFolderNames();
 
 // The system's view of this process.
 std::size_t openDescriptors();
@@ -69,8 +73,7 @@ std::size_t processesOf(const std::string& path);
 void killProcessesOf(const std::string& path);
 /// Runs a program with `arguments` in the grammar of CommandLine.h, and its output and standard error in these files. Returns its
 /// exit code, -1 when it did not exit by itself.
-int runInto(const std::string& program, const std::string& arguments, const std::filesystem::path& output,
-            const std::filesystem::path& error);
+int runInto(const std::string& program, const std::string& arguments, const fs::path& output, const fs::path& error);
 /// `wanted` starts of a program, reduced where a start takes long.
 int affordableStarts(int wanted);
 /// The number of ended children of this process that were not reaped; 0 where there is nothing to reap.

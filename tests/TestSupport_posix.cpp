@@ -10,8 +10,6 @@
 #include <sstream>
 #include <thread>
 
-namespace fs = std::filesystem;
-
 namespace {
 
 std::size_t entriesOf(const char* directory)
@@ -90,7 +88,7 @@ int runInto(const std::string& program, const std::string& arguments, const fs::
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-std::vector<std::string> oddFileNames()
+Texts oddFileNames()
 {
     return {"a b",         "q\"uote", "tab\there",    "x -> y", "-dash",    "\xC3\xBC.txt", "new\nline",
             "back\\slash", "it's",    "$(touch ran)", "a&b|c",  "50% ^off", "sub/deep"};
@@ -106,7 +104,7 @@ std::size_t zombieChildren()
     return findProcesses([](const fs::path& process) { return stateAndParent(process) == std::pair('Z', getpid()); }).size();
 }
 
-std::vector<std::string> oddFolderNames()
+Texts oddFolderNames()
 {
     return {"one & two", "-x", ":(top)", "plain", "a[b]", "*", "100%"};
 }

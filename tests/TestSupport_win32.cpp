@@ -11,8 +11,6 @@
 #include <array>
 #include <cstddef>
 
-namespace fs = std::filesystem;
-
 namespace {
 
 // The layout of the system's handle table, and its number in NtQuerySystemInformation.
@@ -134,12 +132,12 @@ std::size_t zombieChildren()
     return 0;  // an ended child only leaves a handle, which openDescriptors counts
 }
 
-std::vector<std::string> oddFileNames()
+Texts oddFileNames()
 {
     return {"a b", "-dash", "\xC3\xBC.txt", "it's", "$(touch ran)", "a&b", "50% ^off", "%PATH%", "(x) !y!", "sub/deep"};
 }
 
-std::vector<std::string> oddFolderNames()
+Texts oddFolderNames()
 {
     return {"one & two", "-x", "plain", "a[b]", "100% ^(x)", "\xC3\x9C"};
 }

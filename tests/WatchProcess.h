@@ -5,13 +5,11 @@
 #include "tests/TestSupport.h"
 
 #include <cstdint>
-#include <string>
-#include <vector>
 
 /// A running `txhost watch --json` and its output. The destructor ends it.
 class WatchProcess {
 public:
-    explicit WatchProcess(const std::vector<std::string>& names)
+    explicit WatchProcess(const Texts& names)
     {
         SpawnStreams streams;
         streams.output = &m_output;
