@@ -29,8 +29,8 @@ GitOutcome runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory, 
         return {statusStopRequested, {}};
     // With output, "error:" can concern a single file. Without output the whole command failed.
     const cmROStringT error = result.errorOutput;
-    const bool anyError = error.starts_with("error:") || error.find("\nerror:") != cmROStringT::npos;
-    return hasFatalLine(error) || (anyError && !anyOutput) ? GitOutcome{statusGitFailed, toolSentence(error)} : GitOutcome();
+    const bool failed = hasFatalLine(error) || (hasErrorLine(error) && !anyOutput);
+    return failed ? GitOutcome{statusGitFailed, toolSentence(error)} : GitOutcome();
 }
 
 bool isUnbornBranch(const GitOutcome& outcome)
