@@ -169,15 +169,6 @@ private:
 // Returns its error.
 #define RETURNS_ERROR(kind, error, name, parameters, arguments) SETS_ERRNO(kind, 0, error, int, name, parameters, arguments)
 
-// Opens a file; the third argument is there only for some flags.
-#define OPENS(name, parameters, arguments)                                                                                       \
-    IN_FRONT(int, name, parameters)                                                                                              \
-    {                                                                                                                            \
-        static auto* const system = next<int parameters>(#name);                                                                 \
-        FAIL_WITH(opens, EMFILE, -1)                                                                                             \
-        return system arguments;                                                                                                 \
-    }
-
 // Writes to a stream of the C library, whose own calls cannot be caught.
 #define PRINTS(Result, name, parameters, arguments)                                                                              \
     IN_FRONT(Result, name, parameters)                                                                                           \
@@ -210,9 +201,10 @@ RETURNS_ERROR(thread, EAGAIN, pthread_create, (void* id, void* attributes, void*
 RETURNS_ERROR(thread, ENOMEM, pthread_attr_init, (void* attributes), (attributes))
 RETURNS_ERROR(thread, EINVAL, pthread_attr_setstacksize, (void* attributes, std::size_t size), (attributes, size))
 
-OPENS(open, (Text path, int flags, unsigned mode), (path, flags, mode))
-OPENS(open64, (Text path, int flags, unsigned mode), (path, flags, mode))
-OPENS(openat, (int folder, Text path, int flags, unsigned mode), (folder, path, flags, mode))
+// The third argument is there only for some flags.
+SETS_ERRNO(opens, EMFILE, -1, int, open, (Text path, int flags, unsigned mode), (path, flags, mode))
+SETS_ERRNO(opens, EMFILE, -1, int, open64, (Text path, int flags, unsigned mode), (path, flags, mode))
+SETS_ERRNO(opens, EMFILE, -1, int, openat, (int folder, Text path, int flags, unsigned mode), (folder, path, flags, mode))
 SETS_ERRNO(opens, EMFILE, nullptr, FILE*, fopen, (Text path, Text mode), (path, mode))
 SETS_ERRNO(opens, EMFILE, nullptr, FILE*, fopen64, (Text path, Text mode), (path, mode))
 SETS_ERRNO(opens, EMFILE, nullptr, void*, opendir, (Text path), (path))
