@@ -6,10 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <atomic>
-#include <thread>
-
 namespace {
 
 TEST(CommandRunner, TakesEveryByteWhateverTheAmount)
@@ -34,13 +30,13 @@ TEST(CommandRunner, NeverBlocksAChildThatFloodsBothStreams)
 TEST(CommandRunner, ReadsAllThatAnEndedChildHasLeftInThePipe)
 {
     const TempFolder folder;
-    const std::string program = helperAs(folder, "tool-writes-65000");  // more than one pass reads, less than a pipe holds
+    const std::string program = helperAs(folder, "writes");  // more than one pass reads, less than a pipe holds
     CaptureControl control;
     control.stopRequested = [&program, gone = false]() mutable {
         gone = gone || eventually([&program] { return processesOf(program) == 0; });
         return !gone;
     };
-    EXPECT_EQ(run(quoteArgument(program), control).output, pattern(65000));
+    EXPECT_EQ(run("\"" + program + "\" bytes 65000", control).output, pattern(65000));
 }
 
 TEST(CommandRunner, FailsWithAReasonWhenItCannotStart)
@@ -78,15 +74,9 @@ TEST(CommandRunner, StopsAtOnceAndTakesGrandchildrenAlong)
 {
     const TempFolder folder;
     const std::string hangs = helperAs(folder, "tool-hangs-with-child");
-    std::atomic<bool> stop{false};
     CaptureControl control;
-    control.stopRequested = [&stop] { return stop.load(); };
-    std::thread stopper([&] {
-        eventually([&hangs] { return processesOf(hangs) == 2; });
-        stop = true;
-    });
+    control.stopRequested = [&hangs] { return processesOf(hangs) == 2; };
     const Captured stopped = run(quoteArgument(hangs), control);
-    stopper.join();
     EXPECT_TRUE(stopped.result.stopped);
     EXPECT_EQ(stopped.result.status, 0);
     EXPECT_TRUE(eventually([&hangs] { return processesOf(hangs) == 0; }));

@@ -19,5 +19,3 @@ int runHelper(std::vector<std::string> arguments);
 
 /// Starts this program again, with one argument and the same streams, without waiting for it.
 void startBeside(const char* argument);
-/// The number of open handles or descriptors of this process.
-std::size_t countHandles();

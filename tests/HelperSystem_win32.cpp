@@ -7,7 +7,6 @@
 #include <io.h>
 #include <windows.h>
 
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -38,14 +37,4 @@ void startBeside(const char* argument)
         std::_Exit(3);
     CloseHandle(started.hThread);
     CloseHandle(started.hProcess);
-}
-
-std::size_t countHandles()
-{
-    std::size_t count = 0;
-    for (std::uintptr_t value = 4; value < 0x4000; value += 4) {  // handles are multiples of four and the lowest free one is used
-        DWORD flags = 0;
-        count += GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags) != 0;
-    }
-    return count;
 }

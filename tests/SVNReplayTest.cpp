@@ -43,8 +43,7 @@ protected:
     void answerAndPass(const std::string& xml, std::int32_t status = 0)
     {
         answer(xml);
-        addPath(top(), svnType);
-        EXPECT_EQ(waitForPass(top()), status) << xml;
+        EXPECT_EQ(pass(top(), svnType), status) << xml;
     }
     /// A file's record as "LOCAL/REPOSITORY/TOOL".
     std::string record(const std::string& name) const
@@ -85,17 +84,12 @@ TEST_F(SVNReplayTest, SetsAndClearsWhatTheEntriesTell)
                            + "<entry path='" + in("gone") + "'/>" + revisions("ahead", "9", "<commit revision='10'/>")
                            + revisions("behind", "10", "<commit revision='9'/>")
                            + revisions("equal", "9", "<commit revision='9'/>") + revisions("alone", "3", "<commit/>")));
-    EXPECT_EQ(record("ahead"), "/mod/1");
-    EXPECT_EQ(record("behind"), "//1");
-    EXPECT_EQ(record("equal"), "//1");
-    EXPECT_EQ(record("alone"), "/mod/1");
-    EXPECT_EQ(record("a/b"), "mod//1");
-    EXPECT_EQ(record("normal"), "/mod/1");  // the server was not asked
-    EXPECT_EQ(record("added"), "mod/mod/0");
-    EXPECT_EQ(record("newer"), "/mod/1");
-    EXPECT_EQ(record("same"), "mod//1");
-    EXPECT_EQ(record("gone"), "/mod/1");
-    EXPECT_EQ(record("left"), "mod/mod/0");
+    const std::map<std::string, std::string> expected{{"ahead", "/mod/1"},    {"behind", "//1"},     {"equal", "//1"},
+                                                      {"alone", "/mod/1"},    {"a/b", "mod//1"},     {"newer", "/mod/1"},
+                                                      {"added", "mod/mod/0"}, {"left", "mod/mod/0"}, {"gone", "/mod/1"},
+                                                      {"same", "mod//1"},     {"normal", "/mod/1"}};  // the server was not asked
+    for (const auto& [name, wanted] : expected)
+        EXPECT_EQ(record(name), wanted) << name;
     answerAndPass(document(entry("newer", "normal", outdated)));
     EXPECT_EQ(notifications, 1);  // the second pass changed nothing
     answerAndPass(document(entry("newer", "normal") + "<against revision='9'/>"));
@@ -167,8 +161,7 @@ TEST_F(SVNReplayTest, AsksAgainWithoutTheServerWhenThatOneFails)
 {
     answer("<status><target>");
     for (std::size_t count : {2u, 3u}) {
-        addPath(top(), svnType);
-        EXPECT_EQ(waitForPass(top()), -1);
+        EXPECT_EQ(pass(top(), svnType), -1);
         ASSERT_EQ(commands().size(), count);
         EXPECT_EQ(commands().back(), "status --non-interactive --xml --verbose " + top() + " ");
     }

@@ -41,12 +41,6 @@ protected:
         svn("commit --quiet --message y", folder / "other");
     }
 
-    std::int32_t svnPass()
-    {
-        addPath(top.string(), svnType);
-        return waitForPass(top.string());
-    }
-
     TempFolder folder;
     const fs::path top = folder / "a wc & more";
 };
@@ -73,7 +67,7 @@ TEST_F(SVNStatusTest, MarksExactlyTheModifiedFiles)
     before.localStatus = "edit";  // a conflicted file keeps its status
     txVCSetRecord(tamarin::TMString(in("conflicted").c_str()), before);
 
-    EXPECT_EQ(svnPass(), 0);
+    EXPECT_EQ(pass(top.string(), svnType), 0);
     EXPECT_EQ(localStatus(), expected);
     EXPECT_EQ(editor.record(in("newer"))->repositoryStatus, "mod");
     EXPECT_EQ(editor.record(in("normal"))->repositoryStatus, "");
@@ -84,7 +78,7 @@ TEST_F(SVNStatusTest, MarksExactlyTheModifiedFiles)
     svn("update --quiet newer", top);
     expected.erase(in("a b"));
     call("filewatcherStop", {svnType});  // the first pass of a thread asks the server
-    EXPECT_EQ(svnPass(), 0);
+    EXPECT_EQ(pass(top.string(), svnType), 0);
     EXPECT_EQ(localStatus(), expected);
     EXPECT_EQ(editor.record(in("newer"))->repositoryStatus, "");
 }

@@ -3,6 +3,7 @@
 #include "common/CommandQuoting.h"
 #include "common/CommandRunner.h"
 #include "common/cmFile.h"
+#include "common/cmPath.h"
 
 #include <gtest/gtest.h>
 
@@ -78,6 +79,27 @@ bool eventually(const std::function<bool()>& condition, std::chrono::millisecond
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
     }
     return true;
+}
+
+int affordableStarts(int wanted)
+{
+    return cmNativePathStyle == cmPathStyle::windows ? (wanted + 9) / 10 : wanted;
+}
+
+Texts oddFileNames()
+{
+    Texts names{"a b", "-dash", "\xC3\xBC.txt", "it's", "$(touch ran)", "a&b", "50% ^off", "%PATH%", "(x) !y!", "sub/deep"};
+    if (cmNativePathStyle == cmPathStyle::posix)
+        names.insert(names.end(), {"q\"uote", "tab\there", "x -> y", "new\nline", "back\\slash", "a|b"});
+    return names;
+}
+
+Texts oddFolderNames()
+{
+    Texts names{"one & two", "-x", "plain", "a[b]", "100% ^(x)", "\xC3\x9C"};
+    if (cmNativePathStyle == cmPathStyle::posix)
+        names.insert(names.end(), {":(top)", "*"});
+    return names;
 }
 
 std::string git(const fs::path& directory, const Texts& arguments)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/cmSystemPath.h"
+#include "tests/OpenDescriptors.h"
 
 #include <chrono>
 #include <cstddef>
@@ -66,7 +67,6 @@ Texts oddFileNames();
 Texts oddFolderNames();
 
 // The system's view of this process.
-std::size_t openDescriptors();
 std::size_t threadCount();
 /// The number of running processes of the program at `path`; zombies do not count.
 std::size_t processesOf(const std::string& path);

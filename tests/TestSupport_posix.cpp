@@ -12,11 +12,6 @@
 
 namespace {
 
-std::size_t entriesOf(const char* directory)
-{
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(directory), fs::directory_iterator()));
-}
-
 bool isNumber(const std::string& text)
 {
     return std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
@@ -57,17 +52,12 @@ std::vector<pid_t> livingProcesses(const std::string& program)
 
 }  // namespace
 
-std::size_t openDescriptors()
-{
-    return entriesOf("/proc/self/fd");
-}
-
 std::size_t threadCount()
 {
     // A sanitizer starts its own thread together with the first one. Start one now, so that later counts agree.
     static const bool warm = (std::thread([] {}).join(), true);
     static_cast<void>(warm);
-    return entriesOf("/proc/self/task");
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator("/proc/self/task"), {}));
 }
 
 std::size_t processesOf(const std::string& path)
@@ -88,23 +78,7 @@ int runInto(const std::string& program, const std::string& arguments, const fs::
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-Texts oddFileNames()
-{
-    return {"a b",         "q\"uote", "tab\there",    "x -> y", "-dash",    "\xC3\xBC.txt", "new\nline",
-            "back\\slash", "it's",    "$(touch ran)", "a&b|c",  "50% ^off", "sub/deep"};
-}
-
-int affordableStarts(int wanted)
-{
-    return wanted;
-}
-
 std::size_t zombieChildren()
 {
     return findProcesses([](const fs::path& process) { return stateAndParent(process) == std::pair('Z', getpid()); }).size();
-}
-
-Texts oddFolderNames()
-{
-    return {"one & two", "-x", ":(top)", "plain", "a[b]", "*", "100%"};
 }

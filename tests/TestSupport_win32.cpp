@@ -5,28 +5,10 @@
 #include <windows.h>
 
 #include <tlhelp32.h>
-#include <winternl.h>
 
-#include <algorithm>
 #include <array>
-#include <cstddef>
 
 namespace {
-
-// The layout of the system's handle table, and its number in NtQuerySystemInformation.
-struct HandleEntry {
-    void* object;
-    ULONG_PTR process;
-    ULONG_PTR handle;
-    ULONG rest[4];
-};
-struct HandleTable {
-    ULONG_PTR count;
-    ULONG_PTR reserved;
-};
-constexpr ULONG handleTableClass = 64;
-using QuerySystem = NTSTATUS NTAPI(ULONG, void*, ULONG, ULONG*);
-constexpr auto bufferTooSmall = static_cast<NTSTATUS>(0xC0000004);
 
 /// The processes whose program is the file at `path`.
 std::vector<DWORD> livingProcesses(const std::string& path)
@@ -57,21 +39,6 @@ HANDLE inheritableFile(const fs::path& path)
 }
 
 }  // namespace
-
-std::size_t openDescriptors()
-{
-    // GetProcessHandleCount answers 0 under Wine, so the handles are counted in the system's table.
-    auto* query = reinterpret_cast<QuerySystem*>(reinterpret_cast<void (*)()>(&NtQuerySystemInformation));
-    std::vector<std::byte> buffer(std::size_t{1} << 20);
-    NTSTATUS status = 0;
-    ULONG needed = 0;
-    while ((status = query(handleTableClass, buffer.data(), static_cast<ULONG>(buffer.size()), &needed)) == bufferTooSmall)
-        buffer.resize(buffer.size() * 2);
-    const auto* table = reinterpret_cast<const HandleTable*>(buffer.data());
-    const auto* entries = reinterpret_cast<const HandleEntry*>(table + 1);
-    return static_cast<std::size_t>(std::count_if(
-        entries, entries + table->count, [](const HandleEntry& entry) { return entry.process == GetCurrentProcessId(); }));
-}
 
 std::size_t threadCount()
 {
@@ -122,22 +89,7 @@ int runInto(const std::string& program, const std::string& arguments, const fs::
     return static_cast<int>(exitCode);
 }
 
-int affordableStarts(int wanted)
-{
-    return (wanted + 9) / 10;
-}
-
 std::size_t zombieChildren()
 {
     return 0;  // an ended child only leaves a handle, which openDescriptors counts
-}
-
-Texts oddFileNames()
-{
-    return {"a b", "-dash", "\xC3\xBC.txt", "it's", "$(touch ran)", "a&b", "50% ^off", "%PATH%", "(x) !y!", "sub/deep"};
-}
-
-Texts oddFolderNames()
-{
-    return {"one & two", "-x", "plain", "a[b]", "100% ^(x)", "\xC3\x9C"};
 }

@@ -7,9 +7,8 @@
 #include "common/cmStringCatHelper.h"
 #include "common/cmSystemPath.h"
 #include "tests/HelperSystem.h"
+#include "tests/OpenDescriptors.h"
 
-#include <algorithm>
-#include <cctype>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -145,17 +144,12 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
              for (const cmStringT& variable : hostEnvironment())
                  std::cout << variable.c_str() << '\n';
          }},
-        {"count-handles", [](const Arguments&) { std::cout << countHandles(); }},
+        {"count-handles", [](const Arguments&) { std::cout << openDescriptors(); }},
         {"count-input", [](const Arguments&) { std::cout << std::string(std::istreambuf_iterator<char>(std::cin), {}).size(); }},
         {"echo-input",
          [](const Arguments&) {
              std::cout << std::string(std::istreambuf_iterator<char>(std::cin), {});
              std::cerr << "problem\n";
-         }},
-        {"upper",
-         [](const Arguments&) {
-             std::transform(std::istreambuf_iterator<char>(std::cin), {}, std::ostreambuf_iterator<char>(std::cout),
-                            [](char c) { return static_cast<char>(std::toupper(static_cast<unsigned char>(c))); });
          }},
         {"show", [](const Arguments& a) { std::cout << std::ifstream(cmSystemPath(a.at(0))).rdbuf(); }},
         {"mark", [](const Arguments& a) { std::ofstream(cmSystemPath(a.at(0))) << "was here"; }},
@@ -166,7 +160,6 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
              startBeside("hang");
              hang();
          }},
-        {"tool-writes-65000", [](const Arguments&) { writeTo(stdout, pattern(65000)); }},
         {"tool-floods",
          [](const Arguments&) {
              for (const std::string block = pattern(65536);;)
