@@ -2,13 +2,7 @@
 #include "filewatcher/git/GitCommand.h"
 #include "tests/GitStatusFixture.h"
 
-#include <filesystem>
-
-namespace fs = std::filesystem;
-
 namespace {
-
-using Texts = std::vector<std::string>;
 
 /// A value as text. Every element is in brackets, after its key if it has one.
 std::string shown(const VariableValue& value)
@@ -118,7 +112,7 @@ TEST_F(GitQueryTest, BuildsTheHistoryTreeOfAFile)
 
 TEST_F(GitQueryTest, TakesEveryFileNameForAFile)
 {
-    std::vector<std::string> names = oddFileNames();
+    Texts names = oddFileNames();
     names.insert(names.end(), {"main", "HEAD", "^main", "main..HEAD", "gone"});
     commit(names);
     for (const char* name : {"gone", "^main", "main..HEAD"})

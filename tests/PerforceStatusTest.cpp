@@ -1,9 +1,5 @@
 #include "tests/ModuleFixture.h"
 
-#include <filesystem>
-
-namespace fs = std::filesystem;
-
 namespace {
 
 using Tokens = std::map<std::string, std::pair<std::string, std::string>>;
@@ -27,11 +23,7 @@ protected:
         writeFile(folder / (command + ".out"), output);
         writeFile(folder / (command + ".err"), error);
     }
-    std::int32_t perforcePass()
-    {
-        addPath(text(root), perforceType);
-        return waitForPass(text(root));
-    }
+    std::int32_t perforcePass() { return pass(text(root), perforceType); }
     Tokens tokens() const
     {
         Tokens found;

@@ -4,17 +4,13 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <filesystem>
 #include <sstream>
-
-namespace fs = std::filesystem;
 
 namespace {
 
 using Json = nlohmann::json;
-using Words = std::vector<std::string>;
 
-ProgramResult txhost(const Words& arguments)
+ProgramResult txhost(const Texts& arguments)
 {
     return runBuilt("txhost", arguments);
 }
@@ -29,7 +25,7 @@ std::vector<Json> jsonLines(const std::string& text)
 }
 
 /// What txhost prints with --json; it must end with this exit code and print at least one line.
-std::vector<Json> json(Words arguments, int exitCode = 0)
+std::vector<Json> json(Texts arguments, int exitCode = 0)
 {
     arguments.emplace_back("--json");
     const ProgramResult result = txhost(arguments);
@@ -38,7 +34,7 @@ std::vector<Json> json(Words arguments, int exitCode = 0)
     return result.output.empty() ? std::vector<Json>(1) : jsonLines(result.output);
 }
 
-void expectFailure(const Words& arguments, int exitCode, const std::string& error)
+void expectFailure(const Texts& arguments, int exitCode, const std::string& error)
 {
     const ProgramResult result = txhost(arguments);
     EXPECT_EQ(result.exitCode, exitCode) << Json(arguments);
@@ -223,7 +219,7 @@ TEST(Txhost, FetchesTheCommittedRevision)
     makeRepository(folder / "repo", {"docs/a b.txt"});
     const std::string committed = readFile(file);
     writeFile(file, "edited");
-    Words fetch{"livediff", text(file), "--cache", text(folder / "cache")};
+    Texts fetch{"livediff", text(file), "--cache", text(folder / "cache")};
     const Json line = json(fetch).at(0);
     EXPECT_EQ(line["status"], 1);
     EXPECT_EQ(readFile(cmSystemPath(line["cache"].get<std::string>())), committed);
