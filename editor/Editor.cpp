@@ -153,6 +153,11 @@ const std::deque<TreeRow>& Editor::tree() const
     return m_parts->tree.rows();
 }
 
+cmStringT Editor::takeQueryError()
+{
+    return m_parts->queryError.take();
+}
+
 std::size_t Editor::openDocuments() const
 {
     return m_parts->documents.count();

@@ -119,6 +119,8 @@ public:
     void clearRecords(std::int32_t tool);
     /// The rows of the browser tree from the top; valid until the module changes it.
     const std::deque<TreeRow>& tree() const;
+    /// Any thread. Why a query or a fetch has failed since the last call of this; null when none has.
+    cmStringT takeQueryError();
     /// Any thread. How many XML documents are open now; for leak checks.
     std::size_t openDocuments() const;
     /// How many variables exist now, without elements; for leak checks.

@@ -7,6 +7,7 @@
 #include "editor/FunctionTable.h"
 #include "editor/NameTable.h"
 #include "editor/PropertyTable.h"
+#include "editor/QueryError.h"
 #include "editor/VCRecords.h"
 #include "editor/VariableStore.h"
 #include "editor/XMLDocuments.h"
@@ -32,6 +33,7 @@ struct EditorParts {
 
     VCRecords records;
     XMLDocuments documents;
+    QueryError queryError;
     DebugLog log;
     EventLoop loop;
 };

@@ -69,6 +69,11 @@ void txGitLoadEnd(const tamarin::TMString& path, std::int32_t part, std::int32_t
     });
 }
 
+void txQueryError(const cmStringT& reason)
+{
+    onAnyThread([&](EditorParts& editor) { editor.queryError.set(reason); });
+}
+
 std::int32_t txXMLLoadText(const cmStringT& text)
 {
     return onAnyThread([&](EditorParts& editor) { return editor.documents.load(text); });

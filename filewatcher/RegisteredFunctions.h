@@ -11,7 +11,8 @@
 // needs to be valid during the call only. A returned text lies in a static buffer of 1024 bytes that belongs to the function: it
 // is cut off to fit, and valid until the next call of the same function. Variables: arguments of type TXHREFVAR are read or
 // filled through the editor's services. The editor owns them. Codes: StatusCodes.h. A closed feature gate means that
-// txFeatureAvailable answers 0. Time: a call returns at once unless its contract says that it waits.
+// txFeatureAvailable answers 0. Failures are told in words, too: txVCPassError, txGitLoadEnd, txQueryError. Time: a call returns
+// at once unless its contract says that it waits.
 // Memory: no exception leaves a function, a callback or a timer's routine (bridge/EditorEntry.h). One that runs out of memory is
 // given up, and the debug log says so; its contract names the result. What it had begun to fill may be filled in part.
 

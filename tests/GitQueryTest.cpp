@@ -151,11 +151,11 @@ TEST_F(GitQueryTest, TreatsAnErrorAsFatalOnlyWithoutOutput)
     commit({"a"});
     git(top, {"branch", "side"});
     cmStringT output("old");
-    EXPECT_EQ(runGitQuery("\"git\" branch -d side missing", text(top), output), 0);
+    EXPECT_EQ(runGitQuery("\"git\" branch -d side missing", text(top), output).status, 0);
     EXPECT_TRUE(output.view().starts_with("Deleted branch side"));
-    EXPECT_EQ(runGitQuery("\"git\" branch -d missing", text(top), output), -1);
+    EXPECT_EQ(runGitQuery("\"git\" branch -d missing", text(top), output).status, -1);
     EXPECT_EQ(output, "");
-    EXPECT_EQ(runGitQuery(cmROStringT(text(folder / "missing")), text(top), output), -102646);
+    EXPECT_EQ(runGitQuery(cmROStringT(text(folder / "missing")), text(top), output).status, -102646);
     CaptureControl control;
     control.stopRequested = [] { return true; };
     EXPECT_EQ(runGitCommand("\"git\" version", text(top), control, [](cmROStringT) {}).status, -102621);

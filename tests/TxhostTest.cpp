@@ -113,8 +113,12 @@ TEST(Txhost, TellsFailuresAndWrongUsageApart)
     for (const Json& failure : flood)
         EXPECT_EQ(failure["status"], -6657);
     writeFile(folder / "refused" / ".git", "gitdir: /no/where\n");
-    expectFailure({"status", text(folder / "refused")}, 1, ": git: -1, fatal: not a git repository: ");
-    EXPECT_EQ(txhost({"status", text(folder / "refused")}).output, "");  // not "outside"
+    const std::string refused = text(folder / "refused");
+    const std::string file = text(folder / "refused" / "file");
+    for (const Texts& command : {Texts{"status", refused}, {"diff", refused}, {"diff", refused, "HEAD"}, {"history", file}})
+        expectFailure(command, 1, ": git: -1, fatal: not a git repository: ");
+    expectFailure({"livediff", "--cache", text(folder / "cache"), file}, 1, ": fatal: not a git repository: ");
+    EXPECT_EQ(txhost({"status", refused}).output, "");  // not "outside"
 }
 
 TEST(Txhost, ShowsHistoryDifferencesAndCommits)

@@ -150,6 +150,10 @@ TXAPI void txVCPassEnd(const tamarin::TMString& path, std::int32_t status);
 /// `status` is 0, or the negative code of what failed; what could be read is shown all the same. `message` tells a person why;
 /// it is empty with the status 0, and with -1 for commits when there are none. A load that is closed or replaced tells nothing.
 TXAPI void txGitLoadEnd(const tamarin::TMString& path, std::int32_t part, std::int32_t status, const tamarin::TMString& message);
+/// Tells the editor why a query of the Git browser or a fetch for live diff has failed, or lacks a part of its answer, in the
+/// words of the tool or of the system. Called at most once each, before its result can be seen. A code that tells all (no memory,
+/// no feature, nothing differs) comes without it.
+TXAPI void txQueryError(const cmStringT& reason);
 
 // --- XML; any thread ------------------------------------------------------------------------------------------
 //

@@ -1,5 +1,3 @@
-#include "common/CommandQuoting.h"
-#include "common/CommandRunner.h"
 #include "common/cmStringCatHelper.h"
 #include "txhost/Browser.h"
 #include "txhost/Commands.h"
@@ -12,23 +10,7 @@
 
 namespace {
 
-constexpr std::int32_t statusGitFailed = -1;  // also returned when nothing differs from the revision
-
-/// Whether git finds no difference between the revision and the files in `directory`. The module's -1 alone can be a failure,
-/// too.
-bool isEqual(const Host& host, const cmStringT& directory, const cmStringT& revision)
-{
-    if (revision.isEmpty() || revision.view().starts_with('-'))
-        return false;
-    bool anyOutput = false;
-    const cmStringT command = cmCat("\"") + host.programPath(gitTool) + "\" --no-pager diff --name-only --no-ext-diff "
-                              + quoteArgument(revision) + " -- " + quoteArgument(directory);
-    const CaptureResult result =
-        captureCommand(command, spawnScannedCommand, directory, {}, [&anyOutput](cmROStringT) { anyOutput = true; });
-    const cmROStringT error = result.errorOutput;  // a warning may stand there
-    return result.status == 0 && !anyOutput && error.find("fatal:") == cmROStringT::npos
-           && error.find("error:") == cmROStringT::npos;
-}
+constexpr std::int32_t statusGitFailed = -1;  // or nothing differs: then no reason is told
 
 /// Turns every empty list into an array: the module writes no elements into an empty list, so its variable is no array.
 void makeListsArrays(Json& table)
@@ -90,23 +72,18 @@ int runDiff(const HostOptions& options, const std::string& repository)
     const std::int32_t status =
         callInterruptibly(host, "_GitGetDiffInfo",
                           {path, host.programPath(gitTool), CallArgument::variable(variable), cmStringT(options.revision)});
-    const cmStringT toolError = host.lastToolError();
-    const bool equal = status == statusGitFailed && toolError.isNull() && isEqual(host, path, cmStringT(options.revision));
-    if (status != 0 && !equal) {
-        printFailure(path, {gitTool.name, status, toolError}, options.json);
-        return 1;
-    }
-    if (equal) {
+    const cmStringT reason = host.editor().takeQueryError();
+    if (status == statusGitFailed && reason.isNull()) {
         if (options.json)
             console::printLine("{}");
         return 0;
     }
-    VariableJson value(*host.editor().value(variable));
-    Json& table = *value;
-    if (const std::string directory(path.view()); options.revision.empty() && !table.at(directory).contains("local")) {
-        printFailure(path, {gitTool.name, statusGitFailed, host.firstToolError()}, options.json);
+    if (status != 0 || !reason.isNull()) {
+        printFailure(path, {gitTool.name, status != 0 ? status : statusGitFailed, reason}, options.json);
         return 1;
     }
+    VariableJson value(*host.editor().value(variable));
+    Json& table = *value;
     makeListsArrays(table);
     if (options.json) {
         console::printLine(jsonText(table));

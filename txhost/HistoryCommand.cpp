@@ -85,7 +85,7 @@ int runHistory(const HostOptions& options, const std::string& file)
                           {path, host.programPath(gitTool), CallArgument::variable(tree), cmStringT(options.revision),
                            options.newest ? 1 : 0, options.follow ? 1 : 0, options.working ? 1 : 0});
     if (status != 0) {
-        printFailure(path, {gitTool.name, status, host.lastToolError()}, options.json);
+        printFailure(path, {gitTool.name, status, host.editor().takeQueryError()}, options.json);
         return 1;
     }
     VariableJson value(*host.editor().value(tree));

@@ -59,11 +59,8 @@ Host::Host(const HostOptions& options) : m_options(options)
         m_editor.setSetting(tool->showFileStatusSetting, 1);
     }
     m_editor.setSetting(txVCMaxOutputSetting, options.maxStatusOutput);
-    m_editor.setDebugSink([this](cmROStringT line) {
-        recordToolError(line);
-        if (m_options.debug)
-            console::printErrorLines(line);
-    });
+    if (options.debug)
+        m_editor.setDebugSink(&console::printErrorLines);
     m_directory = options.cache.empty() ? privateDirectory() : cmStringT(options.cache);
     m_editor.setDirectory(m_directory);
     m_editor.defineClass("SVCHistoryInfo", {"revision", "author", "date", "comment", "affectedFilesDetails", "picIndex",
@@ -96,38 +93,6 @@ void Host::requireTool(const Tool& tool) const
                                   : "no program that can be started: " + named);
 }
 
-void Host::recordToolError(cmROStringT debugLine)
-{
-    constexpr cmROStringT placeEnd = "): ";  // ends the function name and line number at the start of a line
-    const std::size_t place = debugLine.find(placeEnd);
-    if (place == cmROStringT::npos)
-        return;
-    const bool isQuery = debugLine.starts_with("runGitQuery(");
-    debugLine.remove_prefix(place + placeEnd.size());
-    const cmROStringT message = cmTakeUntil(debugLine, '\n');
-    cmMutexLock hold(m_toolErrorLock);
-    if (isQuery && !message.starts_with("status=-1 "))
-        m_lastToolError = {};  // a later command of the query succeeded, or failed for another reason
-    const bool isError = message.starts_with("fatal:") || message.starts_with("error:");
-    if (!isError || message.find("does not have any commits yet") != cmROStringT::npos)
-        return;
-    m_lastToolError = message;
-    if (m_firstToolError.isNull())
-        m_firstToolError = message;
-}
-
-cmStringT Host::firstToolError()
-{
-    cmMutexLock hold(m_toolErrorLock);
-    return m_firstToolError;
-}
-
-cmStringT Host::lastToolError()
-{
-    cmMutexLock hold(m_toolErrorLock);
-    return m_lastToolError;
-}
-
 std::int32_t Host::call(cmROStringT name, const cmArray<CallArgument>& arguments)
 {
     const CallResult result = m_editor.call(name, arguments);
@@ -146,7 +111,7 @@ cmStringT meaningOfStatus(std::int32_t status)
     case -6657: return "the tool wrote more than the limit (--max-output); its file status is switched off";
     case -102621: return "stopped";
     case -102646: return "the tool could not be started (--debug tells why)";
-    case -102696: return "no pipe could be made";
+    case -102696: return "a pipe could not be made or read";
     case -104360: return "another revision is being fetched";
     case -104357:
     case -104370: return "the committed revision could not be fetched or stored (--debug tells why)";

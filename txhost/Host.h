@@ -1,7 +1,6 @@
 #pragma once
 
 #include "common/cmDictionary.h"
-#include "common/cmMutex.h"
 #include "common/cmString.h"
 #include "editor/Editor.h"
 #include "txhost/HostSystem.h"
@@ -63,26 +62,14 @@ public:
     /// The absolute path of the tool's program; null when there is none.
     const cmStringT& programPath(const Tool& tool) const { return m_programs.at(tool.number); }
 
-    /// The first line of the last error message that a version-control tool wrote; null when there was none. That a branch has no
-    /// commits yet is no error.
-    cmStringT lastToolError();
-    /// The first such line of this host, whatever succeeded later.
-    cmStringT firstToolError();
-
     /// Calls a registered function. Returns its integer result, or 0 when it has none. Throws HostError when there is no function
     /// of that name or the arguments do not suit it.
     std::int32_t call(cmROStringT name, const cmArray<CallArgument>& arguments);
 
 private:
-    /// Called with each line of the debug log, on the thread that logs.
-    void recordToolError(cmROStringT debugLine);
-
     HostOptions m_options;
     cmDictionary<std::int32_t, cmStringT> m_programs;  ///< absolute path by tool number; null when not found
     cmStringT m_directory;
-    cmMutex m_toolErrorLock;
-    cmStringT m_lastToolError CM_GUARDED_BY(m_toolErrorLock);
-    cmStringT m_firstToolError CM_GUARDED_BY(m_toolErrorLock);
     Editor m_editor;
     SharedLibrary m_module;
 };

@@ -62,16 +62,14 @@ LiveDiffFile fetchLiveDiff(Host& host, const cmStringT& file, bool immediate, co
     txHvarFree(cache);
     if (started > 0)
         throw HostError("the module could not start its thread for live diff");
-    if (started != 0) {
-        fetched.status = started;
-        return fetched;
-    }
-    host.editor().runUntil(
-        [&] {
-            fetched.status = host.call("_SVCLiveDiffHaveVCFile", {fetched.cacheFile});
-            return fetched.status != 0 || console::wasInterrupted();
-        },
-        -1);
+    fetched.status = started;
+    const auto ended = [&] {
+        fetched.status = host.call("_SVCLiveDiffHaveVCFile", {fetched.cacheFile});
+        return fetched.status != 0 || console::wasInterrupted();
+    };
+    if (started == 0)
+        host.editor().runUntil(ended, -1);
+    fetched.reason = host.editor().takeQueryError();
     return fetched;
 }
 
@@ -93,6 +91,7 @@ int runLiveDiff(const HostOptions& options, const std::string& named, const std:
     if (fetched.status == 1 && !options.json)
         console::printLine(console::printable(fetched.cacheFile));
     if (fetched.status != 1)
-        console::printError(failureText(path, fetched.status));
+        console::printError(fetched.reason.isNull() ? failureText(path, fetched.status)
+                                                    : cmStringT(cmCat(path) + ": " + fetched.reason));
     return fetched.status == 1 ? 0 : 1;
 }

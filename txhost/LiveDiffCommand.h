@@ -7,6 +7,7 @@
 /// The result of fetching a file's committed revision.
 struct LiveDiffFile {
     cmStringT cacheFile;      ///< path of the cache file; null when the module refused
+    cmStringT reason;         ///< of a failure, in words; null when its status tells all
     std::int32_t status = 0;  ///< 1: the cache file holds the revision; negative: a failure; 0: interrupted by Ctrl-C
 };
 

@@ -83,7 +83,7 @@ int runShow(const HostOptions& options, const std::string& repository)
     interrupts->check();
     interrupts.reset();
     if (status != 0) {
-        printFailure(path, {gitTool.name, status, host.lastToolError()}, options.json);
+        printFailure(path, {gitTool.name, status, host.editor().takeQueryError()}, options.json);
         return 1;
     }
     VariableJson value(*host.editor().value(variable));

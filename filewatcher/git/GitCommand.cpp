@@ -5,6 +5,7 @@
 #include "filewatcher/bridge/DebugLog.h"
 #include "filewatcher/bridge/LoggedCapture.h"
 #include "filewatcher/bridge/ToolErrors.h"
+#include "txapi/txapi.h"
 
 #include <string>
 
@@ -38,18 +39,36 @@ bool isUnbornBranch(const GitOutcome& outcome)
     return outcome.sentence.view().find("does not have any commits yet") != cmROStringT::npos;
 }
 
-std::int32_t runGitQuery(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output)
+GitOutcome runGitQuery(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output)
 {
     output.clear();
     const auto append = [&output](cmROStringT bytes) { output += bytes; };
-    const GitOutcome outcome = runGitCommand(commandLine, workingDirectory, {}, append);
-    if (outcome.status != 0)  // in the whole message other lines may stand before it
-        debugLog("runGitQuery", __LINE__, outcome.sentence);
+    GitOutcome outcome = runGitCommand(commandLine, workingDirectory, {}, append);
     debugLog("runGitQuery", __LINE__, cmStringT(cmCat("status=") + std::to_string(outcome.status) + " " + commandLine));
+    return outcome;
+}
+
+GitOutcome readTopLevel(cmROStringT gitExePath, cmROStringT directory, cmStringT& top)
+{
+    cmStringT output;
+    GitOutcome outcome = runGitQuery(cmStringT(cmCat(quotedGit(gitExePath)) + " rev-parse --show-toplevel"), directory, output);
+    top = outcome.status == 0 ? cmWithoutLineEnd(output) : "";
+    return outcome;
+}
+
+std::int32_t endGitQuery(const GitOutcome& outcome)
+{
+    if (outcome.status != 0 && !outcome.sentence.isEmpty())
+        txQueryError(outcome.sentence);
     return outcome.status;
 }
 
 bool isGitOption(cmROStringT revision)
 {
     return revision.starts_with('-');
+}
+
+std::int32_t refuseGitOption(cmROStringT revision)
+{
+    return endGitQuery({statusGitFailed, cmCat("not a revision: ") + revision});
 }

@@ -27,7 +27,15 @@ bool isUnbornBranch(const GitOutcome& outcome);
 
 /// runGitCommand without a way to stop it, for queries that the editor waits for. Replaces `output` by git's standard output,
 /// whatever the result, and writes the result to the debug log.
-std::int32_t runGitQuery(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output);
+GitOutcome runGitQuery(cmROStringT commandLine, cmROStringT workingDirectory, cmStringT& output);
+
+/// Finds the top level of the working copy that holds `directory`, as git writes it (with slashes). `top` is empty on failure.
+GitOutcome readTopLevel(cmROStringT gitExePath, cmROStringT directory, cmStringT& top);
+
+/// Ends a query: tells the editor why it has failed, if it has and that is known in words, and returns its status.
+std::int32_t endGitQuery(const GitOutcome& outcome);
 
 /// Whether git would take `revision` for an option. A query refuses such a revision, since an option can write files.
 bool isGitOption(cmROStringT revision);
+/// Ends a query that was asked for such a revision.
+std::int32_t refuseGitOption(cmROStringT revision);

@@ -8,16 +8,18 @@
 #include "filewatcher/bridge/DebugLog.h"
 #include "filewatcher/bridge/LoggedCapture.h"
 #include "filewatcher/bridge/ToolErrors.h"
+#include "txapi/txapi.h"
 
 #include <exception>
+#include <optional>
 
 namespace {
 
 cmMutex tableLock;
 cmDictionary<cmStringT, std::int64_t> statusTable CM_GUARDED_BY(tableLock);
 
-/// Returns whether the cache file holds the command's output.
-bool fetchIntoFile(const LiveDiffRequest& request, const CaptureControl& control)
+/// Stores the command's output in the cache file. Returns why that failed, in words; nothing on success.
+std::optional<cmStringT> fetchIntoFile(const LiveDiffRequest& request, const CaptureControl& control)
 {
     cmFileReplacement file(request.cacheFile);
     bool anyOutput = false;
@@ -27,29 +29,34 @@ bool fetchIntoFile(const LiveDiffRequest& request, const CaptureControl& control
     };
     const CaptureResult result = captureLogged("fetchLiveDiffFile", __LINE__, request.commandLine, spawnScannedCommand,
                                                request.workingDirectory, control, keep);
-    const bool isFatal = result.errorOutput.view().find("fatal:") != cmROStringT::npos;
-    if (result.status != 0 || isFatal || (!anyOutput && hasSvnError(result.errorOutput))) {
-        debugLog("fetchLiveDiffFile", __LINE__, cmStringT(cmCat("cannot fetch ") + request.file));
-        return false;
-    }
-    if (file.finish())
-        return true;
-    debugLog("fetchLiveDiffFile", __LINE__, cmStringT(cmCat("cannot write ") + request.cacheFile));
-    return false;
+    if (result.status != 0)
+        return result.failure;
+    const cmROStringT error = result.errorOutput;
+    if (error.find("fatal:") != cmROStringT::npos || (!anyOutput && hasSvnError(error)))
+        return toolSentence(error);
+    if (!file.finish())
+        return cmCat("cannot write ") + request.cacheFile;
+    return std::nullopt;
 }
 
 }  // namespace
 
 std::int32_t fetchLiveDiffFile(const LiveDiffRequest& request, const CaptureControl& control, std::int32_t failure)
 {
-    bool fetched = false;
+    std::optional<cmStringT> reason;
     try {
-        fetched = fetchIntoFile(request, control);
+        reason = fetchIntoFile(request, control);
     } catch (const std::exception& error) {
-        debugLog("fetchLiveDiffFile", __LINE__, error.what());
+        reason = error.what();
     }
-    setLiveDiffStatus(request.cacheFile, fetched ? liveDiffReady : failure);
-    return fetched ? 0 : failure;
+    if (!reason) {
+        setLiveDiffStatus(request.cacheFile, liveDiffReady);
+        return 0;
+    }
+    debugLog("fetchLiveDiffFile", __LINE__, cmStringT(cmCat("cannot fetch ") + request.file + ": " + *reason));
+    txQueryError(*reason);
+    setLiveDiffStatus(request.cacheFile, failure);
+    return failure;
 }
 
 std::int64_t liveDiffStatus(cmROStringT cacheFile)

@@ -51,14 +51,14 @@ std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR
         return statusFeatureUnavailable;
     const cmStringT revision(hash);
     if (isGitOption(revision))
-        return statusGitFailed;
+        return refuseGitOption(revision);
     const bool isWorkingCopy = revision.isEmpty();  // without a commit git would show HEAD
     std::int32_t status = 0;
     cmStringT output("");
     if (!isWorkingCopy) {
         const cmStringT commandLine = cmCat(quotedGit(git)) + " --no-pager show --name-only -m \"--pretty=format:"
                                       + gitCommitFormat + "\" " + quoteArgument(revision);
-        status = runGitQuery(commandLine, repository, output);
+        status = endGitQuery(runGitQuery(commandLine, repository, output));
     }
     GitBranchesModel* model = GitBranchesModel::instance(false);
     GitCommitInfo commit;

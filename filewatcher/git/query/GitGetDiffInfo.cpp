@@ -15,35 +15,47 @@ namespace {
 /// working directory.
 constexpr cmROStringT plainDiffOptions = "--no-ext-diff --no-textconv --no-color --relative ";
 
+/// Why git's diff has failed. In a directory that git refuses, or outside a repository, it compares paths and complains of its
+/// arguments: the query for the top level tells more.
+GitOutcome diffFailure(cmROStringT directory, cmROStringT git, const GitOutcome& outcome)
+{
+    cmStringT top;
+    const GitOutcome refusal = outcome.status == statusGitFailed ? readTopLevel(git, directory, top) : GitOutcome();
+    return refusal.status == statusGitFailed ? refusal : outcome;
+}
+
 /// Replaces `files` by those of the whole working copy around `directory` that differ from the index or, with `staged`, by those
-/// in the index that differ from HEAD: paths from the top level, with slashes. Returns 0 or the status of the command; `files` is
-/// then unchanged.
-std::int32_t listChangedFiles(cmROStringT directory, cmROStringT git, cmArray<cmStringT>& files, bool staged)
+/// in the index that differ from HEAD: paths from the top level, with slashes. On failure `files` is unchanged.
+GitOutcome listChangedFiles(cmROStringT directory, cmROStringT git, cmArray<cmStringT>& files, bool staged)
 {
     cmStringT output;
     const cmStringT commandLine =
         cmCat(quotedGit(git)) + " --no-pager diff " + " " + " --name-only" + (staged ? " --cached" : "");
-    const std::int32_t status = runGitQuery(commandLine, cmNativeSeparators(directory), output);
-    if (status != 0)
-        return status;
+    const GitOutcome outcome = runGitQuery(commandLine, cmNativeSeparators(directory), output);
+    if (outcome.status != 0)
+        return outcome;
+    if (!output.isEmpty() && !output.view().ends_with('\n'))
+        return {statusGitFailed, "git's output breaks off"};
     files.clear();
     for (cmROStringT rest = output; !rest.empty() && rest.front() != '\n';)
         files.push_back(gitNameOnLine(cmWithoutLineEnd(cmTakeUntil(rest, '\n'))));
-    return 0;
+    return {};
 }
 
 /// Reads both lists before it stores either: outside a repository only the second command fails, and the table must then stay as
-/// it was.
+/// it was. Returns the status of the second; the first one's failure is told, too.
 std::int32_t storeChangedFiles(TXPSZ repository, TXPSZ git, TXHVAR table)
 {
     cmArray<cmStringT> local;
     cmArray<cmStringT> staged;
-    const std::int32_t localStatus = listChangedFiles(repository, git, local, false);
-    const std::int32_t status = listChangedFiles(repository, git, staged, true);
-    if (status != 0)
-        return status;
+    const GitOutcome localOutcome = listChangedFiles(repository, git, local, false);
+    const GitOutcome stagedOutcome = listChangedFiles(repository, git, staged, true);
+    if (const GitOutcome& failed = localOutcome.status != 0 ? localOutcome : stagedOutcome; failed.status != 0)
+        endGitQuery(diffFailure(repository, git, failed));
+    if (stagedOutcome.status != 0)
+        return stagedOutcome.status;
     const TXHVAR element = madeElement(table, repository);
-    if (localStatus == 0)
+    if (localOutcome.status == 0)
         storeTexts(madeElement(element, "local"), local);
     storeTexts(madeElement(element, "staged"), staged);
     return 0;
@@ -76,18 +88,21 @@ bool isPathIn(cmROStringT directory, cmROStringT text)
 
 /// Runs the diff with the repository before the revision, the order that is kept for compatibility. git expects the revision
 /// first and refuses the other order; then the diff runs again in git's own order. A revision that is also a path would make the
-/// first order a comparison of two paths, so it is left out. Returns statusGitFailed when nothing differs.
-std::int32_t runDiff(cmROStringT repository, cmROStringT git, cmROStringT revision, cmStringT& output)
+/// first order a comparison of two paths, so it is left out. When nothing differs, the status is statusGitFailed without a
+/// sentence.
+GitOutcome runDiff(cmROStringT repository, cmROStringT git, cmROStringT revision, cmStringT& output)
 {
     const cmStringT command = cmCat(quotedGit(git)) + " --no-pager diff ";
     const cmStringT path = quoteArgument(repository);
     const cmStringT commit = quoteArgument(revision);
-    std::int32_t status = statusGitFailed;
+    GitOutcome outcome{statusGitFailed, {}};
     if (!isPathIn(repository, revision))
-        status = runGitQuery(cmStringT(cmCat(command) + path + " " + commit), repository, output);
-    if (status == statusGitFailed)
-        status = runGitQuery(cmStringT(cmCat(command) + plainDiffOptions + commit + " -- " + path), repository, output);
-    return status == 0 && output.isEmpty() ? statusGitFailed : status;
+        outcome = runGitQuery(cmStringT(cmCat(command) + path + " " + commit), repository, output);
+    if (outcome.status == statusGitFailed)
+        outcome = runGitQuery(cmStringT(cmCat(command) + plainDiffOptions + commit + " -- " + path), repository, output);
+    if (outcome.status != 0)
+        return diffFailure(repository, git, outcome);
+    return {output.isEmpty() ? statusGitFailed : 0, {}};
 }
 
 }  // namespace
@@ -100,11 +115,11 @@ std::int32_t gitGetDiffInfo(TXPSZ repository, TXPSZ git, TXHREFVAR result, TXPSZ
     if (commit.isEmpty())
         return storeChangedFiles(repository, git, result);
     if (isGitOption(commit))
-        return statusGitFailed;
+        return refuseGitOption(commit);
     cmStringT output;
-    const std::int32_t status = runDiff(repository, git, commit, output);
-    if (status != 0)
-        return status;
+    const GitOutcome outcome = runDiff(repository, git, commit, output);
+    if (outcome.status != 0)
+        return endGitQuery(outcome);
     for (const GitDiffFile& file : parseGitDiff(output))
         storeFile(result, cmNativeSeparators(repository), file);
     return 0;

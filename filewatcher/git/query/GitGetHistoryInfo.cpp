@@ -13,18 +13,6 @@
 
 namespace {
 
-/// Finds the top level of the working copy that holds `path`, as git writes it (with slashes). Returns 0 or the status of the
-/// command; `root` is then unchanged.
-std::int32_t readRepositoryRoot(cmROStringT path, cmROStringT git, cmStringT& root)
-{
-    cmStringT output;
-    const std::int32_t status =
-        runGitQuery(cmStringT(cmCat(quotedGit(git)) + " rev-parse --show-toplevel"), cmDirectoryOf(path), output);
-    if (status == 0)
-        root = cmStringT(cmWithoutLineEnd(output));
-    return status;
-}
-
 /// Whether git could parse a lone file name as an option or as revisions, without checking that the file exists.
 bool isAmbiguousAlone(cmROStringT name)
 {
@@ -33,16 +21,18 @@ bool isAmbiguousAlone(cmROStringT name)
 
 /// Runs the log. For a lone name git checks whether it is a file or a revision, and refuses a name that is both or neither (a
 /// deleted file). The log then runs again with "--" before the name, which marks it as a path.
-std::int32_t runHistoryLog(cmROStringT command, cmROStringT revision, cmROStringT file, cmStringT& output)
+GitOutcome runHistoryLog(cmROStringT command, cmROStringT revision, cmROStringT file, cmStringT& output)
 {
     const cmROStringT directory = cmDirectoryOf(file);
     const cmStringT name = quoteArgument(cmFileNameOf(file));
     if (!revision.empty())
         return runGitQuery(cmStringT(cmCat(command) + quoteArgument(revision) + " -- " + name), directory, output);
-    std::int32_t status = statusGitFailed;
-    if (!isAmbiguousAlone(cmFileNameOf(file)))
-        status = runGitQuery(cmStringT(cmCat(command) + name), directory, output);
-    return status == statusGitFailed ? runGitQuery(cmStringT(cmCat(command) + "-- " + name), directory, output) : status;
+    if (!isAmbiguousAlone(cmFileNameOf(file))) {
+        GitOutcome outcome = runGitQuery(cmStringT(cmCat(command) + name), directory, output);
+        if (outcome.status != statusGitFailed)
+            return outcome;
+    }
+    return runGitQuery(cmStringT(cmCat(command) + "-- " + name), directory, output);
 }
 
 /// The path of `file` relative to the top level `root`, with slashes. git resolves the links in `root`, so the real path of the
@@ -67,18 +57,18 @@ std::int32_t gitGetHistoryInfo(TXPSZ file, TXPSZ git, TXHREFVAR result, TXPSZ re
                                std::int32_t follow, std::int32_t workingFile)
 {
     if (isGitOption(revision))
-        return statusGitFailed;
+        return refuseGitOption(revision);
     cmStringT root;
-    std::int32_t status = readRepositoryRoot(file, git, root);
-    if (status != 0)
-        return status;
+    GitOutcome outcome = readTopLevel(git, cmDirectoryOf(file), root);
+    if (outcome.status != 0)
+        return endGitQuery(outcome);
     const cmStringT command = cmCat(quotedGit(git)) + " --no-pager log --date=iso --date-order --name-only "
                               + (newestOnly ? "--max-count=1 " : "") + (follow ? "--follow " : "")
                               + " \"--pretty=format:" + gitHistoryFormat + "\" ";
     cmStringT output;
-    status = runHistoryLog(command, revision, file, output);
-    if (status != 0)
-        return status;
+    outcome = runHistoryLog(command, revision, file, output);
+    if (outcome.status != 0)
+        return endGitQuery(outcome);
     cmArray<GitHistoryRecord> records;
     if (!output.isEmpty() && workingFile)
         records.push_back(workingFileRecord());
