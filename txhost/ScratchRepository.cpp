@@ -7,13 +7,35 @@
 
 #include <fstream>
 #include <random>
+#include <system_error>
+#include <utility>
 
 namespace fs = std::filesystem;
 
-ScratchRepository::ScratchRepository(const cmStringT& git) : m_git(git)
+namespace {
+
+fs::path newFolder()
 {
     std::random_device random;
-    m_folder = cmSystemPath(cmRealPath(cmPathText(fs::temp_directory_path()))) / ("filewatcher-tour-" + std::to_string(random()));
+    const fs::path folder =
+        cmSystemPath(cmRealPath(cmPathText(fs::temp_directory_path()))) / ("filewatcher-tour-" + std::to_string(random()));
+    std::error_code error;
+    if (!fs::create_directories(folder, error))
+        throw HostError(cmPathText(folder).c_str() + (": " + error.message()));
+    return folder;
+}
+
+}  // namespace
+
+ScratchRepository::ScratchRepository(const cmStringT& git) : ScratchRepository(git, newFolder())
+{
+    fill();  // the folder has an owner by now: a failure removes it
+}
+
+ScratchRepository::ScratchRepository(const cmStringT& git, fs::path folder) : m_git(git), m_folder(std::move(folder)) {}
+
+void ScratchRepository::fill()
+{
     fs::create_directories(m_folder / "repository" / "docs & notes");
     fs::create_directories(m_folder / "outside");
     runGit("init --quiet");
@@ -45,5 +67,5 @@ void ScratchRepository::runGit(const std::string& arguments)
     const cmStringT command = cmCat("\"") + m_git + "\" " + arguments;
     const CaptureResult result = captureCommand(command, spawnPlainCommand, path(), {}, [](cmROStringT) {});
     if (result.status != 0 || result.errorOutput.view().find("fatal:") != cmROStringT::npos)
-        throw HostError("git " + arguments + ": " + result.failure.c_str() + result.errorOutput.c_str());
+        throw HostError("git " + arguments + ": " + result.failure.c_str() + std::string(cmWithoutLineEnd(result.errorOutput)));
 }

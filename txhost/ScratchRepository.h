@@ -27,8 +27,12 @@ public:
     void writeFile(const std::string& name, const std::string& text);
 
 private:
+    /// Has a folder and nothing in it.
+    ScratchRepository(const cmStringT& git, std::filesystem::path folder);
+
+    void fill();
     void runGit(const std::string& arguments);
 
-    cmStringT m_git;
-    std::filesystem::path m_folder;
+    const cmStringT m_git;
+    const std::filesystem::path m_folder;
 };

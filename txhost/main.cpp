@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <exception>
 #include <functional>
-#include <iostream>
 #include <limits>
 #include <sstream>
 #include <string>
@@ -69,10 +68,14 @@ public:
             for (auto& [tool, program] : m_options.programs)
                 removeGuard(program);
         } catch (const CLI::ParseError& error) {
+            std::ostringstream help;
             std::ostringstream complaint;
-            const int code = m_app.exit(error, std::cout, complaint);
-            console::printErrorLines(complaint.str());
-            return code == 0 ? 0 : exitUsage;
+            if (m_app.exit(error, help, complaint) != 0) {
+                console::printErrorLines(complaint.str());
+                return exitUsage;
+            }
+            console::printLine(cmWithoutLineEnd(help.str()));
+            return console::isOutputComplete() ? 0 : exitFailure;
         }
         try {
             const int exitCode = m_run();
