@@ -43,6 +43,10 @@ public:
     /// Ends the child and the processes that it has started: on Windows its job, elsewhere all that endProcessFamily finds. Does
     /// not wait.
     void terminate();
+    /// In words, how the child came to an end that was not its own: a signal, on Windows a status of the system (a crash,
+    /// Ctrl-C). Null when it has ended by itself, with whatever exit code, when it still runs, and when the system cannot tell:
+    /// the host may have reaped it.
+    cmStringT abnormalEnd() const;
     /// Releases the child and clears the record. Waits up to 50 ms for a child that was terminated, otherwise not at all.
     void close();
     /// isRunning and dataAvailable of both pipes in one call. Never blocks.

@@ -8,6 +8,8 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
+#include <string>
 #include <utility>
 
 // The handle of a child is its pidfd. It is ChildProcess::none for a child that the host had reaped before it could get one.
@@ -37,15 +39,6 @@ bool hasEnded(std::intptr_t handle)
     return handle == ChildProcess::none || pollSources(child, {}) == 1;
 }
 
-/// Whether the child, running or ended, is not reaped yet. Only then do its number and its group surely belong to it.
-bool isUnreaped(std::intptr_t handle)
-{
-    siginfo_t info{};
-    return !hasEnded(handle)
-           || (handle != ChildProcess::none
-               && waitid(P_PIDFD, static_cast<id_t>(handle), &info, WEXITED | WNOHANG | WNOWAIT) == 0);
-}
-
 /// The child comes first: the kernel checks the descriptors in order. It skips negative ones.
 std::array<pollfd, 3> activitySources(std::intptr_t child, const ChildPipe& output, const ChildPipe& error)
 {
@@ -64,9 +57,18 @@ void ChildProcess::terminate()
 {
     if (!valid)
         return;
-    if (isUnreaped(handle))
+    if (handle != none)
         endProcessFamily(static_cast<int>(handle), static_cast<int>(processId));
     terminated = true;
+}
+
+cmStringT ChildProcess::abnormalEnd() const
+{
+    siginfo_t end{};
+    if (handle == none || waitid(P_PIDFD, static_cast<id_t>(handle), &end, WEXITED | WNOHANG | WNOWAIT) != 0)
+        return {};
+    const bool killed = end.si_code == CLD_KILLED || end.si_code == CLD_DUMPED;
+    return killed ? cmStringT("the tool was killed (signal " + std::to_string(end.si_status) + ")") : cmStringT();
 }
 
 void ChildProcess::close()

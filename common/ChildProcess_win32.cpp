@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <utility>
 
 namespace {
@@ -59,6 +60,19 @@ void ChildProcess::terminate()
         TerminateProcess(process, 0);
         CloseHandle(process);
     }
+}
+
+cmStringT ChildProcess::abnormalEnd() const
+{
+    // The exit codes that the system gives: its own errors and exceptions. A tool's own -1 lies above.
+    constexpr DWORD firstFailure = 0xC0000000;
+    constexpr DWORD firstOwn = 0xF0000000;
+    DWORD code = 0;
+    if (!valid || !GetExitCodeProcess(native(handle), &code) || code < firstFailure || code >= firstOwn)
+        return {};
+    char text[40];
+    std::snprintf(text, sizeof text, "the tool crashed (0x%08lX)", static_cast<unsigned long>(code));
+    return text;
 }
 
 void ChildProcess::close()

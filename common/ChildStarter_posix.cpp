@@ -151,7 +151,7 @@ bool ChildStarter::start(ChildProcess& process, cmStringT& detail) const
     pid_t child = 0;
     int error = plan.start(child, interpreter ? interpreterPath : program.c_str(), argumentList, variableList);
     if (error == 0) {
-        process.handle = openProcessHandle(child);
+        process.handle = openChildHandle(child);
         if (process.handle == ChildProcess::none && errno != ESRCH) {  // ESRCH: it has ended and the host has reaped it
             error = errno;
             endAtOnce(child);

@@ -78,6 +78,9 @@ public:
             }
             while (m_result.errorOutput.length() < CaptureReadChunk && readWaitingError()) {
             }
+            const bool isOurEnd = m_result.stopped || m_result.status != 0;
+            if (const cmStringT end = isOurEnd ? cmStringT() : m_process.abnormalEnd(); !end.isNull())
+                fail(end);
         } catch (...) {
             m_process.terminate();
             throw;

@@ -28,11 +28,12 @@ struct CaptureControl {
 
 struct CaptureResult {
     /// 0 when the command was started and its output is complete or was stopped; statusOutputLimit when it wrote too much;
-    /// cmStatusPipeFailed when its output could not be read to the end; otherwise why it could not be started.
+    /// cmStatusPipeFailed when its output could not be read to the end, or the command was killed or crashed before it came to
+    /// its own end (the exit code of one that did is not read); otherwise why it could not be started.
     std::int32_t status = 0;
     bool stopped = false;   ///< whether `stopRequested` ended the capture
     cmStringT errorOutput;  ///< the first CaptureReadChunk bytes of standard error
-    cmStringT failure;      ///< in words, why the command could not be started or its output could not be read
+    cmStringT failure;      ///< in words, why `status` is cmStatusPipeFailed or the command could not be started
 };
 
 /// Runs a command and passes its standard output to `sink` as it arrives, in pieces of any bytes, each at most as large as a

@@ -5,11 +5,14 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <csignal>
 #include <cstdint>
@@ -85,6 +88,26 @@ cmArray<Process> readProcesses()
     return processes;
 }
 
+/// The handle of any process. The C library in use declares no usable function for it.
+int openProcessHandle(pid_t id)
+{
+    return static_cast<int>(syscall(SYS_pidfd_open, id, 0));
+}
+
+/// Whether this process has such a child, running or ended and not reaped. Sets errno when not.
+bool isChild(int handle)
+{
+    siginfo_t info{};
+    return waitid(P_PIDFD, static_cast<id_t>(handle), &info, WEXITED | WNOHANG | WNOWAIT) == 0;
+}
+
+/// Whether the child, running or ended, is not reaped yet. Only then do its number and its group surely belong to it.
+bool isUnreaped(int handle)
+{
+    pollfd child{handle, POLLIN, 0};
+    return poll(&child, 1, 0) == 0 || isChild(handle);
+}
+
 void signalHandle(int handle, int signal)
 {
     syscall(SYS_pidfd_send_signal, handle, signal, nullptr, 0);
@@ -112,10 +135,10 @@ public:
         std::for_each(m_members.rbegin(), m_members.rend(), [](const Process& member) { sendSignal(member, SIGKILL); });
     }
 
-    void search(pid_t leader)
+    void search(int handle, pid_t leader)
     {
         Process first;
-        if (!readProcess(leader, first) || first.session != leader)
+        if (!readProcess(leader, first) || first.session != leader || !isUnreaped(handle))  // last: what was read is the child's
             return;
         add(first);
         constexpr int mostRounds = 20;
@@ -164,25 +187,31 @@ private:
 
 }  // namespace
 
-int openProcessHandle(int id)
+int openChildHandle(int id)
 {
-    return static_cast<int>(syscall(SYS_pidfd_open, id, 0));
+    const int handle = openProcessHandle(id);
+    if (handle < 0 || isChild(handle) || errno != ECHILD)
+        return handle;
+    close(handle);
+    errno = ESRCH;
+    return -1;
 }
 
 void endProcessFamily(int handle, int leader) noexcept
 {
     try {
-        Family().search(leader);
+        Family().search(handle, leader);
     } catch (const std::exception&) {  // no memory: those who were found have been ended
     }
-    kill(-leader, SIGKILL);
+    if (isUnreaped(handle))
+        kill(-leader, SIGKILL);
     signalHandle(handle, SIGKILL);
 }
 
 void endAllChildFamilies()
 {
     for (const Process& process : readProcesses()) {
-        const int handle = process.parent == getpid() ? openProcessHandle(process.id) : -1;
+        const int handle = process.parent == getpid() ? openChildHandle(process.id) : -1;
         if (handle < 0)
             continue;
         endProcessFamily(handle, process.id);

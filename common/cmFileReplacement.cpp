@@ -20,10 +20,9 @@ constexpr cmROStringT temporaryPrefix = ".new-";
 
 /// A name that no other file has: ".new-PROCESS-RANDOM". It is short, as the final name may have the greatest length that the
 /// system allows.
-cmStringT temporaryName(std::uint32_t process)
+cmStringT temporaryName(std::uint32_t process, std::uint32_t random)
 {
-    std::random_device random;
-    return cmROStringT(std::string(temporaryPrefix) + std::to_string(process) + "-" + std::to_string(random()));
+    return cmROStringT(std::string(temporaryPrefix) + std::to_string(process) + "-" + std::to_string(random));
 }
 
 /// The process that made a temporary file of this name; 0 when it is not the name of such a file.
@@ -31,11 +30,13 @@ std::uint32_t makerOf(cmROStringT name)
 {
     if (!name.starts_with(temporaryPrefix))
         return 0;
-    name.remove_prefix(temporaryPrefix.size());
     std::uint32_t process = 0;
+    std::uint32_t random = 0;
     const char* end = name.data() + name.size();
-    const char* stop = std::from_chars(name.data(), end, process).ptr;
-    return stop != end && *stop == '-' ? process : 0;
+    const char* stop = std::from_chars(name.data() + temporaryPrefix.size(), end, process).ptr;
+    if (stop != end)
+        std::from_chars(stop + 1, end, random);
+    return name == temporaryName(process, random) ? process : 0;  // somebody else's file may only begin like ours
 }
 
 void removeFile(cmROStringT path)
@@ -47,7 +48,7 @@ void removeFile(cmROStringT path)
 }  // namespace
 
 cmFileReplacement::cmFileReplacement(cmROStringT path)
-    : m_path(path), m_temporary(cmJoinPath(cmDirectoryOf(path), temporaryName(thisProcess())))
+    : m_path(path), m_temporary(cmJoinPath(cmDirectoryOf(path), temporaryName(thisProcess(), std::random_device()())))
 {
     removeLeftBehind(cmDirectoryOf(path));
     m_handle = createNew(m_temporary);
@@ -82,7 +83,9 @@ try {
     std::error_code error;
     fs::directory_iterator entries(cmSystemPath(folder), error);
     for (; !error && entries != fs::directory_iterator(); entries.increment(error)) {
-        const std::uint32_t maker = makerOf(cmPathText(entries->path().filename()));
+        std::error_code unknown;
+        const bool isFile = fs::is_regular_file(entries->symlink_status(unknown));
+        const std::uint32_t maker = isFile ? makerOf(cmPathText(entries->path().filename())) : 0;
         if (maker != 0 && !isAlive(maker))
             removeFile(cmPathText(entries->path()));
     }

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <exception>
 
-inline constexpr std::int32_t cmStatusPipeFailed = -102696;
+inline constexpr std::int32_t cmStatusPipeFailed = -102696;  ///< no pipe, or a command's output is incomplete
 inline constexpr std::int32_t cmStatusProcessFailed = -102646;
 
 /// Thrown by a library operation that failed. Carries the status; the message is empty.

@@ -1,4 +1,5 @@
 #include "common/CommandQuoting.h"
+#include "common/ProcessFamily.h"
 #include "common/cmStatusException.h"
 #include "tests/Captured.h"
 #include "tests/HelperSystem.h"
@@ -20,6 +21,14 @@ TEST(CommandRunner, WorksForAHostThatIgnoresTheEndOfItsChildren)
     for (int round = 0; round < 50; ++round)
         ASSERT_EQ(run(helper("bytes 100")).output.size(), 100u) << round;
     std::signal(SIGCHLD, handler);
+}
+
+TEST(CommandRunner, FailsWhenTheToolIsKilledButNotByItsExitCode)
+{
+    const Captured killed = run("\"/bin/sh\" -c \"echo part; kill -9 $$\"", {}, spawnPlainCommand);
+    EXPECT_EQ(killed.result.status, cmStatusPipeFailed);
+    EXPECT_EQ(killed.result.failure, "the tool was killed (signal 9)");
+    EXPECT_EQ(run("\"/bin/sh\" -c \"exit 137\"", {}, spawnPlainCommand).result.status, 0);
 }
 
 unsigned long long signalSet(const std::string& status, const std::string& name)
@@ -159,6 +168,7 @@ TEST(ChildProcess, IsCollectedLaterWhenItDiesSlowly)
     ChildProcess child;
     spawnProcess(child, quoteArgument(helperAs(folder, "tool-hangs")), 0, {}, "", {}, nullptr, true);
     const auto id = static_cast<pid_t>(child.getProcessId());
+    const int handle = openChildHandle(id);
     if (ptrace(PTRACE_SEIZE, id, nullptr, PTRACE_O_TRACEEXIT) != 0)
         GTEST_SKIP() << "no process can be traced here";
     child.terminate();
@@ -168,6 +178,14 @@ TEST(ChildProcess, IsCollectedLaterWhenItDiesSlowly)
     ptrace(PTRACE_DETACH, id, nullptr, nullptr);
     collectTerminatedChildren(10000);
     EXPECT_NE(kill(id, 0), 0);
+    // As if the next child had got its number.
+    spawnProcess(child, quoteArgument(text(folder / "tool-hangs")), 0, {}, "", {}, nullptr, true);
+    endProcessFamily(handle, static_cast<int>(child.getProcessId()));
+    child.waitForEnd(std::chrono::milliseconds(50));
+    EXPECT_TRUE(child.isRunning());
+    child.terminate();
+    close(handle);
+    EXPECT_EQ(openChildHandle(getppid()), -1) << "no child of this process";
 }
 
 TEST(ChildProcess, RaisesNoSignalWhenTheChildHasClosedItsInput)

@@ -32,6 +32,12 @@ TEST(CommandRunner, RefusesWhatTheInterpreterCannotBeGiven)
     EXPECT_EQ(run(helper("args " + std::string(20000, 'x'))).output.size(), 20007u);
 }
 
+TEST(CommandRunner, FailsWhenTheToolCrashesButNotByItsOwnExitCode)
+{
+    EXPECT_EQ(run("\"cmd\" /c exit -1073741819").result.failure, "the tool crashed (0xC0000005)");
+    EXPECT_EQ(run("\"cmd\" /c exit -1").result.status, 0);
+}
+
 TEST(ChildProcess, IsOpenedByTheShellWhenAsked)
 {
     const TempFolder folder;

@@ -12,7 +12,7 @@
 
 namespace {
 
-TEST(LiveDiffFetch, KeepsTheOldCacheFileWhenTheDiskIsFull)
+TEST(LiveDiffFetch, KeepsTheOldCacheFileWhenTheDiskIsFullOrTheToolIsKilled)
 {
     const TempFolder folder;
     writeFile(folder / "f", "old");
@@ -27,6 +27,8 @@ TEST(LiveDiffFetch, KeepsTheOldCacheFileWhenTheDiskIsFull)
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(status, -7);
     EXPECT_EQ(liveDiffStatus(text(folder / "f")), -7);
+    const LiveDiffRequest killed{"", "\"/bin/sh\" -c \"echo part; kill -9 $$\"", "f", cmROStringT(text(folder / "f")), ""};
+    EXPECT_EQ(fetchLiveDiffFile(killed, {}, -8), -8);
     EXPECT_EQ(readFile(folder / "f"), "old");
 }
 
@@ -36,6 +38,8 @@ TEST(LiveDiffFetch, KeepsItsFileFromStreamsChildrenAndLaterProcesses)
     const std::string living = ".new-" + std::to_string(getppid()) + "-1";
     for (const std::string& name : {living, std::string(".new-2147483647-1"), std::string(".new-4294967295-1")})
         writeFile(folder / name, "x");
+    writeFile(folder / ".new-2147483647-2notes.md", "x");
+    fs::create_directory(folder / ".new-2147483647-3");
     const cmFileReplacement ordinary(text(folder / "f"));
     const int input = dup(STDIN_FILENO);
     close(STDIN_FILENO);
@@ -51,7 +55,7 @@ TEST(LiveDiffFetch, KeepsItsFileFromStreamsChildrenAndLaterProcesses)
     dup2(input, STDIN_FILENO);
     close(input);
     EXPECT_TRUE(fs::remove(folder / living)) << "its process may go on writing it";
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 3) << "ours, and two that are not left over";
 }
 
 TEST(LiveDiffCachePath, FollowsNoLinkInTheCache)

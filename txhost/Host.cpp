@@ -111,7 +111,7 @@ cmStringT meaningOfStatus(std::int32_t status)
     case -6657: return "the tool wrote more than the limit (--max-output); its file status is switched off";
     case -102621: return "stopped";
     case -102646: return "the tool could not be started (--debug tells why)";
-    case -102696: return "a pipe could not be made or read";
+    case -102696: return "a pipe failed, or the tool was killed (--debug tells why)";
     case -104360: return "another revision is being fetched";
     case -104357:
     case -104370: return "the committed revision could not be fetched or stored (--debug tells why)";

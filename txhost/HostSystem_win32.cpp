@@ -14,6 +14,9 @@
 
 namespace {
 
+/// The exit code that tells a capture that the tool did not come to its own end: STATUS_CONTROL_C_EXIT.
+constexpr UINT endedByCtrlC = 0xC000013A;
+
 /// This process or one that descends from it.
 struct Relative {
     DWORD id;
@@ -87,7 +90,7 @@ void endChildProcesses()
     for (std::size_t next = 0; next < family.size(); ++next)
         addChildren(processes, next, family);
     for (std::size_t i = 1; i < family.size(); ++i) {
-        TerminateProcess(family[i].handle, 0);
+        TerminateProcess(family[i].handle, endedByCtrlC);
         CloseHandle(family[i].handle);
     }
 }

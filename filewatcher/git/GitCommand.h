@@ -17,8 +17,8 @@ struct GitOutcome {
 
 /// Runs one git command in `workingDirectory` and passes its standard output to `sink` as it is read. Blocks the calling thread
 /// until git ends or `control` cuts the run short. The status is 0; statusGitFailed when standard error has a
-/// "fatal:" line, or an "error:" line and there is no output; statusStopRequested; statusOutputLimit; or why the command could
-/// not be started or read. Standard error goes to the debug log. Any thread.
+/// "fatal:" line, or an "error:" line and there is no output; statusStopRequested; statusOutputLimit; or what CaptureResult
+/// says of a command that could not be started or whose output is incomplete. Standard error goes to the debug log. Any thread.
 GitOutcome runGitCommand(cmROStringT commandLine, cmROStringT workingDirectory, const CaptureControl& control,
                          const std::function<void(cmROStringT)>& sink);
 

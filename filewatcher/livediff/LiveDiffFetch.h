@@ -16,9 +16,10 @@ struct LiveDiffRequest {
 
 /// Runs the request's command and writes its standard output, byte for byte, to the cache file, whose folder exists. Blocks the
 /// calling thread until the command ends or `control` cuts it short; the output of a fetch that is stopped counts as complete.
-/// The fetch fails when the command cannot be started or its output cannot be read, when the kept part of its standard error
-/// contains "fatal:", when that holds an error of Subversion and there is no output, and when the file cannot be written; the old
-/// cache file then stays. Stores liveDiffReady or `failure` as the file's status. Returns 0 or `failure`. Any thread.
+/// The fetch fails when the command cannot be started, its output cannot be read or it was killed, when the kept part of its
+/// standard error contains "fatal:", when that holds an error of Subversion and there is no output, and when the file cannot be
+/// written; the old cache file then stays. Stores liveDiffReady or `failure` as the file's status. Returns 0 or `failure`. Any
+/// thread.
 std::int32_t fetchLiveDiffFile(const LiveDiffRequest& request, const CaptureControl& control, std::int32_t failure);
 
 // The status table of live diff: the result of the last fetch of each cache file. It lives as long as the module. Any thread.

@@ -8,6 +8,7 @@
 #include <execinfo.h>
 #include <fcntl.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
@@ -111,6 +112,14 @@ bool fails(Kind kind)
             std::fprintf(file, "%s %ld\n", names.at(kind), counts.at(kind).load());
         std::fclose(file);
     }
+}
+
+/// The host may have reaped a child that has ended, never one that runs.
+int waitError(int handle)
+{
+    siginfo_t now{};
+    const long result = syscall(SYS_waitid, P_PIDFD, handle, &now, WEXITED | WNOHANG | WNOWAIT, nullptr);
+    return result == 0 && now.si_pid == 0 ? EINVAL : ECHILD;
 }
 
 /// A stream without space while this lives: its descriptor leads to a full device.
@@ -256,7 +265,7 @@ SETS_ERRNO(look, ENOENT, nullptr, char*, getcwd, (char* found, std::size_t size)
 SETS_ERRNO(polls, ENOMEM, -1, int, poll, (void* files, unsigned long count, int timeout), (files, count, timeout))
 SETS_ERRNO(polls, ENOMEM, -1, int, ppoll, (void* files, unsigned long count, const void* timeout, const void* set),
            (files, count, timeout, set))
-SETS_ERRNO(waits, ECHILD, -1, int, waitid, (int type, int id, void* info, int options), (type, id, info, options))
+SETS_ERRNO(waits, waitError(id), -1, int, waitid, (int type, int id, void* info, int options), (type, id, info, options))
 SETS_ERRNO(waits, ECHILD, -1, int, waitpid, (int id, int* status, int options), (id, status, options))
 SETS_ERRNO(pidfd, EMFILE, -1, int, pidfd_open, (int id, unsigned flags), (id, flags))
 IN_FRONT(long, syscall, (long number, long a, long b, long c, long d, long e, long f))
