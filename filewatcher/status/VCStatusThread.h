@@ -44,7 +44,7 @@ protected:
     cmStringT quotedProgram();
     bool isStopping() { return stopRequested(singletonLock); }
     /// Runs one command of the tool. Replaces `output` by its standard output and `errorOutput` by the beginning of its
-    /// standard error. Returns 0, statusStopRequested, why the command could not be started or read to its own end, or
+    /// standard error. Returns 0, statusStopRequested, why the command could not be started or its output is incomplete, or
     /// statusOutputLimit; in the last case the thread has set `statusOutputTooLarge` and requested its own stop.
     std::int32_t runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory, cmStringT& output,
                          cmStringT& errorOutput);
