@@ -125,6 +125,7 @@ TEST_F(GitStatusTest, FailsRatherThanCallABrokenRepositoryClean)
     setTool(helperAs(folder, "tool-p4"));  // answers with these files
     writeFile(folder / "rev-parse--show-toplevel.out", text(top) + "\n");
     writeFile(folder / "status--porcelain.out", " M whole\n M cu");
+    writeFile(folder / "status--porcelain.err", "warning: odd\n");
     expectFailure("git's output breaks off");
     EXPECT_EQ(localStatus(), (Status{{in("whole"), "mod"}}));
     writeFile(folder / "status--porcelain.err", "warning: odd\nfatal: it is wrong\n");

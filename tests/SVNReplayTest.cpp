@@ -150,6 +150,9 @@ TEST_F(SVNReplayTest, WritesNothingOfABrokenAnswer)
     writeFile(folder / "svn.err", "svn: warning: W1: x\nsvn: E200009: it is wrong\n");
     answerAndPass(whole, -1);
     EXPECT_EQ(reason, "svn: E200009: it is wrong");
+    writeFile(folder / "svn.err", "svn: warning: W155007: 'x' is not a working copy\n");
+    answerAndPass(document(""), -1);
+    EXPECT_EQ(reason, "svn: warning: W155007: 'x' is not a working copy");
     fs::remove(folder / "svn.err");
     EXPECT_TRUE(editor.records().empty());
     // Paths that the watched directory cannot hold.

@@ -83,8 +83,10 @@ std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output, bool hasEr
     XMLDocument document(output);
     const cmArray<std::int32_t> nodes = document.isLoaded() ? document.select("/status/target/entry") : cmArray<std::int32_t>();
     if (!document.isLoaded() || (nodes.empty() && hasErrors)) {  // a working copy has at least one entry, for itself
+        const bool whole = document.isLoaded();
         document.close();
-        return failPass("the client's answer is incomplete");
+        // A whole answer without an entry comes with a warning that says why, such as "is not a working copy".
+        return whole ? statusPassFailed : failPass("the client's answer is incomplete");
     }
     const bool serverAnswered = !document.select("/status/target/against").empty();
     bool changed = false;

@@ -98,7 +98,8 @@ void VCStatusThread::failQueuedPaths()
 
 std::int32_t VCStatusThread::failPass(cmROStringT reason)
 {
-    if (toolError.isEmpty())
+    // A mere warning of the tool is not why the pass failed.
+    if (!hasFatalLine(toolError) && !hasErrorLine(toolError) && !hasSvnError(toolError))
         toolError = reason;
     return statusPassFailed;
 }

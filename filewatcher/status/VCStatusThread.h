@@ -48,7 +48,7 @@ protected:
     /// statusOutputLimit; in the last case the thread has set `statusOutputTooLarge` and requested its own stop.
     std::int32_t runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory, cmStringT& output,
                          cmStringT& errorOutput);
-    /// Returns statusPassFailed. The editor is told `reason`, unless the last run of the tool wrote its own.
+    /// Returns statusPassFailed. The editor is told `reason`, unless the last run of the tool wrote an error.
     std::int32_t failPass(cmROStringT reason);
     /// Makes the loop notify the editor as soon as the queue is empty and it is not suspended. Call when a record has changed.
     void noteChange() { changed = true; }
