@@ -106,7 +106,11 @@ bool GitBranchesModel::runPart(std::int32_t part, GitOutcome (GitBranchesModel::
     }
     if (stopRequested())
         return false;
-    txGitLoadEnd(path(), part, outcome.status, outcome.sentence.isNull() ? cmStringT("") : outcome.sentence);
+    try {
+        txGitLoadEnd(path(), part, outcome.status, outcome.sentence.isNull() ? cmStringT("") : outcome.sentence);
+    } catch (const std::exception&) {
+        // Memory ran out, so the editor cannot be told. The load goes on, and its rows are shown.
+    }
     return true;
 }
 

@@ -10,7 +10,8 @@
 #include <utility>
 
 GitRunLogThread::GitRunLogThread(cmROStringT gitExePath, cmROStringT path, cmROStringT logRestriction)
-    : m_gitExePath(gitExePath), m_path(path), m_logRestriction(logRestriction)
+    : m_gitExePath(gitExePath), m_path(path),
+      m_logRestriction(logRestriction), m_outcome{statusGitFailed, "memory ran out while git's log was read"}
 {
 }
 
@@ -22,20 +23,21 @@ GitRunLogThread::~GitRunLogThread()
 
 std::int32_t GitRunLogThread::run()
 {
-    // The model waits for the end of the output, so it is marked even when the run ends with an exception.
+    // The model waits for the end of the output, so it is marked even when memory runs out: Finish allocates none.
     struct Finish {
         GitRunLogThread& thread;
-        GitOutcome outcome{statusGitFailed, "memory ran out while git's log was read"};
         ~Finish()
         {
             cmMutexLock hold(logOutputLock);
-            thread.m_outcome = std::move(outcome);
             thread.m_output.finish();
         }
     } finish{*this};
     setName("GitRunLogThread");
-    finish.outcome = runLog();
-    return finish.outcome.status;
+    GitOutcome outcome = runLog();
+    const std::int32_t status = outcome.status;
+    cmMutexLock hold(logOutputLock);
+    m_outcome = std::move(outcome);
+    return status;
 }
 
 GitOutcome GitRunLogThread::runLog()

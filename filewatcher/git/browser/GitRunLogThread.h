@@ -36,5 +36,5 @@ private:
     const cmStringT m_path;
     const cmStringT m_logRestriction;
     GitLogOutput m_output CM_GUARDED_BY(logOutputLock);
-    GitOutcome m_outcome CM_GUARDED_BY(logOutputLock);
+    GitOutcome m_outcome CM_GUARDED_BY(logOutputLock);  ///< that memory ran out, until the run ends otherwise
 };
