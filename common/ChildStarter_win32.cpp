@@ -72,7 +72,7 @@ public:
     HANDLE input = INVALID_HANDLE_VALUE;
     HANDLE output = INVALID_HANDLE_VALUE;
     HANDLE error = INVALID_HANDLE_VALUE;
-    DWORD failure = 0;          ///< the system's error when the child cannot be given a stream
+    DWORD failure = 0;          ///< the system's first error when the child cannot be given a stream
     cmArray<HANDLE> inherited;  ///< without duplicates, which Windows refuses
 
 private:
@@ -82,9 +82,7 @@ private:
     {
         if (pipe)
             return pipeEnd(*pipe);
-        const HANDLE own = m_hostStreams ? GetStdHandle(hostStream) : nullptr;
-        // INVALID_HANDLE_VALUE is also the pseudo handle of this process: a copy would give the child full access to us.
-        const HANDLE copy = own && own != INVALID_HANDLE_VALUE ? inheritableCopy(own) : INVALID_HANDLE_VALUE;
+        const HANDLE copy = m_hostStreams ? inheritableCopy(GetStdHandle(hostStream)) : INVALID_HANDLE_VALUE;
         return keep(copy != INVALID_HANDLE_VALUE ? copy : nullDevice(GENERIC_WRITE));
     }
 
@@ -97,6 +95,9 @@ private:
 
     static HANDLE inheritableCopy(HANDLE handle)
     {
+        // INVALID_HANDLE_VALUE is also the pseudo handle of this process: a copy would give the child full access to us.
+        if (!handle || handle == INVALID_HANDLE_VALUE)
+            return INVALID_HANDLE_VALUE;
         HANDLE copy = INVALID_HANDLE_VALUE;
         const HANDLE self = GetCurrentProcess();
         const bool made = DuplicateHandle(self, handle, self, &copy, 0, TRUE, DUPLICATE_SAME_ACCESS) != 0;
@@ -105,10 +106,12 @@ private:
 
     HANDLE keep(HANDLE handle)
     {
-        if (handle == INVALID_HANDLE_VALUE)
-            failure = GetLastError();
-        else
+        if (handle != INVALID_HANDLE_VALUE) {
             m_owned.emplace_back(handle);
+        } else if (failure == 0) {
+            const DWORD error = GetLastError();
+            failure = error != 0 ? error : ERROR_INVALID_HANDLE;
+        }
         return handle;
     }
 
