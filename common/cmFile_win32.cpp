@@ -41,7 +41,7 @@ cmUTCTime timeOf(const FILETIME& time)
     return joined(time.dwHighDateTime, time.dwLowDateTime);
 }
 
-/// Reads the attributes of what a link leads to. Returns false on failure.
+/// Reads the attributes of what a link leads to. Returns false on failure, with the old `entry` and the last error set.
 bool readTarget(const wchar_t* link, WIN32_FILE_ATTRIBUTE_DATA& entry)
 {
     HANDLE file = openToLook(link);
@@ -52,9 +52,11 @@ bool readTarget(const wchar_t* link, WIN32_FILE_ATTRIBUTE_DATA& entry)
     const DWORD error = GetLastError();
     CloseHandle(file);
     SetLastError(error);
+    if (!read)
+        return false;
     entry = {target.dwFileAttributes, target.ftCreationTime, target.ftLastAccessTime,
              target.ftLastWriteTime,  target.nFileSizeHigh,  target.nFileSizeLow};
-    return read;
+    return true;
 }
 
 }  // namespace
@@ -66,7 +68,8 @@ CMFD_ITEM cmReadFileItem(cmROStringT path)
     const std::wstring name = wideText(path);
     bool read = GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &entry) != 0;
     if (read && (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT))
-        read = readTarget(name.c_str(), entry);
+        // What the system cannot follow, such as the alias of an installed app, is no link: its own entry counts.
+        read = readTarget(name.c_str(), entry) || GetLastError() == ERROR_CANT_ACCESS_FILE;
     if (!read) {
         const DWORD error = GetLastError();
         const bool missing = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_INVALID_NAME;
