@@ -8,7 +8,7 @@
 
 #include <tlhelp32.h>
 
-#include <algorithm>
+#include <cwchar>
 #include <string>
 #include <utility>
 
@@ -33,11 +33,14 @@ ULONGLONG creationTime(HANDLE process)
 }
 
 /// Opens the children of family[parent] and adds them. A process keeps its parent's number when that has ended and the number has
-/// become another process's; but then it is older than that one.
+/// become another process's; but then it is older than that one. Those whose parent has ended before are not found.
 void addChildren(const cmArray<PROCESSENTRY32W>& processes, std::size_t parent, cmArray<Relative>& family)
 {
     for (const PROCESSENTRY32W& process : processes) {
         if (process.th32ParentProcessID != family[parent].id || process.th32ProcessID == family[parent].id)
+            continue;
+        // The window of a console of our own. Its end would close the console, and end this process before it says why.
+        if (_wcsicmp(process.szExeFile, L"conhost.exe") == 0)
             continue;
         constexpr DWORD rights = PROCESS_TERMINATE | PROCESS_QUERY_LIMITED_INFORMATION;
         HANDLE handle = OpenProcess(rights, FALSE, process.th32ProcessID);
