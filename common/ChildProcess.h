@@ -25,7 +25,7 @@ struct ChildActivity {
     bool running;  ///< read before the pipes: when false, they already hold all of the child's own output
     bool output;   ///< data can be read
     bool error;
-    bool failed;  ///< the system could not tell; the other fields hold nothing then
+    bool failed;  ///< the system could not tell at least one of them; rely on none then
 };
 
 /// One started child. One thread at a time may use it. The child does not end with the record: unless it was terminated it goes

@@ -3,7 +3,8 @@
 #include <chrono>
 
 /// POSIX only. The children whose records were closed before they could be reaped. Each is known by its pidfd, which this list
-/// owns. Any thread.
+/// owns. Any thread. Unloading the module drops the list: the pidfds left on it stay open, and their children unreaped once
+/// ended, until the host ends.
 namespace UnreapedChildren {
 
 /// Makes room for one more child, so that `reapOrKeep` needs no memory. Call it once before each start. Throws std::bad_alloc.

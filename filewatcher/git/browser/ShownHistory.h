@@ -56,7 +56,9 @@ public:
     /// Shows only the commits that contain `text`; an empty text shows all. Returns false when no commit contains it: the shown
     /// rows stay as they are then, and the text waits for applyWaitingFilter.
     bool filter(cmROStringT text);
-    /// Applies the waiting text when a commit that was added since the last look contains it. Returns whether it did.
+    /// Applies the waiting text when a commit that was added since the last look contains it. Returns whether it did. Most
+    /// looks search only the new commits. The one that finds the text is followed by `filter`, which searches all again:
+    /// that happens once a text, and so a filter is built in one place.
     bool applyWaitingFilter();
     /// Applies the current filter to the commits that were added after it was set. New rows follow the old ones, whose lines in
     /// the graph may change.
