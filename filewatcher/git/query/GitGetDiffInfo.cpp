@@ -31,7 +31,7 @@ GitOutcome listChangedFiles(cmROStringT directory, cmROStringT git, cmArray<cmSt
     cmStringT output;
     const cmStringT commandLine =
         cmCat(quotedGit(git)) + " --no-pager diff " + " " + " --name-only" + (staged ? " --cached" : "");
-    const GitOutcome outcome = runGitQuery(commandLine, cmNativeSeparators(directory), output);
+    GitOutcome outcome = runGitQuery(commandLine, cmNativeSeparators(directory), output);
     if (outcome.status != 0)
         return outcome;
     if (!output.isEmpty() && !output.view().ends_with('\n'))
