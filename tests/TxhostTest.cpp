@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <fstream>
 #include <sstream>
 
 namespace {
@@ -168,13 +169,16 @@ TEST(Txhost, WatchesForChanges)
     EXPECT_TRUE(flooded.shows("-6657")) << flooded.output();
     EXPECT_TRUE(watch.shows("modified")) << watch.output();
     const std::string index = readFile(top / ".git" / "index");
-    writeFile(top / ".git" / "index", std::string(index.size(), '\0'));
+    const auto overwriteIndex = [&](const std::string& bytes) {  // in place: git reads it at any moment, and must not find it cut
+        std::fstream(top / ".git" / "index", std::ios::binary | std::ios::in | std::ios::out) << bytes;
+    };
+    overwriteIndex(std::string(index.size(), '\0'));
     EXPECT_TRUE(watch.shows("fatal: index file corrupt")) << watch.output();
     writeFile(folder / "file", "y");
     EXPECT_TRUE(watch.shows("changed") && flooded.shows("changed")) << watch.output();
     fs::remove(folder / "file");
     EXPECT_TRUE(watch.shows("removed") && flooded.shows("removed")) << watch.output();
-    writeFile(top / ".git" / "index", index);
+    overwriteIndex(index);
     git(top, {"checkout", "--quiet", "a"});
     EXPECT_TRUE(watch.shows("clean")) << watch.output();
     watch.terminate();
