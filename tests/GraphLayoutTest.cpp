@@ -18,8 +18,11 @@ public:
         node.id = row;
         node.parents.clear();
         for (const std::uint32_t parent : m_parents[row])
-            node.parents.push_back({parent, parent <= row});
+            node.parents.push_back({parent, rowOf(parent)});
     }
+
+    std::uint32_t rowOf(std::uint32_t id) const override { return id < m_parents.size() ? id : GraphNode::noRow; }
+    cmStringT hashText(std::uint32_t id) const override { return cmROStringT(std::to_string(id)); }
 
 private:
     std::vector<std::vector<std::uint32_t>> m_parents;
@@ -47,7 +50,7 @@ struct LineFollower {
                 continue;
             }
             ASSERT_EQ(edge.from, row.column);
-            ASSERT_EQ(edge.kind == GraphEdgeKind::stub, node.parents[parent].above);
+            ASSERT_EQ(edge.kind == GraphEdgeKind::stub, node.parents[parent].row <= node.id);
             if (edge.kind == GraphEdgeKind::begins) {
                 ASSERT_EQ(below.try_emplace(edge.to, node.parents[parent].id).first->second, node.parents[parent].id);
             }

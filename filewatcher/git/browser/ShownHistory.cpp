@@ -14,7 +14,7 @@ constexpr std::int64_t noRow = -1;
 ShownHistory::Filter::Filter(cmROStringT wanted, const AllCommits& all, const CommitStore& store)
     : text(wanted), commitCount(store.count()), commits(all, store, filterCommits(store, wanted))
 {
-    layout.extend(static_cast<std::uint32_t>(commits.numbers().size()));
+    layout.finish(static_cast<std::uint32_t>(commits.numbers().size()));
 }
 
 void ShownHistory::setRefs(const GitRefs& refs, bool restrictedLog)
@@ -89,8 +89,8 @@ std::int64_t ShownHistory::rowOf(std::uint32_t number) const
 {
     if (!m_filter)
         return number < m_layout.rowCount() ? number : noRow;
-    const std::uint32_t row = m_filter->commits.rowOf(number);
-    return row == CommitStore::none ? noRow : row;
+    const std::uint32_t row = m_filter->commits.rowOfNumber(number);
+    return row == GraphNode::noRow ? noRow : row;
 }
 
 std::int64_t ShownHistory::commitInRow(std::int32_t row) const

@@ -7,10 +7,7 @@ void AllCommits::node(std::uint32_t row, GraphNode& node) const
 {
     node.id = m_store.idOf(row);
     node.parents.clear();
-    const auto add = [&](std::uint32_t parent) {
-        const std::uint32_t number = m_store.numberOf(parent);
-        node.parents.push_back({parent, number != CommitStore::none && number <= row});
-    };
+    const auto add = [&](std::uint32_t parent) { node.parents.push_back({parent, rowOf(parent)}); };
     const bool isWorkingCopy = node.id == CommitIds::workingCopy;
     const std::uint32_t first = isWorkingCopy ? m_workingCopyParent : m_store.firstParent(row);
     if (first != CommitStore::none)
@@ -19,24 +16,43 @@ void AllCommits::node(std::uint32_t row, GraphNode& node) const
         add(parent);
 }
 
+std::uint32_t AllCommits::rowOf(std::uint32_t id) const
+{
+    return m_store.numberOf(id);
+}
+
+cmStringT AllCommits::hashText(std::uint32_t id) const
+{
+    return m_store.hashText(id);
+}
+
 SomeCommits::SomeCommits(const AllCommits& all, const CommitStore& store, cmArray<std::uint32_t> numbers)
     : m_all(all), m_store(store), m_numbers(std::move(numbers))
 {
 }
 
-std::uint32_t SomeCommits::rowOf(std::uint32_t number) const
+std::uint32_t SomeCommits::rowOfNumber(std::uint32_t number) const
 {
     const auto found = std::lower_bound(m_numbers.begin(), m_numbers.end(), number);
     return found != m_numbers.end() && *found == number ? static_cast<std::uint32_t>(found - m_numbers.begin())
-                                                        : CommitStore::none;
+                                                        : GraphNode::noRow;
 }
 
 void SomeCommits::node(std::uint32_t row, GraphNode& node) const
 {
-    // Rows and numbers ascend together, so a parent that is above its child among all commits is above it here too.
     m_all.node(m_numbers[row], node);
-    std::erase_if(node.parents, [this](const GraphNode::Parent& parent) {
-        const std::uint32_t number = m_store.numberOf(parent.id);
-        return number == CommitStore::none || rowOf(number) == CommitStore::none;
-    });
+    for (GraphNode::Parent& parent : node.parents)
+        parent.row = rowOf(parent.id);
+    std::erase_if(node.parents, [](const GraphNode::Parent& parent) { return parent.row == GraphNode::noRow; });
+}
+
+std::uint32_t SomeCommits::rowOf(std::uint32_t id) const
+{
+    const std::uint32_t number = m_store.numberOf(id);
+    return number == CommitStore::none ? GraphNode::noRow : rowOfNumber(number);
+}
+
+cmStringT SomeCommits::hashText(std::uint32_t id) const
+{
+    return m_store.hashText(id);
 }

@@ -12,6 +12,8 @@ public:
     /// Sets the id of the working copy's parent; without a call it has none. Call before any row is laid out.
     void setWorkingCopyParent(std::uint32_t id) { m_workingCopyParent = id; }
     void node(std::uint32_t row, GraphNode& node) const override;
+    std::uint32_t rowOf(std::uint32_t id) const override;
+    cmStringT hashText(std::uint32_t id) const override;
 
 private:
     const CommitStore& m_store;
@@ -24,9 +26,11 @@ public:
     /// `numbers` are the numbers of the commits, ascending. `all` and its `store` must outlive the object.
     SomeCommits(const AllCommits& all, const CommitStore& store, cmArray<std::uint32_t> numbers);
     const cmArray<std::uint32_t>& numbers() const { return m_numbers; }
-    /// Returns the row of a commit by number; CommitStore::none when it has none.
-    std::uint32_t rowOf(std::uint32_t number) const;
+    /// Returns the row of a commit by number; GraphNode::noRow when it has none.
+    std::uint32_t rowOfNumber(std::uint32_t number) const;
     void node(std::uint32_t row, GraphNode& node) const override;
+    std::uint32_t rowOf(std::uint32_t id) const override;
+    cmStringT hashText(std::uint32_t id) const override;
 
 private:
     const AllCommits& m_all;

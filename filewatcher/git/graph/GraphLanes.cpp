@@ -23,7 +23,7 @@ void GraphLanes::restart(const cmArray<std::uint32_t>& targets)
     }
 }
 
-void GraphLanes::step(const GraphNode& node, GraphRow* row)
+void GraphLanes::step(const GraphNode& node, std::uint32_t index, GraphRow* row)
 {
     if (row)
         addPassing(node, *row);
@@ -31,10 +31,10 @@ void GraphLanes::step(const GraphNode& node, GraphRow* row)
     if (row)
         row->column = column;
     // Without a first parent that inherits the column, the other parents may use it.
-    if (column != graphNoColumn && (node.parents.empty() || node.parents.front().above))
+    if (column != graphNoColumn && (node.parents.empty() || node.parents.front().row <= index))
         release(column);
     for (std::size_t i = 0; i < node.parents.size(); ++i) {
-        const std::uint16_t lane = reserveFor(node.parents[i], i == 0, column);
+        const std::uint16_t lane = reserveFor(node.parents[i], node.parents[i].row <= index, i == 0, column);
         if (row && lane == graphNoColumn)
             row->edges.push_back({column, column, GraphEdgeKind::stub});
         else if (row)
@@ -108,9 +108,9 @@ std::uint16_t GraphLanes::leftmostFor(std::uint32_t id) const
 }
 
 /// Returns the column of the line to a parent; graphNoColumn when the parent gets no line.
-std::uint16_t GraphLanes::reserveFor(const GraphNode::Parent& parent, bool first, std::uint16_t column)
+std::uint16_t GraphLanes::reserveFor(const GraphNode::Parent& parent, bool above, bool first, std::uint16_t column)
 {
-    if (parent.above)
+    if (above)
         return graphNoColumn;
     std::uint16_t lane = column;
     if (!first || column == graphNoColumn) {

@@ -8,9 +8,11 @@
 
 /// A commit as the graph knows it, by ids.
 struct GraphNode {
+    static constexpr std::uint32_t noRow = 0xFFFFFFFF;
+
     struct Parent {
         std::uint32_t id;
-        bool above;  ///< its row is not below that of the commit
+        std::uint32_t row;  ///< noRow as long as it has none
     };
     std::uint32_t id = 0;
     cmArray<Parent> parents;
@@ -29,7 +31,7 @@ public:
     /// The largest number of columns since the last restart.
     std::int32_t widest() const { return m_widest; }
     /// Moves from above the row of `node` to below it. Fills `row` with the row unless it is null.
-    void step(const GraphNode& node, GraphRow* row);
+    void step(const GraphNode& node, std::uint32_t index, GraphRow* row);
 
 private:
     static constexpr std::uint32_t held = free - 1;  ///< taken by the commit of the current row
@@ -39,7 +41,7 @@ private:
     std::uint16_t takeLeftmostFree();
     /// Returns the leftmost column reserved for a commit; graphNoColumn when there is none.
     std::uint16_t leftmostFor(std::uint32_t id) const;
-    std::uint16_t reserveFor(const GraphNode::Parent& parent, bool first, std::uint16_t column);
+    std::uint16_t reserveFor(const GraphNode::Parent& parent, bool above, bool first, std::uint16_t column);
     void reserve(std::uint16_t column, std::uint32_t id);
     void release(std::uint16_t column);
 

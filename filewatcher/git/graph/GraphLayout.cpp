@@ -16,8 +16,18 @@ void GraphLayout::extend(std::uint32_t count)
         if (m_checkpoints.empty() || m_rowCount - m_checkpoints.back().row >= distance)
             m_checkpoints.push_back({m_rowCount, m_lanes.targets()});
         m_commits.node(m_rowCount, m_node);
-        m_lanes.step(m_node, nullptr);
+        m_lanes.step(m_node, m_rowCount, nullptr);
     }
+}
+
+void GraphLayout::catchUp(std::uint32_t count)
+{
+    extend(count);
+}
+
+void GraphLayout::finish(std::uint32_t count)
+{
+    extend(count);
 }
 
 void GraphLayout::row(std::uint32_t index, GraphRow& result)
@@ -31,6 +41,6 @@ void GraphLayout::row(std::uint32_t index, GraphRow& result)
     }
     for (; m_replayRow <= index; ++m_replayRow) {
         m_commits.node(m_replayRow, m_node);
-        m_replay.step(m_node, m_replayRow == index ? &result : nullptr);
+        m_replay.step(m_node, m_replayRow, m_replayRow == index ? &result : nullptr);
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/cmArray.h"
+#include "common/cmString.h"
 
 #include <cstdint>
 
@@ -8,10 +9,12 @@
 inline constexpr std::uint16_t graphNoColumn = 0xFFFF;
 
 enum class GraphEdgeKind : std::uint8_t {
-    passes,  ///< a line between other commits
-    ends,    ///< from a child above to the commit
-    begins,  ///< from the commit to a parent below
-    stub,    ///< a parent without a line, because it is above or no column is left; both ends are in the column of the commit
+    passes,     ///< a line between other commits
+    ends,       ///< from a child above to the commit
+    begins,     ///< from the commit to a parent below; joins the line that passes in its column, if there is one
+    stub,       ///< a parent without a line, because it is above or no column is left; both ends are in the column of the commit
+    arrowDown,  ///< the upper part of a long line stops here, in a column of its own
+    arrowUp,    ///< the lower part of a long line starts here, in a column of its own or, for the commit itself, in its column
 };
 
 /// A part of a line, within one row.
@@ -19,6 +22,10 @@ struct GraphEdge {
     std::uint16_t from;  ///< column at the top of the row
     std::uint16_t to;    ///< column at the bottom of the row
     GraphEdgeKind kind;
+    // Of an arrow, the commit at the far end of the line: the parent that it leads down to, or the child that it comes from. Of a
+    // stub, the parent. Unset for other kinds.
+    std::int64_t other = -1;  ///< row of that commit; below 0 as long as it has none
+    cmStringT otherHash{};
 
     friend bool operator==(const GraphEdge&, const GraphEdge&) = default;
 };
@@ -26,5 +33,7 @@ struct GraphEdge {
 /// One row of the graph.
 struct GraphRow {
     std::uint16_t column = graphNoColumn;  ///< of the commit
-    cmArray<GraphEdge> edges;              ///< first all `passes`, then all `ends`, then one for each parent in order
+    /// All `passes` by column, all `ends` by column, one for each parent in order, all `arrowDown` by column, all `arrowUp` by
+    /// the row of the child. Several `arrowUp` may share a column.
+    cmArray<GraphEdge> edges;
 };
