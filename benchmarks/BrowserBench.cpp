@@ -5,6 +5,7 @@
 #include "benchmarks/System.h"
 #include "filewatcher/git/graph/AncestorMarks.h"
 #include "filewatcher/git/graph/CommitGraph.h"
+#include "filewatcher/git/graph/GraphLayout.h"
 #include "txapi/txapi.h"
 
 #include <algorithm>
@@ -208,7 +209,7 @@ std::vector<Row> measureGraph(const MadeHistory& made, const std::string& histor
             marks.onCommitAdded(store, number);
         AllCommits commits(store);
         GraphLayout layout(commits);
-        layout.extend(store.count());
+        layout.finish(store.count());
         if (layout.widest() < 2)
             throw BenchError("the graph is not laid out");
     };

@@ -21,6 +21,7 @@ public:
             node.parents.push_back({parent, rowOf(parent)});
     }
 
+    std::uint32_t idOf(std::uint32_t row) const override { return row; }
     std::uint32_t rowOf(std::uint32_t id) const override { return id < m_parents.size() ? id : GraphNode::noRow; }
     cmStringT hashText(std::uint32_t id) const override { return cmROStringT(std::to_string(id)); }
 
@@ -65,6 +66,8 @@ struct LineFollower {
     }
 };
 
+constexpr std::uint32_t uncut = 1'000'000;
+
 using Edges = cmArray<GraphEdge>;
 Edges edges(GraphLayout& layout, std::uint32_t index)
 {
@@ -79,10 +82,10 @@ TEST(GraphLayout, ShowsAParentAboveItsChildAsAStubAndKeepsNoColumnForIt)
 {
     const Rows rows({{3}, {}, {1, 3}, {0, 1}, {4}});
     GraphLayout layout(rows);
-    layout.extend(5);
-    EXPECT_EQ(edges(layout, 2), (Edges{{0, 0, passes}, {1, 1, stub}, {1, 0, begins}}));
-    EXPECT_EQ(edges(layout, 3), (Edges{{0, 0, ends}, {0, 0, stub}, {0, 0, stub}}));
-    EXPECT_EQ(edges(layout, 4), (Edges{{0, 0, stub}}));
+    layout.finish(5);
+    EXPECT_EQ(edges(layout, 2), (Edges{{0, 0, passes}, {2, 2, stub, 1, "1"}, {2, 0, begins}}));
+    EXPECT_EQ(edges(layout, 3), (Edges{{0, 0, ends}, {0, 0, stub, 0, "0"}, {0, 0, stub, 1, "1"}}));
+    EXPECT_EQ(edges(layout, 4), (Edges{{1, 1, stub, 4, "4"}}));
 }
 
 TEST(GraphLayout, EveryLineReachesItsParentWhateverTheHistory)
@@ -101,10 +104,10 @@ TEST(GraphLayout, EveryLineReachesItsParentWhateverTheHistory)
             }
         }
         const Rows rows(parents);
-        GraphLayout layout(rows);
+        GraphLayout layout(rows, uncut);
         for (std::uint32_t known = 0; known < count; known += 1 + random() % 100)
             layout.extend(known);
-        layout.extend(count);
+        layout.finish(count);
         LineFollower follower;
         std::vector<GraphRow> all(count);
         for (std::uint32_t i = 0; i < count; ++i) {
@@ -124,15 +127,15 @@ TEST(GraphLayout, EveryLineReachesItsParentWhateverTheHistory)
 TEST(GraphLayout, LinesForWhichNoColumnIsLeftAreStubs)
 {
     constexpr std::uint32_t count = 66000;
-    std::vector<std::vector<std::uint32_t>> parents(count);
+    std::vector<std::vector<std::uint32_t>> parents(2 * count);
     for (std::uint32_t row = 0; row < count; ++row)
         parents[row] = {count + row};
     const Rows rows(parents);
-    GraphLayout layout(rows);
-    layout.extend(count);
+    GraphLayout layout(rows, uncut);
+    layout.finish(2 * count);
     EXPECT_EQ(layout.widest(), 65535);
     EXPECT_EQ(edges(layout, 65534).back(), (GraphEdge{65534, 65534, begins}));
-    EXPECT_EQ(edges(layout, 65999).back(), (GraphEdge{graphNoColumn, graphNoColumn, stub}));
+    EXPECT_EQ(edges(layout, 65999).back(), (GraphEdge{graphNoColumn, graphNoColumn, stub, count + 65999, "131999"}));
 }
 
 }  // namespace

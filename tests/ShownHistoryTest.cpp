@@ -69,9 +69,11 @@ TEST_F(ShownHistoryTest, AddsRecordsUpToTheLimitAndNoneOnceAStopIsRequested)
 TEST_F(ShownHistoryTest, JoinsTheWorkingCopyToHead)
 {
     load();
-    EXPECT_EQ(columns(), (Columns{0, 1, 0, 0, 0, 0, 2}));
+    EXPECT_EQ(columns(), (Columns{0, 1, 0, 0, 1, 0, 2}));
     const auto stub = GraphEdgeKind::stub;  // its parents are above it
-    EXPECT_EQ(graphRow.edges, (cmArray<GraphEdge>{{2, 2, GraphEdgeKind::ends}, {2, 2, stub}, {2, 2, stub}}));
+    EXPECT_EQ(graphRow.edges,
+              (cmArray<GraphEdge>{
+                  {2, 2, GraphEdgeKind::ends}, {2, 2, stub, 5, cmStringT(hashOf(5))}, {2, 2, stub, 3, cmStringT(hashOf(3))}}));
     EXPECT_EQ(commit(0).branchNumbers, cmArray<std::int64_t>{0});
     EXPECT_EQ(commit(0).pendingBranches[0].parent, cmStringT(hashOf(2)));
     for (const std::int64_t number : {0, 1, 2, 3, 4, 5, 6})
@@ -90,9 +92,9 @@ TEST_F(ShownHistoryTest, AFilterShowsTheCommitsThatContainItsTextAndTheLinesBetw
     }
     EXPECT_FALSE(history.filter("ada@example.orgy"));
     EXPECT_EQ(rows(), (Rows{1, 3, 5})) << "a filter that finds nothing changes nothing";
-    EXPECT_EQ(columns(), (Columns{0, 0, 0}));
+    EXPECT_EQ(columns(), (Columns{0, 0, 1}));
     EXPECT_TRUE(graphRow.edges.empty()) << "a line to a commit that is not shown";
-    EXPECT_EQ(history.graphWidth(), 1);
+    EXPECT_EQ(history.graphWidth(), 2);
     EXPECT_EQ(commit(3).row, 1);
     EXPECT_TRUE(commit(1).pendingBranches.empty());
     EXPECT_EQ(commit(0).row, -1) << "the working copy can be read without a row";

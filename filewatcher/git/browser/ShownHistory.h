@@ -4,6 +4,7 @@
 #include "filewatcher/git/commits/CommitStore.h"
 #include "filewatcher/git/graph/AncestorMarks.h"
 #include "filewatcher/git/graph/CommitGraph.h"
+#include "filewatcher/git/graph/GraphLayout.h"
 
 #include <cstdint>
 #include <memory>
@@ -33,7 +34,7 @@ public:
             if (more)
                 addRecord(record);
         }
-        m_layout.extend(m_store.count());  // with each call, so that the rows can be shown at once
+        m_layout.catchUp(m_store.count());  // with each call, so that the rows can be shown at once
         return more;
     }
 

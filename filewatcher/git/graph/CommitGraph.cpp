@@ -16,6 +16,11 @@ void AllCommits::node(std::uint32_t row, GraphNode& node) const
         add(parent);
 }
 
+std::uint32_t AllCommits::idOf(std::uint32_t row) const
+{
+    return m_store.idOf(row);
+}
+
 std::uint32_t AllCommits::rowOf(std::uint32_t id) const
 {
     return m_store.numberOf(id);
@@ -44,6 +49,11 @@ void SomeCommits::node(std::uint32_t row, GraphNode& node) const
     for (GraphNode::Parent& parent : node.parents)
         parent.row = rowOf(parent.id);
     std::erase_if(node.parents, [](const GraphNode::Parent& parent) { return parent.row == GraphNode::noRow; });
+}
+
+std::uint32_t SomeCommits::idOf(std::uint32_t row) const
+{
+    return m_store.idOf(m_numbers[row]);
 }
 
 std::uint32_t SomeCommits::rowOf(std::uint32_t id) const

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "filewatcher/git/commits/CommitStore.h"
-#include "filewatcher/git/graph/GraphLayout.h"
+#include "filewatcher/git/graph/GraphCommits.h"
 
 #include <cstdint>
 
@@ -12,6 +12,7 @@ public:
     /// Sets the id of the working copy's parent; without a call it has none. Call before any row is laid out.
     void setWorkingCopyParent(std::uint32_t id) { m_workingCopyParent = id; }
     void node(std::uint32_t row, GraphNode& node) const override;
+    std::uint32_t idOf(std::uint32_t row) const override;
     std::uint32_t rowOf(std::uint32_t id) const override;
     cmStringT hashText(std::uint32_t id) const override;
 
@@ -29,6 +30,7 @@ public:
     /// Returns the row of a commit by number; GraphNode::noRow when it has none.
     std::uint32_t rowOfNumber(std::uint32_t number) const;
     void node(std::uint32_t row, GraphNode& node) const override;
+    std::uint32_t idOf(std::uint32_t row) const override;
     std::uint32_t rowOf(std::uint32_t id) const override;
     cmStringT hashText(std::uint32_t id) const override;
 

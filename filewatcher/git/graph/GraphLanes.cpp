@@ -4,54 +4,102 @@
 #include <functional>
 #include <utility>
 
-void GraphLanes::restart(const cmArray<std::uint32_t>& targets)
+namespace {
+
+/// A row as GraphEdge tells it.
+std::int64_t rowNumber(std::uint32_t row)
 {
-    for (const std::uint32_t target : m_targets) {
+    return row == GraphNode::noRow ? -1 : row;
+}
+
+}  // namespace
+
+void GraphLanes::restart(const State& state)
+{
+    for (const std::uint32_t target : m_state.targets) {
         if (target < m_firsts.size())
             m_firsts[target] = graphNoColumn;
     }
     m_free.clear();
-    m_targets = targets;
-    m_next.assign(targets.size(), graphNoColumn);
-    m_widest = static_cast<std::int32_t>(targets.size());
-    for (std::size_t i = 0; i < targets.size(); ++i) {
+    m_state = state;
+    m_next.assign(state.targets.size(), graphNoColumn);
+    m_widest = static_cast<std::int32_t>(state.targets.size());
+    for (std::size_t i = 0; i < state.targets.size(); ++i) {
         const auto column = static_cast<std::uint16_t>(i);
-        if (targets[i] == free)
+        if (state.targets[i] == free)
             m_free.push_back(column);  // added in ascending order, so the array is a heap
-        else
-            reserve(column, targets[i]);
+        else if (isTarget(state.targets[i]))
+            reserve(column, state.targets[i]);
     }
 }
 
-void GraphLanes::step(const GraphNode& node, std::uint32_t index, GraphRow* row)
+void GraphLanes::step(const GraphNode& node, const GraphStep& step, GraphRow* row)
 {
+    stopLongLines(node, step);
     if (row)
-        addPassing(node, *row);
+        addPassing(node.id, *row);
+    const bool hasArrowUp = m_state.arrowUp != graphNoColumn;
     const std::uint16_t column = takeColumn(node.id, row);
     if (row)
         row->column = column;
-    // Without a first parent that inherits the column, the other parents may use it.
-    if (column != graphNoColumn && (node.parents.empty() || node.parents.front().row <= index))
-        release(column);
     for (std::size_t i = 0; i < node.parents.size(); ++i) {
-        const std::uint16_t lane = reserveFor(node.parents[i], node.parents[i].row <= index, i == 0, column);
-        if (row && lane == graphNoColumn)
-            row->edges.push_back({column, column, GraphEdgeKind::stub});
-        else if (row)
+        const GraphNode::Parent& parent = node.parents[i];
+        const std::uint16_t lane = lineTo(parent, i == 0, column, step);
+        if (row && lane != graphNoColumn)
             row->edges.push_back({column, lane, GraphEdgeKind::begins});
+        else if (row)
+            row->edges.push_back({column, column, GraphEdgeKind::stub, rowNumber(parent.row), m_commits.hashText(parent.id)});
     }
-    while (!m_targets.empty() && m_targets.back() == free) {
-        m_targets.pop_back();
-        m_next.pop_back();
-    }
+    if (column != graphNoColumn && m_state.targets[column] == held)
+        rest(column);
+    if (row)
+        addArrowsDown(*row);
+    // The row above had no arrow when it was laid out before this commit was known, or when no column was left.
+    if (row && !hasArrowUp)
+        addArrowsUp(node.id, column, *row);
+    if (step.nextId != none && m_cutLines.any(step.nextId))
+        startAgain(step.nextId, row);
+    endRow();
 }
 
-void GraphLanes::addPassing(const GraphNode& node, GraphRow& row) const
+GraphLanes::Length GraphLanes::lengthOf(std::uint32_t parentRow, std::uint32_t childRow, const GraphStep& step)
+{
+    if (std::min(parentRow, step.known) - childRow >= step.longLine)
+        return Length::longLine;
+    return parentRow < step.known ? Length::shortLine : Length::unknown;
+}
+
+void GraphLanes::stopLongLines(const GraphNode& node, const GraphStep& step)
+{
+    for (const std::uint16_t column : m_state.stopping)
+        stop(column);
+    m_state.stopping.clear();
+    std::erase_if(m_state.open, [&](const OpenLine& line) {
+        const std::uint32_t target = m_state.targets[line.column];
+        if (target == node.id)
+            return true;
+        const Length length = lengthOf(m_commits.rowOf(target), line.child, step);
+        if (length == Length::longLine) {
+            m_cutLines.add(target, line.child);
+            stop(line.column);
+        }
+        return length != Length::unknown;
+    });
+}
+
+void GraphLanes::stop(std::uint16_t column)
+{
+    m_stopped.push_back({column, m_state.targets[column]});
+    unlink(column);
+    rest(column);
+}
+
+void GraphLanes::addPassing(std::uint32_t id, GraphRow& row) const
 {
     row.edges.clear();
-    for (std::size_t i = 0; i < m_targets.size(); ++i) {
+    for (std::size_t i = 0; i < m_state.targets.size(); ++i) {
         const auto column = static_cast<std::uint16_t>(i);
-        if (m_targets[i] != free && m_targets[i] != node.id)
+        if (isTarget(m_state.targets[i]) && m_state.targets[i] != id)
             row.edges.push_back({column, column, GraphEdgeKind::passes});
     }
 }
@@ -59,82 +107,161 @@ void GraphLanes::addPassing(const GraphNode& node, GraphRow& row) const
 /// Ends all lines to the commit and returns its column, which is `held` then.
 std::uint16_t GraphLanes::takeColumn(std::uint32_t id, GraphRow* row)
 {
-    const std::uint16_t taken = leftmostFor(id);
-    if (taken == graphNoColumn)
+    const std::uint16_t arrowUp = std::exchange(m_state.arrowUp, graphNoColumn);
+    std::uint16_t column = firstTo(id);
+    if (column == graphNoColumn)
         return takeLeftmostFree();
-    std::uint16_t column = std::exchange(m_firsts[id], graphNoColumn);
-    while (column != graphNoColumn) {
-        const std::uint16_t next = m_next[column];
-        if (row)
-            row->edges.push_back({column, taken, GraphEdgeKind::ends});
-        if (column != taken)
-            release(column);
-        column = next;
+    for (; column != graphNoColumn; column = m_next[column]) {
+        m_state.targets[column] = held;
+        m_ended.push_back(column);
     }
-    m_targets[taken] = held;
+    m_firsts[id] = graphNoColumn;
+    std::sort(m_ended.begin(), m_ended.end());
+    // The line with the arrow counts only when there is no other.
+    const std::uint16_t taken = m_ended.front() == arrowUp && m_ended.size() > 1 ? m_ended[1] : m_ended.front();
     if (row) {
-        const auto ending = std::find_if(row->edges.begin(), row->edges.end(),
-                                         [](const GraphEdge& edge) { return edge.kind == GraphEdgeKind::ends; });
-        std::sort(ending, row->edges.end(), [](const GraphEdge& a, const GraphEdge& b) { return a.from < b.from; });
+        for (const std::uint16_t ended : m_ended)
+            row->edges.push_back({ended, taken, GraphEdgeKind::ends});
     }
+    std::erase(m_ended, taken);
     return taken;
+}
+
+std::uint16_t GraphLanes::lineTo(const GraphNode::Parent& parent, bool first, std::uint16_t column, const GraphStep& step)
+{
+    if (parent.row <= step.row)
+        return graphNoColumn;
+    const bool canGoOn = column != graphNoColumn && m_state.targets[column] == held;
+    const std::uint16_t joined = leftmostTo(parent.id);
+    // The first parent rather goes on in the commit's column, so that main lines do not drift to the right.
+    if (joined != graphNoColumn && !(first && canGoOn && column < joined))
+        return joined;
+    const std::uint16_t lane = canGoOn ? column : takeLeftmostFree();
+    if (lane != graphNoColumn)
+        begin(lane, parent, step);
+    return lane;
+}
+
+void GraphLanes::begin(std::uint16_t column, const GraphNode::Parent& parent, const GraphStep& step)
+{
+    reserve(column, parent.id);
+    const Length length = lengthOf(parent.row, step.row, step);
+    if (length == Length::unknown)
+        m_state.open.push_back({column, step.row});
+    if (length != Length::longLine)
+        return;
+    m_cutLines.add(parent.id, step.row);
+    m_begun.push_back(column);
+}
+
+void GraphLanes::addArrowsDown(GraphRow& row) const
+{
+    const std::size_t start = row.edges.size();
+    for (const Stopped& line : m_stopped)
+        row.edges.push_back({line.column, line.column, GraphEdgeKind::arrowDown, rowNumber(m_commits.rowOf(line.parent)),
+                             m_commits.hashText(line.parent)});
+    std::sort(row.edges.begin() + static_cast<std::ptrdiff_t>(start), row.edges.end(),
+              [](const GraphEdge& a, const GraphEdge& b) { return a.from < b.from; });
+}
+
+void GraphLanes::addArrowsUp(std::uint32_t parent, std::uint16_t column, GraphRow& row) const
+{
+    if (!m_cutLines.any(parent))
+        return;
+    for (const std::uint32_t child : m_cutLines.children(parent))
+        row.edges.push_back(
+            {column, column, GraphEdgeKind::arrowUp, rowNumber(child), m_commits.hashText(m_commits.idOf(child))});
+}
+
+/// Starts the lower part of the long lines to the commit in the next row.
+void GraphLanes::startAgain(std::uint32_t parent, GraphRow* row)
+{
+    m_state.arrowUp = takeLeftmostFree();
+    if (m_state.arrowUp == graphNoColumn)
+        return;
+    reserve(m_state.arrowUp, parent);
+    if (row)
+        addArrowsUp(parent, m_state.arrowUp, *row);
+}
+
+void GraphLanes::endRow()
+{
+    for (cmArray<std::uint16_t>* columns : {&m_ended, &m_state.resting}) {
+        for (const std::uint16_t column : *columns)
+            release(column);
+        columns->clear();
+    }
+    m_state.resting.swap(m_left);
+    m_state.stopping.swap(m_begun);
+    m_stopped.clear();
+    while (!m_state.targets.empty() && m_state.targets.back() == free) {
+        m_state.targets.pop_back();
+        m_next.pop_back();
+    }
 }
 
 std::uint16_t GraphLanes::takeLeftmostFree()
 {
+    cmArray<std::uint32_t>& targets = m_state.targets;
     while (!m_free.empty()) {
         std::pop_heap(m_free.begin(), m_free.end(), std::greater<>());
         const std::uint16_t column = m_free.back();
         m_free.pop_back();
-        if (column < m_targets.size() && m_targets[column] == free) {
-            m_targets[column] = held;
+        if (column < targets.size() && targets[column] == free) {
+            targets[column] = held;
             return column;
         }
     }
-    if (m_targets.size() >= graphNoColumn)
+    if (targets.size() >= graphNoColumn)
         return graphNoColumn;
-    m_targets.push_back(held);
+    targets.push_back(held);
     m_next.push_back(graphNoColumn);
-    m_widest = std::max(m_widest, static_cast<std::int32_t>(m_targets.size()));
-    return static_cast<std::uint16_t>(m_targets.size() - 1);
+    m_widest = std::max(m_widest, static_cast<std::int32_t>(targets.size()));
+    return static_cast<std::uint16_t>(targets.size() - 1);
 }
 
-std::uint16_t GraphLanes::leftmostFor(std::uint32_t id) const
+std::uint16_t GraphLanes::leftmostTo(std::uint32_t id) const
 {
     std::uint16_t leftmost = graphNoColumn;
-    for (std::uint16_t column = firstOf(id); column != graphNoColumn; column = m_next[column])
-        leftmost = std::min(leftmost, column);
+    for (std::uint16_t column = firstTo(id); column != graphNoColumn; column = m_next[column]) {
+        if (column < leftmost && !isOpen(column))
+            leftmost = column;
+    }
     return leftmost;
 }
 
-/// Returns the column of the line to a parent; graphNoColumn when the parent gets no line.
-std::uint16_t GraphLanes::reserveFor(const GraphNode::Parent& parent, bool above, bool first, std::uint16_t column)
+bool GraphLanes::isOpen(std::uint16_t column) const
 {
-    if (above)
-        return graphNoColumn;
-    std::uint16_t lane = column;
-    if (!first || column == graphNoColumn) {
-        lane = leftmostFor(parent.id);
-        if (lane != graphNoColumn)
-            return lane;
-        lane = takeLeftmostFree();
-    }
-    if (lane != graphNoColumn)
-        reserve(lane, parent.id);
-    return lane;
+    return std::any_of(m_state.open.begin(), m_state.open.end(),
+                       [column](const OpenLine& line) { return line.column == column; });
 }
 
 void GraphLanes::reserve(std::uint16_t column, std::uint32_t id)
 {
-    m_targets[column] = id;
+    m_state.targets[column] = id;
     if (m_firsts.size() <= id)
         m_firsts.resize(std::size_t{2} * id + 1, graphNoColumn);
     m_next[column] = std::exchange(m_firsts[id], column);
 }
 
+/// Removes a column from those of its target.
+void GraphLanes::unlink(std::uint16_t column)
+{
+    std::uint16_t* link = &m_firsts[m_state.targets[column]];
+    while (*link != column)
+        link = &m_next[*link];
+    *link = m_next[column];
+}
+
+void GraphLanes::rest(std::uint16_t column)
+{
+    m_state.targets[column] = rests;
+    m_left.push_back(column);
+}
+
 void GraphLanes::release(std::uint16_t column)
 {
-    m_targets[column] = free;
+    m_state.targets[column] = free;
     m_free.push_back(column);
     std::push_heap(m_free.begin(), m_free.end(), std::greater<>());
 }

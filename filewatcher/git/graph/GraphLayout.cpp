@@ -5,29 +5,52 @@
 namespace {
 
 constexpr std::size_t rowsPerCheckpoint = 256;
+constexpr std::uint32_t allKnown = GraphNode::noRow;
 
 }  // namespace
 
 void GraphLayout::extend(std::uint32_t count)
 {
-    for (; m_rowCount < count; ++m_rowCount) {
-        // With many lines checkpoints are rarer, so that they never take more than a word per row.
-        const std::size_t distance = std::max(rowsPerCheckpoint, m_lanes.targets().size());
-        if (m_checkpoints.empty() || m_rowCount - m_checkpoints.back().row >= distance)
-            m_checkpoints.push_back({m_rowCount, m_lanes.targets()});
-        m_commits.node(m_rowCount, m_node);
-        m_lanes.step(m_node, m_rowCount, nullptr);
-    }
+    m_commitCount = count;
+    if (count >= m_cut)
+        layOut(count - m_cut + 1);
 }
 
 void GraphLayout::catchUp(std::uint32_t count)
 {
-    extend(count);
+    m_commitCount = count;
+    if (m_rowCount < count)
+        m_catchUps.push_back({m_rowCount, count});
+    layOut(count);
 }
 
 void GraphLayout::finish(std::uint32_t count)
 {
-    extend(count);
+    m_commitCount = count;
+    layOut(count);
+}
+
+void GraphLayout::layOut(std::uint32_t end)
+{
+    for (; m_rowCount < end; ++m_rowCount) {
+        // With many lines checkpoints are rarer, so that they never take more than a word per row.
+        const std::size_t distance = std::max(rowsPerCheckpoint, m_lanes.state().targets.size());
+        if (m_checkpoints.empty() || m_rowCount - m_checkpoints.back().row >= distance)
+            m_checkpoints.push_back({m_rowCount, m_lanes.state()});
+        m_commits.node(m_rowCount, m_node);
+        m_lanes.step(m_node, stepOf(m_rowCount), nullptr);
+    }
+}
+
+/// The same whether the row is laid out for the first time or again: what had not come then counts as unknown.
+GraphStep GraphLayout::stepOf(std::uint32_t row) const
+{
+    const auto caughtUp = std::upper_bound(m_catchUps.begin(), m_catchUps.end(), row,
+                                           [](std::uint32_t wanted, const CatchUp& rows) { return wanted < rows.end; });
+    const std::uint32_t known = caughtUp != m_catchUps.end() && row >= caughtUp->start ? caughtUp->end : allKnown;
+    const std::uint32_t next = row + 1;
+    const bool hasNext = next < std::min(known, m_commitCount);
+    return {row, known, hasNext ? m_commits.idOf(next) : GraphLanes::none, m_cut};
 }
 
 void GraphLayout::row(std::uint32_t index, GraphRow& result)
@@ -36,11 +59,11 @@ void GraphLayout::row(std::uint32_t index, GraphRow& result)
                                         [](std::uint32_t row, const Checkpoint& checkpoint) { return row < checkpoint.row; });
     const Checkpoint& checkpoint = *(after - 1);
     if (m_replayRow < checkpoint.row || m_replayRow > index) {
-        m_replay.restart(checkpoint.targets);
+        m_replay.restart(checkpoint.lines);
         m_replayRow = checkpoint.row;
     }
     for (; m_replayRow <= index; ++m_replayRow) {
         m_commits.node(m_replayRow, m_node);
-        m_replay.step(m_node, m_replayRow, m_replayRow == index ? &result : nullptr);
+        m_replay.step(m_node, stepOf(m_replayRow), m_replayRow == index ? &result : nullptr);
     }
 }
