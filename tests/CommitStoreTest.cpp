@@ -137,4 +137,23 @@ TEST(CommitStore, FindsEveryCommitByItsHashAndTheFirstOfSeveralByItsFirstDigits)
     EXPECT_EQ(store.authors().size(), 2u);
 }
 
+TEST(CommitStore, TheFirstHashDecidesTheLengthOfAll)
+{
+    const std::string a = hashOf(1) + std::string(23, '7') + "a";
+    const std::string b = hashOf(1) + std::string(23, '7') + "b";
+    const std::string rest = "\0"s + "1" + "\0\0\0\x01\n"s;
+    const std::string ofLength[] = {logRecord(1, {}), a + '\0' + b + rest + b + '\0' + rest};
+    for (const int first : {0, 1}) {
+        CommitStore store;
+        store.addWorkingCopy();
+        EXPECT_EQ(addAll(store, ofLength[first] + ofLength[1 - first]), first + 1);
+        EXPECT_EQ(store.find(hashOf(1)), first == 0 ? 1 : CommitStore::none);
+        EXPECT_EQ(store.find(a.substr(0, 7)), 1u);
+        EXPECT_EQ(store.find(b), first == 1 ? 2 : CommitStore::none);
+        GitCommitInfo info;
+        store.copy(1, info);
+        EXPECT_EQ(info.hash.c_str() + "-"s + info.firstParent.c_str(), first == 1 ? a + "-" + b : hashOf(1) + "-");
+    }
+}
+
 }  // namespace

@@ -90,7 +90,11 @@ protected:
         EXPECT_EQ(callback<std::int32_t(std::int64_t, GitCommitInfo&)>(txSlotGitCommit)(number, info), 0);
         return info;
     }
-    std::string hashOf(const std::string& revision) const { return git(top, {"rev-parse", revision}).substr(0, 40); }
+    std::string hashOf(const std::string& revision) const
+    {
+        const std::string hash = git(top, {"rev-parse", revision});
+        return hash.substr(0, hash.find('\n'));
+    }
     std::string branch(std::int32_t number) { return editor.call("_GitGetBranchName", {number}).text.c_str(); }
     std::string branchHash(std::int32_t number) { return editor.call("_GitGetBranchHash", {number}).text.c_str(); }
     Texts captions() const

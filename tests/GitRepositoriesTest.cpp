@@ -90,6 +90,12 @@ TEST_F(GitRepositoriesTest, ShowsEveryShapeAsGitDoes)
     top = folder / "bare";
     importMerges();
     expectSameAsGit(top);
+    git(folder.path(), {"init", "--quiet", "--initial-branch=main", "--object-format=sha256", "sha256"});
+    top = folder / "sha256";
+    importMerges();
+    expectSameAsGit(top);
+    EXPECT_EQ(call("_GitFilterTree", {cmStringT(hashOf("main").substr(50)), 0}), 0);
+    EXPECT_EQ(editor.tree().size(), 1u);
     git(folder.path(), {"init", "--quiet", "tagged"});
     top = folder / "tagged";
     importMerges();

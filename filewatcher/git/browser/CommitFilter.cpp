@@ -21,21 +21,21 @@ bool occursIn(cmROStringT text, cmROStringT lowerText)
 /// Searches hashes for one text.
 class HashMatcher {
 public:
-    explicit HashMatcher(cmROStringT lowerText)
-        : m_text(lowerText),
-          m_possible(lowerText.size() <= CommitHash::digits && lowerText.find_first_not_of(cmHexDigits) == cmROStringT::npos)
+    HashMatcher(const CommitStore& store, cmROStringT lowerText)
+        : m_store(store), m_text(lowerText),
+          m_possible(lowerText.size() <= CommitIds::mostDigits && lowerText.find_first_not_of(cmHexDigits) == cmROStringT::npos)
     {
     }
-    bool matches(const CommitHash& hash) const
+    bool matches(std::uint32_t id) const
     {
         if (!m_possible)
             return false;
-        char digits[CommitHash::digits];
-        hash.write(digits);
-        return cmROStringT(digits, CommitHash::digits).find(m_text) != cmROStringT::npos;
+        char place[CommitIds::mostDigits];
+        return m_store.writeHash(id, place).find(m_text) != cmROStringT::npos;
     }
 
 private:
+    const CommitStore& m_store;
     cmROStringT m_text;
     bool m_possible;
 };
@@ -48,11 +48,10 @@ cmArray<std::uint32_t> filterCommits(const CommitStore& store, cmROStringT text,
     cmArray<bool> authorMatches;  // by author: there are far fewer of them than commits
     for (const CommitStore::Author& author : store.authors())
         authorMatches.push_back(text.empty() || occursIn(author.name, lowerText) || occursIn(author.email, lowerText));
-    const HashMatcher hash(lowerText);
+    const HashMatcher hash(store, lowerText);
     cmArray<std::uint32_t> found;
     for (std::uint32_t number = first; number < store.count(); ++number) {
-        if (authorMatches[store.author(number)] || occursIn(store.subject(number), lowerText)
-            || (store.idOf(number) != CommitIds::workingCopy && hash.matches(store.hash(number))))
+        if (authorMatches[store.author(number)] || occursIn(store.subject(number), lowerText) || hash.matches(store.idOf(number)))
             found.push_back(number);
     }
     return found;

@@ -66,20 +66,11 @@ std::uint32_t CommitStore::internAuthor(cmROStringT name, cmROStringT email)
     return number;
 }
 
-std::uint32_t CommitStore::intern(cmROStringT digits)
-{
-    CommitHash hash;
-    return CommitHash::parse(digits, hash) ? m_ids.intern(hash) : none;
-}
-
 std::uint32_t CommitStore::find(cmROStringT digits) const
 {
     if (digits.empty())
         return numberOf(CommitIds::workingCopy);
-    CommitHash hash;
-    if (CommitHash::parse(digits, hash))
-        return numberOf(m_ids.find(hash));
-    std::uint32_t first = none;
+    std::uint32_t first = numberOf(m_ids.find(digits));
     for (const std::uint32_t id : m_ids.findShort(digits))
         first = std::min(first, numberOf(id));
     return first;
@@ -97,8 +88,7 @@ void CommitStore::copy(std::uint32_t number, GitCommitInfo& info) const
 {
     const Commit& commit = m_commits[number];
     info = GitCommitInfo();
-    if (commit.id != CommitIds::workingCopy)
-        info.hash = hashText(commit.id);
+    info.hash = hashText(commit.id);
     if (commit.firstParent != none)
         info.firstParent = hashText(commit.firstParent);
     for (const std::uint32_t parent : otherParents(number))

@@ -30,7 +30,7 @@ public:
     bool add(const GitLogRecord& record);
 
     /// Returns the id of a hash and gives it one when it has none; `none` when `hash` is invalid.
-    std::uint32_t intern(cmROStringT hash);
+    std::uint32_t intern(cmROStringT hash) { return m_ids.intern(hash); }
     /// Returns the number of a commit by its hash or short hash (when several share it, that of the first one); the empty hash
     /// stands for the working copy. `none` when there is no such commit.
     std::uint32_t find(cmROStringT hash) const;
@@ -39,7 +39,6 @@ public:
 
     // The following take the number of an existing commit.
     std::uint32_t idOf(std::uint32_t number) const { return m_commits[number].id; }
-    const CommitHash& hash(std::uint32_t number) const { return m_ids.hash(idOf(number)); }
     cmROStringT subject(std::uint32_t number) const { return {m_commits[number].subject, m_commits[number].subjectLength}; }
     std::uint32_t author(std::uint32_t number) const { return m_commits[number].author; }
     /// `none` for a root.
@@ -54,7 +53,11 @@ public:
         cmROStringT email;
     };
     const cmArray<Author>& authors() const { return m_authors; }
-    cmStringT hashText(std::uint32_t id) const { return m_ids.hash(id).text(); }
+    /// Takes an id.
+    cmStringT hashText(std::uint32_t id) const { return m_ids.text(id); }
+    /// Writes the digits of an id's hash to `place`, which has room for CommitIds::mostDigits. Returns a view of them, which is
+    /// empty for the working copy.
+    cmROStringT writeHash(std::uint32_t id, char* place) const { return m_ids.write(id, place); }
 
 private:
     struct Commit {

@@ -14,7 +14,7 @@ struct PendingBranch {
 
 /// One commit, as the editor reads it.
 struct GitCommitInfo {
-    cmStringT hash;  ///< 40 hexadecimal digits; empty for the working copy
+    cmStringT hash;  ///< 40 or, in a SHA-256 repository, 64 hexadecimal digits; empty for the working copy
     cmStringT firstParent;
     cmArray<cmStringT> otherParents;
     cmStringT authorName;
