@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr std::size_t maxGraphColumns = 40;  // when standard output is no terminal, whose width would limit them
-
 /// Prints the rows of the browser.
 class RowPrinter {
 public:
@@ -62,7 +60,7 @@ private:
 
     void printPlain(const GitCommitInfo& info, const GraphRow& row)
     {
-        const std::size_t columns = drawnColumns(row);
+        const std::size_t graphWidth = m_graphWidth.next(row);
         cmStringT names("");
         for (const cmStringT& name : branchNames(info))
             names += cmStringT(cmCat("[") + console::printable(name) + "] ");
@@ -72,7 +70,7 @@ private:
                                     : cmStringT(cmCat("  ") + console::printable(info.authorName) + ", " + info.date.text());
         cmStringT subject = console::printable(info.subject);
         if (const std::size_t width = console::width()) {
-            const std::size_t taken = 2 * columns + shortHashLength + 1;
+            const std::size_t taken = graphWidth + shortHashLength + 1;
             const std::size_t left = width > taken ? width - taken : 0;
             names = console::shortened(names, left / 2);
             const std::size_t forSubject = left - console::widthOf(names);
@@ -80,30 +78,22 @@ private:
             // The subject matters more: author and date are shown only when it keeps 20 columns beside them.
             const bool both = forSubject >= forAbout + 20;
             subject = console::shortened(subject, both ? forSubject - forAbout : forSubject);
-            console::printLine(line(row, columns, hash, names, subject, both ? about : cmStringT("")));
+            console::printLine(line(row, graphWidth, hash, names, subject, both ? about : cmStringT("")));
             return;
         }
-        console::printLine(line(row, columns, hash, names, subject, about));
+        console::printLine(line(row, graphWidth, hash, names, subject, about));
     }
 
-    static std::size_t drawnColumns(const GraphRow& row)
-    {
-        std::size_t columns = row.column + std::size_t{1};
-        for (const GraphEdge& edge : row.edges)
-            columns = std::max({columns, edge.from + std::size_t{1}, edge.to + std::size_t{1}});
-        const std::size_t width = console::width();
-        return std::min(columns, width == 0 ? maxGraphColumns : std::max<std::size_t>(4, width / 6));
-    }
-
-    static cmStringT line(const GraphRow& row, std::size_t columns, const cmStringT& hash, const cmStringT& names,
+    static cmStringT line(const GraphRow& row, std::size_t graphWidth, const cmStringT& hash, const cmStringT& names,
                           const cmStringT& subject, const cmStringT& about)
     {
-        return cmCat(graphText(row, columns)) + console::coloured(console::yellow, hash) + " "
+        return cmCat(graphText(row, graphWidth, &console::coloured)) + console::coloured(console::yellow, hash) + " "
                + console::coloured(console::green, names) + subject + console::coloured(console::grey, about);
     }
 
     Browser& m_browser;
     bool m_json;
+    GraphWidth m_graphWidth{console::width()};
 };
 
 /// Shows how many commits of a long load have arrived.
