@@ -80,11 +80,17 @@ void GraphLanes::stopLongLines(const GraphNode& node, const GraphStep& step)
             return true;
         const Length length = lengthOf(m_commits.rowOf(target), line.child, step);
         if (length == Length::longLine) {
-            m_cutLines.add(target, line.child);
+            cut(target, line.child);
             stop(line.column);
         }
         return length != Length::unknown;
     });
+}
+
+void GraphLanes::cut(std::uint32_t parent, std::uint32_t childRow)
+{
+    if (m_addedLines)
+        m_addedLines->add(parent, childRow);
 }
 
 void GraphLanes::stop(std::uint16_t column)
@@ -150,7 +156,7 @@ void GraphLanes::begin(std::uint16_t column, const GraphNode::Parent& parent, co
         m_state.open.push_back({column, step.row});
     if (length != Length::longLine)
         return;
-    m_cutLines.add(parent.id, step.row);
+    cut(parent.id, step.row);
     m_begun.push_back(column);
 }
 
@@ -166,8 +172,6 @@ void GraphLanes::addArrowsDown(GraphRow& row) const
 
 void GraphLanes::addArrowsUp(std::uint32_t parent, std::uint16_t column, GraphRow& row) const
 {
-    if (!m_cutLines.any(parent))
-        return;
     for (const std::uint32_t child : m_cutLines.children(parent))
         row.edges.push_back(
             {column, column, GraphEdgeKind::arrowUp, rowNumber(child), m_commits.hashText(m_commits.idOf(child))});

@@ -38,8 +38,13 @@ public:
         std::uint16_t arrowUp = graphNoColumn;  ///< column of the line that starts with an arrow above the next commit
     };
 
-    /// `commits` and `cutLines` must outlive the object, which adds the lines that it cuts.
-    GraphLanes(const GraphCommits& commits, CutLines& cutLines) : m_commits(commits), m_cutLines(cutLines) {}
+    /// `commits` and `cutLines`, to which the steps add the lines that they cut, must outlive the object.
+    GraphLanes(const GraphCommits& commits, CutLines& cutLines)
+        : m_commits(commits), m_cutLines(cutLines), m_addedLines(&cutLines)
+    {
+    }
+    /// The same for steps that repeat others, whose cut lines are known.
+    GraphLanes(const GraphCommits& commits, const CutLines& cutLines) : m_commits(commits), m_cutLines(cutLines) {}
 
     const State& state() const { return m_state; }
     /// Replaces all lines.
@@ -62,6 +67,7 @@ private:
     static Length lengthOf(std::uint32_t parentRow, std::uint32_t childRow, const GraphStep& step);
 
     void stopLongLines(const GraphNode& node, const GraphStep& step);
+    void cut(std::uint32_t parent, std::uint32_t childRow);
     void stop(std::uint16_t column);
     void addPassing(std::uint32_t id, GraphRow& row) const;
     std::uint16_t takeColumn(std::uint32_t id, GraphRow* row);
@@ -90,7 +96,8 @@ private:
     };
 
     const GraphCommits& m_commits;
-    CutLines& m_cutLines;
+    const CutLines& m_cutLines;
+    CutLines* const m_addedLines = nullptr;  ///< where the lines that are cut are added
     State m_state;
     cmArray<std::uint16_t> m_next;    ///< by column: the next column with the same target
     cmArray<std::uint16_t> m_firsts;  ///< by target: one of its columns; graphNoColumn for none

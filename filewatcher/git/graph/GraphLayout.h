@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 /// The graph beside a list of commits. Rows are appended and never change, except that the far end of an arrow becomes known when
 /// its commit gets a row. Only the lines of some rows (checkpoints) are stored; any other row is computed from the checkpoint
@@ -58,7 +59,7 @@ private:
     GraphLanes m_lanes{m_commits, m_cutLines};  ///< the lines below the last row
     cmArray<Checkpoint> m_checkpoints;
     cmArray<CatchUp> m_catchUps;
-    GraphLanes m_replay{m_commits, m_cutLines};  ///< the lines above the row m_replayRow
+    GraphLanes m_replay{m_commits, std::as_const(m_cutLines)};  ///< the lines above the row m_replayRow
     std::uint32_t m_replayRow = 0;
     GraphNode m_node;  ///< kept for its memory
 };
