@@ -1,4 +1,5 @@
 #include "txhost/GraphText.h"
+#include "txhost/TextWidth.h"
 
 #include <gtest/gtest.h>
 
@@ -76,6 +77,30 @@ TEST(GraphText, MovesTheTextBehindItSeldom)
     for (const auto& [terminal, limit] : {std::pair(80, 30), {40, 15}, {20, 7}, {10, 3}, {9, 2}, {3, 2}}) {
         GraphWidth limited(static_cast<std::size_t>(terminal));
         EXPECT_EQ(width(limited, 500), static_cast<std::size_t>(limit)) << terminal;
+    }
+}
+
+TEST(TextWidth, CutsBetweenWhatAReaderSeesAsCharacters)
+{
+    const struct {
+        const char* text;
+        std::size_t width;
+        const char* shortened;  ///< to one column less
+    } cases[] = {
+        {"abc", 3, "a…"},
+        {"a\u4E2D\uFF21", 5, "a\u4E2D…"},  // wide letters
+        {"e\u0301\u0302x", 2, "…"},        // accents
+        {"ae\u0301x", 3, "a…"},
+        {"a\u2764\uFE0F\U0001F44D\U0001F3FD", 7, "a\u2764\uFE0F…"},                // asked to be an emoji; with a colour of skin
+        {"a\U0001F468\u200D\U0001F469", 5, "a…"},                                  // joined
+        {"\U0001F1E9\U0001F1EA\U0001F1EB\U0001F1F7", 4, "\U0001F1E9\U0001F1EA…"},  // two flags
+        {"\u00A1\u25CF\xFF\xCC", 4, "\u00A1\u25CF…"},                              // ambiguous; no UTF-8
+    };
+    for (const auto& [text, width, cut] : cases) {
+        EXPECT_EQ(textWidth(text), width) << text;
+        EXPECT_EQ(shortened(text, width), text);
+        EXPECT_EQ(shortened(text, width - 1), cut) << text;
+        EXPECT_EQ(shortened(text, 0), "");
     }
 }
 

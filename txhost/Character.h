@@ -2,20 +2,17 @@
 
 #include "common/cmString.h"
 
-#include <cstddef>
 #include <cstdint>
 
 /// One character of UTF-8 text. A byte that belongs to none stands alone and is not valid; its code is the byte.
 struct Character {
     cmROStringT bytes;
-    std::uint32_t code = 0;
+    std::int32_t code = 0;
     bool isValid = false;
 };
 
 /// Removes the first character from `text`, which is not empty.
 Character takeCharacter(cmROStringT& text);
-/// Its width in terminal columns.
-std::size_t columnsOf(const Character& character);
 /// Whether it is a control of ASCII. Such a control breaks a line or moves the cursor wherever the text is read.
 bool isControl(const Character& character);
 /// Whether a terminal may obey it though it is no control of ASCII: the controls of the set C1, as characters or as single bytes,

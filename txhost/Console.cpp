@@ -49,26 +49,6 @@ bool dateMissing = false;
 
 }  // namespace
 
-std::size_t console::widthOf(cmROStringT text)
-{
-    std::size_t columns = 0;
-    while (!text.empty())
-        columns += columnsOf(takeCharacter(text));
-    return columns;
-}
-
-cmStringT console::shortened(cmROStringT text, std::size_t columns)
-{
-    if (widthOf(text) <= columns)
-        return text;
-    cmStringT kept("");
-    std::size_t used = 0;
-    for (Character character = takeCharacter(text); (used += columnsOf(character)) < columns; character = takeCharacter(text))
-        kept += character.bytes;
-    kept += columns == 0 ? "" : "\u2026";
-    return kept;
-}
-
 void console::showProgress(cmROStringT text)
 {
     static bool shown = false;

@@ -44,10 +44,6 @@ cmStringT printable(cmROStringT text);
 cmStringT coloured(int colour, cmROStringT text);
 /// The width of the terminal in columns; 0 when standard output is no terminal.
 std::size_t width();
-/// The width of UTF-8 text in terminal columns.
-std::size_t widthOf(cmROStringT text);
-/// The text cut to at most `columns` columns; an ellipsis at the end shows that it was cut.
-cmStringT shortened(cmROStringT text, std::size_t columns);
 /// Shows the progress of long work on standard error, in place of the previous progress; an empty text removes it. Does nothing
 /// when standard error is no terminal.
 void showProgress(cmROStringT text);

@@ -6,6 +6,7 @@
 #include "txhost/InterruptWatch.h"
 #include "txhost/JsonText.h"
 #include "txhost/StatusPoll.h"
+#include "txhost/TextWidth.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -32,7 +33,7 @@ Json filesOf(const Json& entry)
 
 std::string padded(std::string text, std::size_t width)
 {
-    const std::size_t length = console::widthOf(text);
+    const std::size_t length = textWidth(text);
     return text.append(std::max(width, length) - length, ' ');
 }
 
@@ -94,7 +95,7 @@ int runHistory(const HostOptions& options, const std::string& file)
         console::printError(cmStringT(cmCat(path) + ": no revision"));
     std::size_t authorWidth = 0;
     for (const Json* entry : entries)
-        authorWidth = std::max(authorWidth, console::widthOf(field(*entry, "author")));
+        authorWidth = std::max(authorWidth, textWidth(field(*entry, "author")));
     for (const Json* entry : entries) {
         const bool isWorkingFile = field(*entry, "revision") == field(*entry, "revisionCaption");
         if (!isWorkingFile && field(*entry, "date").empty())

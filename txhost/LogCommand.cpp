@@ -5,6 +5,7 @@
 #include "txhost/Console.h"
 #include "txhost/GraphText.h"
 #include "txhost/JsonText.h"
+#include "txhost/TextWidth.h"
 
 #include <algorithm>
 
@@ -72,12 +73,12 @@ private:
         if (const std::size_t width = console::width()) {
             const std::size_t taken = graphWidth + shortHashLength + 1;
             const std::size_t left = width > taken ? width - taken : 0;
-            names = console::shortened(names, left / 2);
-            const std::size_t forSubject = left - console::widthOf(names);
-            const std::size_t forAbout = console::widthOf(about);
+            names = shortened(names, left / 2);
+            const std::size_t forSubject = left - textWidth(names);
+            const std::size_t forAbout = textWidth(about);
             // The subject matters more: author and date are shown only when it keeps 20 columns beside them.
             const bool both = forSubject >= forAbout + 20;
-            subject = console::shortened(subject, both ? forSubject - forAbout : forSubject);
+            subject = shortened(subject, both ? forSubject - forAbout : forSubject);
             console::printLine(line(row, graphWidth, hash, names, subject, both ? about : cmStringT("")));
             return;
         }
