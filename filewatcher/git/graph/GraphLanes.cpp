@@ -9,7 +9,7 @@ namespace {
 /// A row as GraphEdge tells it.
 std::int64_t rowNumber(std::uint32_t row)
 {
-    return row == GraphNode::noRow ? -1 : row;
+    return row == GraphNode::noRow ? std::int64_t{-1} : std::int64_t{row};
 }
 
 }  // namespace

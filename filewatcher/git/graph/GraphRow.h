@@ -33,7 +33,7 @@ struct GraphEdge {
 /// One row of the graph.
 struct GraphRow {
     std::uint16_t column = graphNoColumn;  ///< of the commit
-    /// All `passes` by column, all `ends` by column, one for each parent in order, all `arrowDown` by column, all `arrowUp` by
-    /// the row of the child. Several `arrowUp` may share a column.
+    /// All `passes` by column, all `ends` by column, one for each parent in order, all `arrowDown` by column, all `arrowUp` of
+    /// the commit itself by the row of the child, all those of the next commit likewise, which share a column.
     cmArray<GraphEdge> edges;
 };
