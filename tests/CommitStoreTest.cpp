@@ -2,6 +2,7 @@
 
 #include "filewatcher/git/commits/BranchTable.h"
 #include "filewatcher/git/commits/GitLogOutput.h"
+#include "filewatcher/git/commits/TagTable.h"
 #include "tests/LogRecords.h"
 
 #include <gtest/gtest.h>
@@ -90,6 +91,20 @@ TEST(BranchTable, NumbersTheCurrentBranchFirst)
     EXPECT_EQ(names("z", {0, 2}), "z=" + one + " a/b=2 o/a=" + one + " z=4 ");  // a remote branch may be called like a local one
     EXPECT_EQ(names("(no branch)", {2, 3}), "(no branch)=9 a/b=2 z=" + one + " o/a=" + one + " z=4 ");
     EXPECT_TRUE(GitRefs().numbered("", "").empty());
+}
+
+TEST(TagTable, TakesWholeLinesOnly)
+{
+    CommitStore store;
+    TagTable table;
+    const std::string one = hashOf(1);
+    table.assign(one + " refs/tags/b\n" + hashOf(2) + " refs/tags/b^{}\n" + one + " refs/tags/z\n" + one + " refs/heads/a\nx\n"
+                     + one + " refs/tags/c^{}\n" + hashOf(3) + " refs/tags/d\n" + one + " refs/tags/cut",
+                 store);
+    const auto namesAt = [&](int hash) { return table.namesAt(store.intern(hashOf(hash))); };
+    EXPECT_EQ(namesAt(1), (cmArray<cmStringT>{"z", "c^{}"}));
+    EXPECT_EQ(namesAt(2), (cmArray<cmStringT>{"b"}));
+    EXPECT_EQ(namesAt(4), cmArray<cmStringT>());
 }
 
 TEST(GitDateTime, IsPackedAsTheEditorReadsIt)

@@ -25,6 +25,7 @@ protected:
         show({1});
         std::ostringstream log;
         std::set<std::string> branches;
+        std::set<std::string> tags;
         std::set<std::string> marked;
         for (std::int64_t number = 1; number < published(); ++number) {
             const GitCommitInfo info = commit(number);
@@ -37,12 +38,17 @@ protected:
             log << "\n";
             for (const std::int64_t attached : info.branchNumbers)
                 branches.insert(hash + " " + branch(static_cast<std::int32_t>(attached)));
+            cmArray<cmStringT> tagNames{"old"};
+            EXPECT_EQ((callback<std::int32_t(std::int64_t, cmArray<cmStringT>&)>(txSlotGitTags)(number, tagNames)), 0);
+            for (const cmStringT& name : tagNames)
+                tags.insert(hash + " " + name.c_str());
             if (info.onCurrentBranch == 1)
                 marked.insert(hash);
         }
         EXPECT_EQ(log.str(), git(top, {"-c", "i18n.logOutputEncoding=UTF-8", "-c", "log.showSignature=false", "log", "--all",
                                        "--date=format-local:%Y-%m-%d %H:%M:%S", "--format=%H%n%P%n%ae%n%an%n%cd%n%s"}));
         EXPECT_EQ(branches, branchesOfGit());
+        EXPECT_EQ(tags, tagsOfGit());
         EXPECT_EQ(branchHash(0), hashOf("HEAD"));
         EXPECT_EQ(marked, linesOf(git(top, {"rev-list", "HEAD"})));
     }
@@ -78,11 +84,25 @@ private:
             branches.insert(hashOf("HEAD") + " " + branch(0));
         return branches;
     }
+    /// The hash and the name of every tag of a commit.
+    std::set<std::string> tagsOfGit()
+    {
+        std::set<std::string> tags;
+        for (const std::string& name : linesOf(git(top, {"for-each-ref", "--format=%(refname:lstrip=2)", "refs/tags"}))) {
+            if (git(top, {"cat-file", "-t", name + "^{}"}) == "commit\n")
+                tags.insert(hashOf(name + "^{}") + " " + name);
+        }
+        return tags;
+    }
 };
 
 TEST_F(GitRepositoriesTest, ShowsEveryShapeAsGitDoes)
 {
     importMerges();
+    git(top, {"tag", "--message=x", "v1.0", "v1"});
+    git(top, {"tag", "--message=x", "nested", "v1.0"});
+    git(top, {"tag", "--message=x", "of/a/tree", "v1^{tree}"});
+    git(top, {"tag", "tree", "v1^{tree}"});
     expectSameAsGit(top);
     git(top, {"worktree", "add", "--quiet", text(folder / "tree"), "left"});
     expectSameAsGit(folder / "tree");

@@ -196,6 +196,8 @@ TEST(Txhost, ShowsBranchesAndTheHistoryWithItsGraph)
     git(top, {"branch", "Error"});
     git(top, {"checkout", "--quiet", "-b", "work"});
     commitFiles(top, {"b"});
+    git(top, {"tag", "--message=x", "v1"});
+    git(top, {"tag", "v1-final"});
     const std::vector<Json> branches = json({"branches", text(top)});
     ASSERT_EQ(branches.size(), 3u);
     const Json hash = branches[1]["hash"];
@@ -206,6 +208,8 @@ TEST(Txhost, ShowsBranchesAndTheHistoryWithItsGraph)
     EXPECT_EQ(rows[1]["hash"], branches[0]["hash"]);
     EXPECT_EQ(rows[1]["parents"], Json::array({hash}));
     EXPECT_EQ(rows[1]["branches"], Json::array({"work"}));
+    EXPECT_EQ(rows[1]["tags"], Json::array({"v1", "v1-final"}));
+    EXPECT_NE(txhost({"log", text(top)}).output.find("[work] <v1> <v1-final> files  "), std::string::npos);
     const std::string shortHash = hash.get<std::string>().substr(0, 7);
     EXPECT_EQ(json({"log", "--filter", shortHash, text(top)}).at(0)["hash"], hash);
     EXPECT_NE(txhost({"log", text(top)}).output.find("\xE2\x97\x8B " + shortHash), std::string::npos);

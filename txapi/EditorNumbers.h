@@ -34,6 +34,7 @@ inline constexpr std::int32_t txSlotGitCommit = 50;      ///< copies a commit
 inline constexpr std::int32_t txSlotGitPaths = 51;       ///< the repository and the git executable
 inline constexpr std::int32_t txSlotGitGraphRow = 52;    ///< copies a row of the graph
 inline constexpr std::int32_t txSlotGitGraphWidth = 54;  ///< the number of columns of the widest row
+inline constexpr std::int32_t txSlotGitTags = 55;        ///< copies the names of the tags at a commit
 
 // --- Loads of the Git browser: txGitLoadEnd ---------------------------------------------------------------------
 

@@ -84,6 +84,14 @@ bool Browser::commit(std::int64_t number, GitCommitInfo& info) const
     return callback<std::int32_t(std::int64_t, GitCommitInfo&)>(m_host, txSlotGitCommit)(number, info) == 0;
 }
 
+cmArray<cmStringT> Browser::tags(std::int64_t number) const
+{
+    cmArray<cmStringT> names;
+    if (callback<std::int32_t(std::int64_t, cmArray<cmStringT>&)>(m_host, txSlotGitTags)(number, names) != 0)
+        throw HostError("the tags of a commit cannot be read");
+    return names;
+}
+
 bool Browser::graphRow(std::int64_t number, GraphRow& row) const
 {
     return callback<std::int32_t(std::int64_t, GraphRow&)>(m_host, txSlotGitGraphRow)(number, row) == 0;

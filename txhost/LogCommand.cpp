@@ -16,14 +16,14 @@ class RowPrinter {
 public:
     RowPrinter(Browser& browser, bool json) : m_browser(browser), m_json(json) {}
 
-    void print(const GitCommitInfo& info, const GraphRow& row)
+    void print(const GitCommitInfo& info, const cmArray<cmStringT>& tags, const GraphRow& row)
     {
         if (!info.hash.isEmpty() && !info.date.isSet())
             console::noteMissingDate();
         if (m_json)
-            printJson(info, row);
+            printJson(info, tags, row);
         else
-            printPlain(info, row);
+            printPlain(info, tags, row);
     }
 
 private:
@@ -38,7 +38,7 @@ private:
         return names;
     }
 
-    void printJson(const GitCommitInfo& info, const GraphRow& row)
+    void printJson(const GitCommitInfo& info, const cmArray<cmStringT>& tags, const GraphRow& row)
     {
         Json parents = Json::array();
         if (!info.firstParent.isEmpty())
@@ -48,6 +48,9 @@ private:
         Json branches = Json::array();
         for (const cmStringT& name : branchNames(info))
             branches.push_back(jsonString(name));
+        Json tagNames = Json::array();
+        for (const cmStringT& tag : tags)
+            tagNames.push_back(jsonString(tag));
         console::printLine(jsonText({{"row", info.row},
                                      {"hash", jsonString(info.hash)},
                                      {"parents", parents},
@@ -56,15 +59,19 @@ private:
                                      {"date", jsonString(info.date.text())},
                                      {"subject", jsonString(info.subject)},
                                      {"branches", branches},
+                                     {"tags", tagNames},
                                      {"column", row.column}}));
     }
 
-    void printPlain(const GitCommitInfo& info, const GraphRow& row)
+    void printPlain(const GitCommitInfo& info, const cmArray<cmStringT>& tags, const GraphRow& row)
     {
         const std::size_t graphWidth = m_graphWidth.next(row);
         cmStringT names("");
         for (const cmStringT& name : branchNames(info))
             names += cmStringT(cmCat("[") + console::printable(name) + "] ");
+        cmStringT tagNames("");
+        for (const cmStringT& tag : tags)
+            tagNames += cmStringT(cmCat("<") + console::printable(tag) + "> ");
         const cmStringT hash = info.hash.isEmpty() ? cmStringT("       ") : cmStringT(shortHash(info.hash));
         const cmStringT about = info.hash.isEmpty()
                                     ? cmStringT("")
@@ -74,22 +81,24 @@ private:
             const std::size_t taken = graphWidth + shortHashLength + 1;
             const std::size_t left = width > taken ? width - taken : 0;
             names = shortened(names, left / 2);
-            const std::size_t forSubject = left - textWidth(names);
+            tagNames = shortened(tagNames, left / 2 - textWidth(names));
+            const std::size_t forSubject = left - textWidth(names) - textWidth(tagNames);
             const std::size_t forAbout = textWidth(about);
             // The subject matters more: author and date are shown only when it keeps 20 columns beside them.
             const bool both = forSubject >= forAbout + 20;
             subject = shortened(subject, both ? forSubject - forAbout : forSubject);
-            console::printLine(line(row, graphWidth, hash, names, subject, both ? about : cmStringT("")));
+            console::printLine(line(row, graphWidth, hash, names, tagNames, subject, both ? about : cmStringT("")));
             return;
         }
-        console::printLine(line(row, graphWidth, hash, names, subject, about));
+        console::printLine(line(row, graphWidth, hash, names, tagNames, subject, about));
     }
 
     static cmStringT line(const GraphRow& row, std::size_t graphWidth, const cmStringT& hash, const cmStringT& names,
-                          const cmStringT& subject, const cmStringT& about)
+                          const cmStringT& tagNames, const cmStringT& subject, const cmStringT& about)
     {
         return cmCat(graphText(row, graphWidth, &console::coloured)) + console::coloured(console::yellow, hash) + " "
-               + console::coloured(console::green, names) + subject + console::coloured(console::grey, about);
+               + console::coloured(console::green, names) + console::coloured(console::cyan, tagNames) + subject
+               + console::coloured(console::grey, about);
     }
 
     Browser& m_browser;
@@ -124,7 +133,7 @@ int runLog(const HostOptions& options, const std::string& named, const LogOption
                 break;  // the commit has no row yet
             if (!shown)
                 continue;
-            printer.print(info, row);
+            printer.print(info, browser.tags(number), row);
             ++printed;
         }
     };

@@ -118,7 +118,10 @@ GitOutcome GitBranchesModel::readBranches()
 {
     GitOutcome current = getCurrentlyCheckedOutBranchName();
     GitOutcome refs = stopRequested() ? GitOutcome() : readRefs();
-    return current.status != 0 ? current : refs;
+    GitOutcome tags = stopRequested() ? GitOutcome() : readTags();
+    if (current.status != 0)
+        return current;
+    return refs.status != 0 ? refs : tags;
 }
 
 /// The lock is not held while git runs, because git may hang and the editor's thread reads the model. Both results are stored in
@@ -174,6 +177,16 @@ GitOutcome GitBranchesModel::readRefs()
     if (!stopRequested())
         m_history->setRefs(refs, !m_request.logRestriction.isEmpty());
     return outcome.status != 0 ? outcome : remotes;
+}
+
+GitOutcome GitBranchesModel::readTags()
+{
+    cmStringT output;
+    GitOutcome outcome = runGit("show-ref --tags --dereference", output);
+    cmMutexLock hold(modelLock);
+    if (!stopRequested())
+        m_history->setTags(output);  // after a failure, the tags that git has named before
+    return outcome;
 }
 
 GitOutcome GitBranchesModel::loadCommits()

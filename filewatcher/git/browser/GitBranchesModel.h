@@ -54,6 +54,8 @@ public:
     std::int32_t copyCommit(std::int64_t number, GitCommitInfo& info);
     /// Copies a commit by its hash or its first seven digits, shown or not. Returns false when there is none.
     bool findCommit(cmROStringT hash, GitCommitInfo& info);
+    /// Copies the names of the tags at a commit, shown or not. Returns 0, or -1 when there is no commit of that number.
+    std::int32_t copyTags(std::int64_t number, cmArray<cmStringT>& names);
     /// The number of rows that are shown.
     std::int32_t shownCount();
     /// The number of the commit in a row below shownCount.
@@ -83,6 +85,7 @@ private:
     GitOutcome getCurrentlyCheckedOutBranchName();
     GitOutcome readRemoteName(cmStringT& remoteName);
     GitOutcome readRefs();
+    GitOutcome readTags();
     GitOutcome loadCommits();
     void takeRecords(GitRunLogThread& log);
     void parseRecords(cmROStringT batch);

@@ -72,6 +72,12 @@ bool GitBranchesModel::findCommit(cmROStringT hash, GitCommitInfo& info)
     return m_history->findCommit(hash, info);
 }
 
+std::int32_t GitBranchesModel::copyTags(std::int64_t number, cmArray<cmStringT>& names)
+{
+    cmMutexLock hold(modelLock);
+    return m_history->copyTags(number, names) ? 0 : -1;
+}
+
 std::int32_t GitBranchesModel::shownCount()
 {
     cmMutexLock hold(modelLock);

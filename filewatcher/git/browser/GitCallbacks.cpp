@@ -50,6 +50,12 @@ std::int32_t graphWidthCallback()
     return model ? model->graphWidth() : 0;
 }
 
+std::int32_t tagsCallback(std::int64_t commit, cmArray<cmStringT>& tags)
+{
+    GitBranchesModel* const model = GitBranchesModel::instance(false);
+    return model ? model->copyTags(commit, tags) : noCommit;
+}
+
 /// `failure` is the result when memory runs out.
 template <auto function, auto... failure>
 void offer(std::int32_t slot)
@@ -68,11 +74,12 @@ void registerGitCallbacks()
     offer<&pathsCallback>(txSlotGitPaths);
     offer<&graphRowCallback, noCommit>(txSlotGitGraphRow);
     offer<&graphWidthCallback, 0>(txSlotGitGraphWidth);
+    offer<&tagsCallback, noCommit>(txSlotGitTags);
 }
 
 void withdrawGitCallbacks()
 {
     for (const std::int32_t slot : {txSlotGitModel, txSlotGitRefresh, txSlotGitCount, txSlotGitCommit, txSlotGitPaths,
-                                    txSlotGitGraphRow, txSlotGitGraphWidth})
+                                    txSlotGitGraphRow, txSlotGitGraphWidth, txSlotGitTags})
         txSetCallback(slot, nullptr);
 }

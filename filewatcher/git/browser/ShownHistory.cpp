@@ -57,6 +57,14 @@ bool ShownHistory::findCommit(cmROStringT hash, GitCommitInfo& info) const
     return true;
 }
 
+bool ShownHistory::copyTags(std::int64_t number, cmArray<cmStringT>& names) const
+{
+    if (!exists(number))
+        return false;
+    names = m_tags.namesAt(m_store.idOf(static_cast<std::uint32_t>(number)));
+    return true;
+}
+
 void ShownHistory::copyKnown(std::uint32_t number, GitCommitInfo& info) const
 {
     m_store.copy(number, info);

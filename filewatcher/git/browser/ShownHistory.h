@@ -2,6 +2,7 @@
 
 #include "filewatcher/git/commits/BranchTable.h"
 #include "filewatcher/git/commits/CommitStore.h"
+#include "filewatcher/git/commits/TagTable.h"
 #include "filewatcher/git/graph/AncestorMarks.h"
 #include "filewatcher/git/graph/CommitGraph.h"
 #include "filewatcher/git/graph/GraphLayout.h"
@@ -21,6 +22,8 @@ public:
     /// Numbers the branches and marks HEAD. Call once, before the first commit is added. With `restrictedLog` HEAD may be missing
     /// from the log, so no line is drawn from the working copy to it.
     void setRefs(const GitRefs& refs, bool restrictedLog);
+    /// Takes git's list of tags, as TagTable reads it. Call once.
+    void setTags(cmROStringT output) { m_tags.assign(output, m_store); }
 
     /// Adds the first `limit` records of `batch`, and before the very first one the working copy, and lays their rows out.
     /// `stopRequested()` is asked before each record. Returns whether `batch` may hold more that should be added.
@@ -44,6 +47,8 @@ public:
     bool copyCommit(std::int64_t number, GitCommitInfo& info) const;
     /// Copies a commit by its hash or a short hash, shown or not. Returns false when there is none.
     bool findCommit(cmROStringT hash, GitCommitInfo& info) const;
+    /// Copies the names of the tags at a commit, shown or not. Returns false when there is no commit of that number.
+    bool copyTags(std::int64_t number, cmArray<cmStringT>& names) const;
 
     /// The number of rows that are shown.
     std::int32_t rowCount() const { return static_cast<std::int32_t>(shownLayout().rowCount()); }
@@ -84,6 +89,7 @@ private:
 
     CommitStore m_store;
     BranchTable m_branches;
+    TagTable m_tags;
     AncestorMarks m_onCurrentBranch;
     AllCommits m_all{m_store};
     GraphLayout m_layout{m_all};
