@@ -1,5 +1,4 @@
 #include "txhost/GraphText.h"
-#include "txhost/TextWidth.h"
 
 #include <gtest/gtest.h>
 
@@ -70,37 +69,17 @@ TEST(GraphText, MovesTheTextBehindItSeldom)
     };
     GraphWidth piped(0);
     EXPECT_EQ(width(piped, 500), 1000u);
-    EXPECT_EQ(width(piped, 4), 8u + 992u);
-    for (int row = 2; row < 30; ++row)
+    EXPECT_EQ(width(piped, 4), 1000u);
+    EXPECT_EQ(width(piped, 5), 1000u);
+    for (int row = 3; row < 30; ++row)
         EXPECT_EQ(width(piped, 1), 1000u);
-    EXPECT_EQ(width(piped, 1), 8u);
-    for (const auto& [terminal, limit] : {std::pair(80, 30), {40, 15}, {20, 7}, {10, 3}, {9, 2}, {3, 2}}) {
+    EXPECT_EQ(width(piped, 1), 16u) << "in steps of four columns";
+    EXPECT_EQ(width(piped, 9), 24u) << "at once";
+    for (const auto& [terminal, least, most] :
+         {std::tuple(80, 6, 30), {40, 2, 15}, {20, 2, 7}, {10, 2, 3}, {9, 2, 2}, {3, 2, 2}}) {
         GraphWidth limited(static_cast<std::size_t>(terminal));
-        EXPECT_EQ(width(limited, 500), static_cast<std::size_t>(limit)) << terminal;
-    }
-}
-
-TEST(TextWidth, CutsBetweenWhatAReaderSeesAsCharacters)
-{
-    const struct {
-        const char* text;
-        std::size_t width;
-        const char* shortened;  ///< to one column less
-    } cases[] = {
-        {"abc", 3, "a…"},
-        {"a\u4E2D\uFF21", 5, "a\u4E2D…"},  // wide letters
-        {"e\u0301\u0302x", 2, "…"},        // accents
-        {"ae\u0301x", 3, "a…"},
-        {"a\u2764\uFE0F\U0001F44D\U0001F3FD", 7, "a\u2764\uFE0F…"},                // asked to be an emoji; with a colour of skin
-        {"a\U0001F468\u200D\U0001F469", 5, "a…"},                                  // joined
-        {"\U0001F1E9\U0001F1EA\U0001F1EB\U0001F1F7", 4, "\U0001F1E9\U0001F1EA…"},  // two flags
-        {"\u00A1\u25CF\xFF\xCC", 4, "\u00A1\u25CF…"},                              // ambiguous; no UTF-8
-    };
-    for (const auto& [text, width, cut] : cases) {
-        EXPECT_EQ(textWidth(text), width) << text;
-        EXPECT_EQ(shortened(text, width), text);
-        EXPECT_EQ(shortened(text, width - 1), cut) << text;
-        EXPECT_EQ(shortened(text, 0), "");
+        EXPECT_EQ(width(limited, 1), static_cast<std::size_t>(least)) << terminal;
+        EXPECT_EQ(width(limited, 500), static_cast<std::size_t>(most)) << terminal;
     }
 }
 

@@ -33,10 +33,10 @@ public:
     std::int32_t count() const;
     /// Fills `info` with commit `number`, counted from 0. Returns false when the commit is not shown (yet).
     bool commit(std::int64_t number, GitCommitInfo& info) const;
-    /// The names of the tags at that commit. Throws HostError when the module cannot tell them.
-    cmArray<cmStringT> tags(std::int64_t number) const;
     /// The same for the commit's row of the graph.
     bool graphRow(std::int64_t number, GraphRow& row) const;
+    /// The names of the tags at that commit. Throws HostError when the module cannot tell them.
+    cmArray<cmStringT> tags(std::int64_t number) const;
     /// The number of columns in the widest row of the graph so far.
     std::int32_t graphWidth() const;
 

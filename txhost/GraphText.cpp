@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::size_t rowsBeforeShrinking = 30;
 constexpr std::size_t leastWidth = 2;  ///< the commit's mark and a blank
+constexpr std::size_t largestStep = 8;
 constexpr std::array<int, 6> laneColours{36, 33, 35, 32, 34, 31};
 
 /// The directions in which lines leave a cell.
@@ -212,17 +213,18 @@ cmStringT graphNames(const GraphRow& row)
     return names;
 }
 
-GraphWidth::GraphWidth(std::size_t terminalWidth) : m_limit(std::numeric_limits<std::size_t>::max())
+GraphWidth::GraphWidth(std::size_t terminalWidth) : m_limit(std::numeric_limits<std::size_t>::max()), m_step(largestStep)
 {
     if (terminalWidth == 0)
         return;
     const std::size_t besideHash = terminalWidth - std::min(terminalWidth, shortHashLength);
     m_limit = std::max(leastWidth, std::min(terminalWidth * 3 / 8, besideHash));
+    m_step = std::clamp(m_limit / 8 * 2, leastWidth, largestStep);
 }
 
 std::size_t GraphWidth::next(const GraphRow& row)
 {
-    const std::size_t needed = std::min(graphCells(row), m_limit);
+    const std::size_t needed = std::min((graphCells(row) + m_step - 1) / m_step * m_step, m_limit);
     if (needed >= m_width) {
         m_width = needed;
         m_narrowRows = 0;

@@ -31,7 +31,7 @@ cmStringT graphText(const GraphRow& row, std::size_t width, Painter paint = &inN
 cmStringT graphNames(const GraphRow& row);
 
 /// Decides how many cells each row's picture gets, so that the text behind it moves as little as possible: the width grows at
-/// once, and shrinks after 30 rows that needed less, to what they needed.
+/// once, by up to four columns more than needed, and shrinks after 30 rows that needed less, to what they needed.
 class GraphWidth {
 public:
     /// In a terminal of `terminalWidth` columns the picture gets at most three eighths, and leaves room for a short hash. 0 is no
@@ -42,6 +42,7 @@ public:
 
 private:
     std::size_t m_limit;
+    std::size_t m_step;  ///< widths are multiples of it, but for the limit
     std::size_t m_width = 0;
     std::size_t m_narrowRows = 0;  ///< how many rows since one needed all of m_width
     std::size_t m_widest = 0;      ///< what those needed

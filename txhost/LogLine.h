@@ -1,0 +1,43 @@
+#pragma once
+
+#include "common/cmArray.h"
+#include "common/cmString.h"
+#include "txhost/GraphText.h"
+
+#include <cstddef>
+
+// The lines that `txhost log` prints for people. Pure functions of values.
+
+/// A branch or a tag at a commit.
+struct LogLabel {
+    cmStringT name;
+    cmROStringT brackets = "[]";  ///< two characters of ASCII
+    int colour = 0;
+};
+
+/// A commit beside its picture. Its texts hold nothing that a terminal obeys.
+struct LogEntry {
+    cmStringT hash;  ///< its short form; empty for the working copy
+    cmArray<LogLabel> labels;
+    cmStringT subject;
+    cmStringT about;  ///< author and date
+};
+
+/// Makes the lines of one log, from its first row on.
+class LogLines {
+public:
+    /// For a terminal of `terminalWidth` columns, or for a pipe (0), whose lines are never cut.
+    LogLines(std::size_t terminalWidth, Painter paint) : m_width(terminalWidth), m_paint(paint), m_graphWidth(terminalWidth) {}
+
+    /// "PICTURE HASH [BRANCH] <TAG> SUBJECT  AUTHOR, DATE  OTHER ENDS". Where a terminal is too narrow, the picture and the hash
+    /// come first. Labels get what the subject does not need, or half of the rest; those that do not fit are shortened inside
+    /// their brackets, and "[…]" stands for what is left out. Then the other ends of the row's arrows, and author and date, are
+    /// shown if the subject keeps 20 columns beside them, or all that it needs. Hashes, author and date are shown whole or not
+    /// at all.
+    cmStringT next(const GraphRow& row, const LogEntry& entry);
+
+private:
+    std::size_t m_width;
+    Painter m_paint;
+    GraphWidth m_graphWidth;
+};
