@@ -2,10 +2,14 @@
 
 #include "filewatcher/git/commits/BranchTable.h"
 #include "filewatcher/git/commits/GitLogOutput.h"
+#include "filewatcher/git/commits/RecordOrder.h"
 #include "filewatcher/git/commits/TagTable.h"
 #include "tests/LogRecords.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
 
 using namespace std::string_literals;
 
@@ -63,6 +67,89 @@ TEST(GitLogRecord, DropsRecordsThatAreNotWhole)
     EXPECT_EQ(found.hash, hashOf(2));
     EXPECT_FALSE(takeGitLogRecord(batch, found));
     EXPECT_EQ(parseCommitTime("x"), noCommitTime);
+}
+
+/// Commits by number, and their parents.
+using Commits = std::vector<std::pair<int, std::vector<int>>>;
+
+/// The numbers of a run in the order in which they are released when all have this time; each once.
+std::vector<int> released(const Commits& run, RecordOrder order, std::int64_t time)
+{
+    std::vector<int> numbers;
+    const auto sink = [&](const GitLogRecord& record) {
+        const int number = std::stoi(std::string(record.hash.substr(30)), nullptr, 16);
+        if (std::find(numbers.begin(), numbers.end(), number) == numbers.end())
+            numbers.push_back(number);
+        EXPECT_EQ(record.subject, "s");
+    };
+    for (const auto& [number, parents] : run) {
+        std::string text = logRecord(number, parents);
+        cmROStringT batch = text;
+        GitLogRecord record;
+        EXPECT_TRUE(takeGitLogRecord(batch, record));
+        record.time = time;
+        order.add(record, sink);
+        order.keepTexts();
+        text.assign(text.size(), 'x');
+    }
+    order.release(sink);
+    return numbers;
+}
+
+/// The same, by the letter of the rule.
+std::vector<int> placedSlowly(Commits run)
+{
+    std::vector<int> numbers;
+    while (!run.empty()) {
+        auto next = std::find_if(run.begin(), run.end(), [&run](const auto& commit) {
+            return std::none_of(run.begin(), run.end(), [&commit](const auto& other) {
+                return other.first != commit.first && std::ranges::count(other.second, commit.first) > 0;
+            });
+        });
+        if (next == run.end())
+            next = run.begin();
+        numbers.push_back(next->first);
+        run.erase(next);
+    }
+    return numbers;
+}
+
+TEST(RecordOrder, PlacesTheChildrenOfASecondAboveTheirParentsAndLosesNone)
+{
+    std::mt19937 random(1);
+    for (int round = 0; round < 3000; ++round) {
+        const int count = 1 + static_cast<int>(random() % 12);
+        const auto any = [&] { return 1 + static_cast<int>(random() % static_cast<unsigned>(count + 3)); };
+        Commits run;  // with cycles, parents outside the run, its own parent
+        for (int number = 1; number <= count; ++number)
+            run.push_back({number, random() % 3 == 0 ? std::vector<int>{any(), any()} : std::vector<int>{any()}});
+        std::shuffle(run.begin(), run.end(), random);
+        const std::vector<int> expected = placedSlowly(run);
+        run.insert(run.begin() + 1 + static_cast<int>(random() % run.size()), {run.front().first, {any()}});  // repeated
+        ASSERT_EQ(released(run, RecordOrder(true), round % 2 == 0 ? 1700000000 : noCommitTime), expected) << round;
+    }
+    EXPECT_EQ(released({{2, {3}}, {3, {}}, {1, {3}}}, RecordOrder(false), 1), (std::vector<int>{2, 3, 1}));
+}
+
+TEST(RecordOrder, HoldsOneSecondAndAThousandRecordsAtMost)
+{
+    RecordOrder order(true);
+    std::string seen;
+    const auto sink = [&seen](const GitLogRecord& record) { seen += record.hash; };
+    order.add({"a", "", 5, {}, {}, {}}, sink);
+    order.add({"b", "", 5, {}, {}, {}}, sink);
+    EXPECT_EQ(seen, "");
+    order.add({"c", "", 6, {}, {}, {}}, sink);
+    EXPECT_EQ(seen, "ab");
+    for (std::size_t held = 1; held < RecordOrder::mostHeld; ++held) {
+        EXPECT_EQ(seen, "ab");
+        order.add({"d", held == 1023 ? "c" : "", 6, {}, {}, {}}, sink);
+    }
+    EXPECT_EQ(seen.size(), 2 + RecordOrder::mostHeld);
+    for (const char* const usual : {"main --since=1.week", "-- -g", "\"--author=x --reverse\"", "--reflog -n 4"})
+        EXPECT_TRUE(keepsUsualOrder(usual)) << usual;
+    for (const char* const other : {"main --reverse", "-g", "\"--walk-reflogs\" -- x", "--no-walk=unsorted main", "--no-walk"})
+        EXPECT_FALSE(keepsUsualOrder(other)) << other;
 }
 
 TEST(BranchTable, NumbersTheCurrentBranchFirst)
