@@ -68,11 +68,11 @@ std::int32_t getSlowReloadFiles(TXHREFVAR result);
 /// Starts to load the branches and commits of a repository in the background, and offers the editor the callbacks of
 /// GitCallbacks.h. `repository` is a directory in the working copy, `git` the executable. Two optional arguments follow those of
 /// the prototype: 3, integer `force`; 4, text `logRestriction`: arguments of git log that replace "--all". Absent ones count as
-/// 0 and empty.
-/// Every call clears the model and ends a load that runs. A new load starts when there was no model, when property 152 names
-/// another repository, when `force` is not 0, or when the setting "def_git_browser_single_load_limit" has changed.
-/// May wait some milliseconds for the load that it ends. Returns 0, or 1 when a thread cannot be started.
-/// Out of memory: 1.
+/// 0 and empty. When a restricted load ends, all rows of the graph change once, before its txGitLoadEnd: lines to parents that
+/// are not in the log go. Every call clears the model and ends a load that runs. A new load starts when there was no model, when
+/// property 152 names another repository, when `force` is not 0, or when the setting "def_git_browser_single_load_limit" has
+/// changed. May wait some milliseconds for the load that it ends. Returns 0, or 1 when a thread cannot be started. Out of
+/// memory: 1.
 std::int32_t gitGetBranchInfo(TXPSZ repository, TXPSZ git);
 /// Ends a load and clears the model. Waits until its threads have ended, which takes milliseconds. Does nothing when the feature
 /// gate is closed.

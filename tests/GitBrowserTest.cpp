@@ -1,4 +1,5 @@
 #include "tests/GitBrowserFixture.h"
+#include "tests/LogRecords.h"
 
 namespace {
 
@@ -146,6 +147,18 @@ TEST_F(GitBrowserTest, LoadsALongHistoryInSlicesAndKeepsEveryCommit)
     EXPECT_EQ(call("_GitFilterTree", {"commit ", 0}), 0);
     EXPECT_TRUE(waitForTree());
     EXPECT_EQ(editor.tree().size(), count + 0u) << "commits that were published after the filter was set";
+}
+
+TEST_F(GitBrowserTest, ShowsTheRowsOfALogThatPauses)
+{
+    writeFile(folder / "log", logRecord(1, {2}) + logRecord(2, {9}) + logRecord(3, {}));
+    EXPECT_EQ(open({}, helperAs(folder, "tool-git-pauses")), 0);
+    EXPECT_TRUE(editor.runUntil([this] { return editor.tree().size() == 3; }, 10000)) << "the last one may have a child";
+    EXPECT_EQ(published(), 3);
+    GraphRow row;
+    EXPECT_EQ(callback<std::int32_t(std::int64_t, GraphRow&)>(txSlotGitGraphRow)(2, row), 0);
+    EXPECT_EQ(row.edges.size(), 2u) << "a line that goes on";
+    EXPECT_EQ(call("_GitGettingInfo", {}), 1);
 }
 
 TEST_F(GitBrowserTest, ClosesALoadAtAnyMoment)

@@ -124,6 +124,33 @@ TEST_F(GitRepositoriesTest, ShowsEveryShapeAsGitDoes)
     expectSameAsGit(top);
 }
 
+TEST_F(GitRepositoriesTest, ShowsTheCommitsOfOneSecondAboveTheirParents)
+{
+    const auto shown = [this](const cmArray<CallArgument>& options) {
+        show(options);
+        std::string lines;
+        for (std::int64_t number = 1; number < published(); ++number) {
+            lines += commit(number).hash.c_str();
+            lines += "\n";
+        }
+        return lines;
+    };
+    History history;
+    history.minutesApart = 0;
+    std::vector<int> marks{history.commit("main", {}, "root")};
+    for (int i = 0; i < 300; ++i) {  // each branch goes on from a commit some way back, and so git lists many below a parent
+        const std::size_t back = std::min<std::size_t>(marks.size(), 1 + static_cast<std::size_t>(i * i) % 7);
+        marks.push_back(history.commit("b" + std::to_string(i % 5), {marks[marks.size() - back]}, "s"));
+    }
+    history.import(folder, top);
+    EXPECT_NE(git(top, {"rev-list", "--all"}), git(top, {"rev-list", "--all", "--date-order"}));
+    const std::string lines = shown({});
+    EXPECT_EQ(linesOf(lines), linesOf(git(top, {"rev-list", "--all"})));
+    for (std::int64_t number = 1; number < published(); ++number)
+        EXPECT_LT(lines.find(commit(number).hash.c_str()), lines.rfind(commit(number).firstParent.c_str())) << number;
+    EXPECT_EQ(shown({1, "--reverse b1"}), git(top, {"rev-list", "--reverse", "b1"}));
+}
+
 TEST_F(GitRepositoriesTest, ShowsTextsThatMakeTroubleWhateverTheUserConfigured)
 {
     History history;

@@ -18,11 +18,16 @@ protected:
         GitRefs refs;
         refs.read(hashOf(2) + " HEAD\n" + hashOf(2) + " refs/heads/main\n" + hashOf(1) + " refs/heads/extra\n", "o");
         history.branches().setCurrentName("main");
-        history.setRefs(refs, false);
-        add(logRecord(1, {3}, "Extra") + logRecord(2, {3, 6}, "merge", "\xC3\x96", "oz@example.org") + logRecord(3, {}));
-        add(logRecord(4, {}, "on the Side", "Grace H", "g@x") + logRecord(5, {4}) + logRecord(6, {5, 3}, "late", "B", "b"));
+        history.setRefs(refs);
+        add(logRecord(1, {3}, "Extra") + logRecord(2, {3, 6}, "merge", "\xC3\x96", "oz@example.org") + logRecord(3, {})
+            + logRecord(4, {}, "on the Side", "Grace H", "g@x") + logRecord(5, {4}) + logRecord(6, {5, 3}, "late", "B", "b"));
     }
-    void add(cmROStringT batch) { EXPECT_FALSE(history.addRecords(batch, 100, neverStop)); }
+    /// Adds a batch that the log ends with.
+    void add(cmROStringT batch)
+    {
+        EXPECT_FALSE(history.addRecords(batch, 100, neverStop));
+        EXPECT_FALSE(history.finishLog(1));
+    }
     GitCommitInfo commit(std::int64_t number) const
     {
         GitCommitInfo info;
@@ -52,18 +57,61 @@ protected:
 
 TEST_F(ShownHistoryTest, AddsRecordsUpToTheLimitAndNoneOnceAStopIsRequested)
 {
-    const std::string log = logRecord(1, {2}) + logRecord(2, {3}) + logRecord(3, {});
+    std::string log = logRecord(1, {2}) + logRecord(2, {3}) + logRecord(3, {4});
     cmROStringT batch = log;
     int asked = 0;
-    EXPECT_FALSE(history.addRecords(batch, 9, [&asked] { return ++asked > 1; }));
-    EXPECT_EQ(rows(), (Rows{0, 1}));  // the working copy and one
+    EXPECT_FALSE(history.addRecords(batch, 9, [&asked] { return ++asked > 2; }));
+    EXPECT_EQ(history.commitCount(), 2) << "the working copy and one; the second of the other may not be over";
+    history.catchUp();
+    EXPECT_EQ(rows(), (Rows{0, 1}));
     ASSERT_EQ(commit(1).pendingBranches.size(), 1u);
     EXPECT_EQ(commit(1).pendingBranches[0].parent, cmStringT(hashOf(2)));
     EXPECT_TRUE(history.addRecords(batch, 1, neverStop));
-    EXPECT_EQ(rows(), (Rows{0, 1, 2}));
-    EXPECT_TRUE(commit(1).pendingBranches.empty());
-    EXPECT_FALSE(history.addRecords(batch, 9, neverStop));
-    EXPECT_EQ(history.commitCount(), 4);
+    EXPECT_EQ(rows(), (Rows{0, 1})) << "rows are laid out behind the commits";
+    log.assign(log.size(), 'x');
+    std::string rest;
+    for (int number = 4; number <= 40; ++number)
+        rest += logRecord(number, {number + 1});
+    add(rest);
+    EXPECT_EQ(history.rowCount(), 41);
+    EXPECT_EQ(commit(3).hash, cmStringT(hashOf(3))) << "it was held when the text of its batch went";
+    EXPECT_TRUE(commit(3).pendingBranches.empty());
+}
+
+TEST_F(ShownHistoryTest, ARestrictedLogIsLaidOutAnewWithoutTheParentsThatNeverCame)
+{
+    ShownHistory restricted("main");
+    GitRefs refs;
+    refs.read(hashOf(3) + " HEAD\n", "o");
+    restricted.setRefs(refs);
+    std::string log;
+    for (int number = 1; number <= 100; ++number)
+        log += logRecord(number, {number + 500, number % 9 == 0 ? number + 9 : number + 600}, number == 4 ? "four" : "s");
+    cmROStringT batch = log;
+    EXPECT_FALSE(restricted.addRecords(batch, 1000, neverStop));
+    EXPECT_EQ(restricted.graphWidth(), 7);
+    EXPECT_FALSE(restricted.filter("waits"));
+    EXPECT_TRUE(restricted.filter("four"));
+    int calls = 1;
+    while (restricted.finishLog(8))
+        ++calls;
+    EXPECT_GT(calls, 5) << "in short steps";
+    EXPECT_EQ(restricted.rowCount(), 1) << "the filter goes on";
+    EXPECT_TRUE(restricted.filter(""));
+    ASSERT_EQ(restricted.rowCount(), 101);
+    EXPECT_EQ(restricted.graphWidth(), 3);
+    const auto edgesAt = [&](std::int64_t number) {
+        EXPECT_TRUE(restricted.copyGraphRow(number, graphRow));
+        return graphRow.edges;
+    };
+    EXPECT_EQ(edgesAt(0), (cmArray<GraphEdge>{{0, 0, GraphEdgeKind::begins}})) << "HEAD is in the log";
+    EXPECT_EQ(edgesAt(3), (cmArray<GraphEdge>{{0, 0, GraphEdgeKind::ends}}));
+    EXPECT_TRUE(edgesAt(4).empty());
+    EXPECT_EQ(edgesAt(9), (cmArray<GraphEdge>{{0, 0, GraphEdgeKind::begins}}));
+    GitCommitInfo info;
+    EXPECT_TRUE(restricted.copyCommit(4, info));
+    EXPECT_TRUE(info.pendingBranches.empty());
+    EXPECT_EQ(info.firstParent, cmStringT(hashOf(504)));
 }
 
 TEST_F(ShownHistoryTest, JoinsTheWorkingCopyToHead)

@@ -1,3 +1,4 @@
+#include "tests/LogRecords.h"
 #include "tests/TestSupport.h"
 #include "tests/WatchProcess.h"
 
@@ -38,6 +39,16 @@ TEST(Txhost, EndsTheToolsThatItWaitsForOnCtrlC)
         EXPECT_TRUE(eventually([&] { return processesOf(tool) == 0; })) << command;
         killProcessesOf(tool);
     }
+}
+
+TEST(Txhost, PrintsARestrictedLogWhenItHasEnded)
+{
+    const TempFolder folder;
+    writeFile(folder / "log", logRecord(1, {2}) + logRecord(2, {}));
+    const std::string command = "timeout --signal=INT 1 " + builtProgram("txhost") + " log " + text(folder.path()) + " --git "
+                                + helperAs(folder, "tool-git-pauses") + " --restrict main >" + text(folder / "out");
+    EXPECT_NE(std::system(command.c_str()), 0);
+    EXPECT_EQ(readFile(folder / "out"), "") << "its graph is not final yet";
 }
 
 TEST(Txhost, TellsWhenTheRecentListHasNotTakenAFile)

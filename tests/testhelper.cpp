@@ -9,6 +9,7 @@
 #include "tests/HelperSystem.h"
 #include "tests/OpenDescriptors.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -69,6 +70,15 @@ void replayPerforce(const Arguments& arguments)
     const std::filesystem::path folder = cmSystemPath(cmProgramPath()).parent_path();
     std::cout << std::ifstream(folder / (command + ".out"), std::ios::binary).rdbuf();
     std::cerr << std::ifstream(folder / (command + ".err"), std::ios::binary).rdbuf();
+}
+
+/// A git whose log writes the content of the file beside it and then nothing more.
+void pauseInLog(const Arguments& arguments)
+{
+    if (std::find(arguments.begin(), arguments.end(), "--date=iso") == arguments.end())
+        return;
+    std::cout << std::ifstream(cmSystemPath(cmProgramPath()).replace_filename("log"), std::ios::binary).rdbuf() << std::flush;
+    hang();
 }
 
 /// Closes its output, and ends when there is a file "go" in its directory.
@@ -165,6 +175,7 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
              for (const std::string block = pattern(65536);;)
                  writeTo(stdout, block);
          }},
+        {"tool-git-pauses", &pauseInLog},
         {"tool-svn", &replaySvn},
         {"tool-p4", &replayPerforce},
         {"monitor", &leaveTrace},

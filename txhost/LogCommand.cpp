@@ -38,10 +38,12 @@ int runLog(const HostOptions& options, const std::string& named, const LogOption
             ++printed;
         }
     };
+    // A filter finds its commits, and a restricted log gets its final graph, when the load has ended.
+    const bool printsWhileLoading = wanted.filter.empty() && wanted.restriction.empty();
     const bool ended = browser.waitFor([&] {
-        if (!console::isTerminal() || !wanted.filter.empty())
+        if (!console::isTerminal() || !printsWhileLoading)
             showProgress(browser.count());
-        if (wanted.filter.empty())
+        if (printsWhileLoading)
             printRows(browser.count());
         return isEnough();
     });

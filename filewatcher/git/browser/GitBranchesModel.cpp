@@ -19,7 +19,9 @@ constexpr std::uint32_t pollMs = 5;  // pause before the log thread is asked aga
 constexpr std::uint32_t firstRowsPauseMs = 500;
 constexpr std::int32_t firstRows = 100;
 constexpr std::uint32_t parsePauseMs = 100;  // after as much time of parsing, readers get a pause of this length
+constexpr std::uint32_t quietMs = 100;       // a log without a new record for so long pauses
 constexpr int recordsPerHold = 256;
+constexpr std::uint32_t rowsPerHold = 4096;
 
 // Written by the editor's thread, under the model's lock; read without it.
 std::atomic<GitBranchesModel*> theModel{nullptr};
@@ -59,6 +61,7 @@ void GitBranchesModel::init(const GitLoadRequest& request)
 {
     cmMutexLock hold(modelLock);
     m_request = request;
+    m_history = std::make_unique<ShownHistory>(request.logRestriction);
     debugLog("GitBranchesModel::init", __LINE__, cmStringT(cmCat("m_path.get()=") + request.path));
 }
 
@@ -175,7 +178,7 @@ GitOutcome GitBranchesModel::readRefs()
     refs.read(output, remoteName);
     cmMutexLock hold(modelLock);
     if (!stopRequested())
-        m_history->setRefs(refs, !m_request.logRestriction.isEmpty());
+        m_history->setRefs(refs);
     return outcome.status != 0 ? outcome : remotes;
 }
 
@@ -202,8 +205,10 @@ GitOutcome GitBranchesModel::loadCommits()
         takeRecords(*log);
     } catch (...) {
         log->requestStop();  // nobody takes what it still reads
+        finishLog();
         throw;
     }
+    finishLog();
     GitOutcome outcome = log->outcome();
     cmMutexLock hold(modelLock);
     if (outcome.status == statusGitFailed && outcome.sentence.isEmpty() && m_request.logRestriction.isEmpty()
@@ -215,11 +220,22 @@ GitOutcome GitBranchesModel::loadCommits()
 void GitBranchesModel::takeRecords(GitRunLogThread& log)
 {
     cmStringT batch;
+    bool caughtUp = true;
+    std::uint32_t lastRecordTick = 0;
     while (!stopRequested() && log.takeCompleteRecords(batch) == 0) {
-        if (batch.isEmpty())
-            pause(pollMs);
-        else
+        if (!batch.isEmpty()) {
             parseRecords(batch);
+            lastRecordTick = cmTickCount();  // not before: parsing makes pauses of its own
+            caughtUp = false;
+            continue;
+        }
+        if (!caughtUp && cmTickCount() - lastRecordTick >= quietMs) {
+            cmMutexLock hold(modelLock);
+            if (!stopRequested())
+                m_history->catchUp();
+            caughtUp = true;
+        }
+        pause(pollMs);
     }
 }
 
@@ -241,6 +257,14 @@ void GitBranchesModel::parseRecords(cmROStringT batch)
             pause(parsePauseMs);
             startTick = cmTickCount();
         }
+    }
+}
+
+void GitBranchesModel::finishLog()
+{
+    for (bool more = true; more;) {
+        cmMutexLock hold(modelLock);
+        more = !stopRequested() && m_history->finishLog(rowsPerHold);
     }
 }
 

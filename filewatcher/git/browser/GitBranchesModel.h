@@ -89,6 +89,8 @@ private:
     GitOutcome loadCommits();
     void takeRecords(GitRunLogThread& log);
     void parseRecords(cmROStringT batch);
+    /// Gives every commit that came its row. Call when the log has ended, however it did.
+    void finishLog();
 
     /// Runs a git command in the repository and replaces `output` by its standard output.
     GitOutcome runGit(cmROStringT arguments, cmStringT& output);

@@ -17,7 +17,12 @@ ShownHistory::Filter::Filter(cmROStringT wanted, const AllCommits& all, const Co
     layout.finish(static_cast<std::uint32_t>(commits.numbers().size()));
 }
 
-void ShownHistory::setRefs(const GitRefs& refs, bool restrictedLog)
+ShownHistory::ShownHistory(cmROStringT logRestriction)
+    : m_restricted(!logRestriction.empty()), m_order(keepsUsualOrder(logRestriction))
+{
+}
+
+void ShownHistory::setRefs(const GitRefs& refs)
 {
     m_branches.assign(refs, m_store);
     m_onCurrentBranch.markStart(CommitIds::workingCopy);
@@ -25,8 +30,30 @@ void ShownHistory::setRefs(const GitRefs& refs, bool restrictedLog)
     if (head == CommitStore::none)
         return;
     m_onCurrentBranch.markStart(head);
-    if (!restrictedLog)
+    m_storedOnly.setWorkingCopyParent(head);
+    if (!m_restricted)
         m_all.setWorkingCopyParent(head);
+}
+
+bool ShownHistory::finishLog(std::uint32_t limit)
+{
+    m_order.release([this](const GitLogRecord& released) { addRecord(released); });
+    if (!m_restricted) {
+        m_layout->finish(m_store.count());
+        return false;
+    }
+    if (!m_layoutAnew)
+        m_layoutAnew = std::make_unique<GraphLayout>(m_storedOnly);
+    // The layout runs behind the commits that it is told of, so that this lays out more than `limit` rows.
+    const std::uint32_t known = m_layoutAnew->rowCount() + GraphLayout::longLine + limit;
+    if (known < m_store.count()) {
+        m_layoutAnew->extend(known);
+        return true;
+    }
+    m_layoutAnew->finish(m_store.count());
+    m_layout = std::move(m_layoutAnew);
+    m_drawn = &m_storedOnly;
+    return false;
 }
 
 void ShownHistory::addRecord(const GitLogRecord& record)
@@ -85,7 +112,7 @@ void ShownHistory::addPendingBranches(std::uint32_t number, GitCommitInfo& info)
     if (m_filter)
         return;  // a filtered graph has no lines to commits that are not shown
     GraphNode node;
-    m_all.node(number, node);
+    m_drawn->node(number, node);
     for (const GraphNode::Parent& parent : node.parents) {
         const std::uint32_t parentNumber = m_store.numberOf(parent.id);
         if (parentNumber == CommitStore::none || rowOf(parentNumber) == noRow)
@@ -96,7 +123,7 @@ void ShownHistory::addPendingBranches(std::uint32_t number, GitCommitInfo& info)
 std::int64_t ShownHistory::rowOf(std::uint32_t number) const
 {
     if (!m_filter)
-        return number < m_layout.rowCount() ? number : noRow;
+        return number < m_layout->rowCount() ? number : noRow;
     const std::uint32_t row = m_filter->commits.rowOfNumber(number);
     return row == GraphNode::noRow ? noRow : row;
 }
@@ -111,7 +138,7 @@ bool ShownHistory::copyGraphRow(std::int64_t number, GraphRow& row)
     const std::int64_t index = exists(number) ? rowOf(static_cast<std::uint32_t>(number)) : noRow;
     if (index == noRow)
         return false;
-    GraphLayout& layout = m_filter ? m_filter->layout : m_layout;
+    GraphLayout& layout = m_filter ? m_filter->layout : *m_layout;
     layout.row(static_cast<std::uint32_t>(index), row);
     return true;
 }
@@ -123,7 +150,7 @@ bool ShownHistory::filter(cmROStringT text)
         m_filter.reset();
         return true;
     }
-    auto filter = std::make_unique<Filter>(text, m_all, m_store);
+    auto filter = std::make_unique<Filter>(text, m_storedOnly, m_store);
     if (filter->commits.numbers().empty()) {
         m_waitingText = text;
         m_searched = m_store.count();

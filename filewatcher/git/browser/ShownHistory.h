@@ -2,6 +2,7 @@
 
 #include "filewatcher/git/commits/BranchTable.h"
 #include "filewatcher/git/commits/CommitStore.h"
+#include "filewatcher/git/commits/RecordOrder.h"
 #include "filewatcher/git/commits/TagTable.h"
 #include "filewatcher/git/graph/AncestorMarks.h"
 #include "filewatcher/git/graph/CommitGraph.h"
@@ -14,32 +15,46 @@
 /// filter selects. A load has a new one. Has no lock: for one thread at a time.
 class ShownHistory {
 public:
-    ShownHistory() = default;
+    /// `logRestriction`: the arguments that restrict the log; empty for none.
+    explicit ShownHistory(cmROStringT logRestriction = {});
     ShownHistory(const ShownHistory&) = delete;
     ShownHistory& operator=(const ShownHistory&) = delete;
 
     BranchTable& branches() { return m_branches; }
-    /// Numbers the branches and marks HEAD. Call once, before the first commit is added. With `restrictedLog` HEAD may be missing
-    /// from the log, so no line is drawn from the working copy to it.
-    void setRefs(const GitRefs& refs, bool restrictedLog);
+    /// Numbers the branches and marks HEAD. Call once, before the first commit is added. While a restricted log runs, HEAD may be
+    /// missing from it, so no line is drawn from the working copy to it.
+    void setRefs(const GitRefs& refs);
     /// Takes git's list of tags, as TagTable reads it. Call once.
     void setTags(cmROStringT output) { m_tags.assign(output, m_store); }
 
-    /// Adds the first `limit` records of `batch`, and before the very first one the working copy, and lays their rows out.
-    /// `stopRequested()` is asked before each record. Returns whether `batch` may hold more that should be added.
+    /// Takes the first `limit` records of `batch` and adds those that RecordOrder releases, before the very first one the working
+    /// copy. The last rows are not laid out yet. `stopRequested()` is asked before each record. Returns whether `batch` may hold
+    /// more that should be taken.
     template <class StopCheck>
     bool addRecords(cmROStringT& batch, int limit, const StopCheck& stopRequested)
     {
         GitLogRecord record;
         bool more = true;
-        for (int count = 0; more && count < limit; ++count) {
-            more = !stopRequested() && takeGitLogRecord(batch, record);
-            if (more)
-                addRecord(record);
+        try {
+            for (int count = 0; more && count < limit; ++count) {
+                more = !stopRequested() && takeGitLogRecord(batch, record);
+                if (more)
+                    m_order.add(record, [this](const GitLogRecord& released) { addRecord(released); });
+            }
+            m_order.keepTexts();
+        } catch (...) {
+            m_order.forget();  // their texts may go with the batch
+            throw;
         }
-        m_layout.catchUp(m_store.count());  // with each call, so that the rows can be shown at once
+        m_layout->extend(m_store.count());
         return more;
     }
+    /// Lays out the rows of all commits that were added. Call when the log pauses.
+    void catchUp() { m_layout->catchUp(m_store.count()); }
+    /// Adds the records that are held back and lays out the rows that are missing. A restricted log is laid out anew, without the
+    /// lines to parents that are not in it, and then shown so. Call when the log has ended, until it returns false: each call
+    /// lays out about `limit` rows anew.
+    bool finishLog(std::uint32_t limit);
 
     /// The number of commits, the working copy included. Commits are numbered from 0, in the order of the log.
     std::int32_t commitCount() const { return static_cast<std::int32_t>(m_store.count()); }
@@ -85,15 +100,20 @@ private:
     std::int64_t rowOf(std::uint32_t number) const;
     void copyKnown(std::uint32_t number, GitCommitInfo& info) const;
     void addPendingBranches(std::uint32_t number, GitCommitInfo& info) const;
-    const GraphLayout& shownLayout() const { return m_filter ? m_filter->layout : m_layout; }
+    const GraphLayout& shownLayout() const { return m_filter ? m_filter->layout : *m_layout; }
 
+    const bool m_restricted;
+    RecordOrder m_order;
     CommitStore m_store;
     BranchTable m_branches;
     TagTable m_tags;
     AncestorMarks m_onCurrentBranch;
     AllCommits m_all{m_store};
-    GraphLayout m_layout{m_all};
-    std::unique_ptr<Filter> m_filter;  ///< null when all commits are shown
-    cmStringT m_waitingText;           ///< of a filter that has found nothing yet; null without one
-    std::uint32_t m_searched = 0;      ///< how many commits are known not to contain m_waitingText
+    AllCommits m_storedOnly{m_store, GraphParents::stored};
+    const AllCommits* m_drawn = &m_all;  ///< what m_layout shows
+    std::unique_ptr<GraphLayout> m_layout = std::make_unique<GraphLayout>(m_all);
+    std::unique_ptr<GraphLayout> m_layoutAnew;  ///< of m_storedOnly, while finishLog builds it
+    std::unique_ptr<Filter> m_filter;           ///< null when all commits are shown
+    cmStringT m_waitingText;                    ///< of a filter that has found nothing yet; null without one
+    std::uint32_t m_searched = 0;               ///< how many commits are known not to contain m_waitingText
 };

@@ -7,7 +7,11 @@ void AllCommits::node(std::uint32_t row, GraphNode& node) const
 {
     node.id = m_store.idOf(row);
     node.parents.clear();
-    const auto add = [&](std::uint32_t parent) { node.parents.push_back({parent, rowOf(parent)}); };
+    const auto add = [&](std::uint32_t parent) {
+        const std::uint32_t parentRow = rowOf(parent);
+        if (m_parents == GraphParents::all || parentRow != GraphNode::noRow)
+            node.parents.push_back({parent, parentRow});
+    };
     const bool isWorkingCopy = node.id == CommitIds::workingCopy;
     const std::uint32_t first = isWorkingCopy ? m_workingCopyParent : m_store.firstParent(row);
     if (first != CommitStore::none)

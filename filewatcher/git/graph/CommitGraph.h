@@ -5,10 +5,18 @@
 
 #include <cstdint>
 
+/// Which parents of a commit get a line.
+enum class GraphParents : std::uint8_t {
+    all,
+    stored,  ///< those in the store; while commits are added, the answer for a row may change
+};
+
 /// All commits of a store; the row of a commit is its number. The parent of the working copy, row 0, is the commit of HEAD.
 class AllCommits : public GraphCommits {
 public:
-    explicit AllCommits(const CommitStore& store) : m_store(store) {}
+    explicit AllCommits(const CommitStore& store, GraphParents parents = GraphParents::all) : m_store(store), m_parents(parents)
+    {
+    }
     /// Sets the id of the working copy's parent; without a call it has none. Call before any row is laid out.
     void setWorkingCopyParent(std::uint32_t id) { m_workingCopyParent = id; }
     void node(std::uint32_t row, GraphNode& node) const override;
@@ -18,6 +26,7 @@ public:
 
 private:
     const CommitStore& m_store;
+    const GraphParents m_parents;
     std::uint32_t m_workingCopyParent = CommitStore::none;
 };
 
