@@ -63,7 +63,7 @@ TEST(Txhost, TellsWhenTheRecentListHasNotTakenAFile)
     unsetenv("XDG_DATA_HOME");
 }
 
-TEST(Txhost, EscapesMoreForATerminalThanForAPipe)
+TEST(Txhost, EscapesMoreForATerminalThanForAPipeAndKeepsWithinIt)
 {
     const TempFolder folder;
     const std::string name = "x\xC2\x9By\xFF\xED\xA0\x80\xC3\xBC";
@@ -75,6 +75,10 @@ TEST(Txhost, EscapesMoreForATerminalThanForAPipe)
         EXPECT_EQ(std::system((run + " >" + text(folder / "out")).c_str()), 0);
         EXPECT_NE(readFile(folder / "out").find("/" + shown), std::string::npos) << readFile(folder / "out");
     }
+    makeRepository(folder / "repo", {"a"});
+    const std::string log = "stty cols 9; " + builtProgram("txhost") + " log " + text(folder / "repo");
+    EXPECT_EQ(std::system(("NO_COLOR=1 script -qec '" + log + "' /dev/null | tail -n 1 >" + text(folder / "out")).c_str()), 0);
+    EXPECT_EQ(readFile(folder / "out").size(), std::string("● 1234567\r\n").size()) << readFile(folder / "out");
 }
 
 }  // namespace

@@ -12,7 +12,8 @@
 //     ╯ ╰ ┴  ends at the commit   ╮ ╭ ┬  begins at the commit   ├ ┤ ┼  passes, and is joined by a line of the commit
 //     ↓ ↑  a long line is left out from here, or up to here   …  columns are left out
 //
-// The rows of whole pictures tell every line: two rows of one graph look alike only when their lines are alike.
+// Two rows with different lines have different pictures, but for the commit's own column: whether a line comes from above and one
+// goes on below is told by the rows there.
 
 /// Writes text in a colour, an SGR number; console::coloured, or `inNoColour`.
 using Painter = cmStringT (*)(int colour, cmROStringT text);
