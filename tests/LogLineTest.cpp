@@ -34,7 +34,8 @@ TEST(LogLine, CutsNothingInHalf)
     const GraphRow row{0, {{0, 0, GraphEdgeKind::begins}, {1, 1, GraphEdgeKind::arrowDown, 9, "aaaaaaaf"}}};
     const LogEntry entry{
         "1234567", {{"main"}, {"topic", "<>"}, {"e\u0301\u0301x"}}, "A subject of 26 characters", "Ada, 2020-01-01"};
-    const auto line = [&](std::size_t width) { return LogLines(width, &inNoColour).next(row, entry); };
+    const auto lineOf = [&](const LogEntry& of, std::size_t width) { return LogLines(width, &inNoColour).next(row, of); };
+    const auto line = [&](std::size_t width) { return lineOf(entry, width); };
     const std::string labels = "[main] <topic> [e\u0301\u0301x] ";
     EXPECT_EQ(line(0), "● ↓     1234567 " + labels + "A subject of 26 characters  Ada, 2020-01-01  ↓ aaaaaaa");
     EXPECT_EQ(line(79), "● ↓   1234567 " + labels + "A subject of 26 characters  ↓ aaaaaaa");
@@ -46,6 +47,10 @@ TEST(LogLine, CutsNothingInHalf)
     EXPECT_EQ(line(12), "● ↓ 1234567");
     EXPECT_EQ(line(9), "● 1234567");
     EXPECT_EQ(line(8), "● ");
+    const LogEntry little{"1234567", {{"a-long-branch-name"}}, "Short", ""};
+    EXPECT_EQ(lineOf(little, 52), "● ↓ 1234567 [a-long-branch-name] Short  ↓ aaaaaaa");
+    EXPECT_EQ(lineOf(little, 40), "● ↓ 1234567 [a-long-branch-name] Short");
+    EXPECT_EQ(lineOf(little, 21), "● ↓ 1234567 […] Short");
     for (std::size_t width = 2; width < 120; ++width)
         EXPECT_LE(textWidth(line(width)), width);
 }
