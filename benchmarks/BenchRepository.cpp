@@ -43,18 +43,23 @@ std::string runGit(const fs::path& directory, const std::string& arguments)
 void makeRepository(const fs::path& top)
 {
     fs::create_directories(top);
-    runGit(top, "init --quiet");
+    runGit(top, "init --quiet --initial-branch=main");
     for (const char* setting : {"user.name Bench", "user.email bench@example.org", "commit.gpgSign false", "gc.auto 0"})
         runGit(top, std::string("config ") + setting);
+}
+
+void importHistory(const fs::path& top, const std::string& stream)
+{
+    const fs::path file = top / ".git" / "stream";
+    writeFile(file, stream);
+    bench::runInShell(bench::fastImportScript(top, file));
+    fs::remove(file);
 }
 
 MadeHistory::MadeHistory(const fs::path& top, int commits) : m_top(top), m_commits(commits)
 {
     makeRepository(top);
-    const fs::path file = top / ".git" / "stream";
-    writeFile(file, stream());
-    bench::runInShell(bench::fastImportScript(top, file));
-    fs::remove(file);
+    importHistory(top, stream());
 }
 
 std::string MadeHistory::stream() const

@@ -6,8 +6,10 @@
 /// Runs git in `directory` and returns its output without the last line end. Throws BenchError when git cannot be started or
 /// reports a fatal error.
 std::string runGit(const std::filesystem::path& directory, const std::string& arguments);
-/// Creates an empty repository with an author of its own. Throws BenchError when it cannot.
+/// Creates an empty repository with an author of its own, whose current branch is main. Throws BenchError when it cannot.
 void makeRepository(const std::filesystem::path& top);
+/// Imports a fast-import stream into the repository at `top`. Throws BenchError when it cannot.
+void importHistory(const std::filesystem::path& top, const std::string& stream);
 
 /// A Git repository with a generated history: side branches and merges throughout, a thousand authors, subjects of about fifty
 /// bytes.

@@ -12,6 +12,7 @@ bool Row::isMet() const
     case Aim::ratioAtMost: return ratio <= limit;
     case Aim::ratioAtLeast: return ratio >= limit;
     case Aim::oursAtMost: return ours <= limit;
+    case Aim::none: return true;
     }
     return false;
 }
@@ -23,7 +24,7 @@ Row makeRow(const std::string& what, const std::string& unit, double ours, doubl
     row.unit = unit;
     row.ours = ours;
     row.reference = reference;
-    row.ratio = ours / reference;
+    row.ratio = reference == 0 ? 0 : ours / reference;
     row.aim = aim;
     row.limit = limit;
     row.rounds = rounds;

@@ -13,7 +13,7 @@ public:
 };
 
 /// Which figure of a row is compared with its limit, and how.
-enum class Aim { ratioAtMost, ratioAtLeast, oursAtMost };
+enum class Aim { ratioAtMost, ratioAtLeast, oursAtMost, none };
 
 /// One row of the table: our figure beside a reference that was measured in the same run.
 struct Row {
@@ -27,7 +27,7 @@ struct Row {
     bool percent = false;  ///< whether the ratio is shown in percent
     int rounds = 0;        ///< how often it was measured
 
-    /// Whether the figure keeps its limit.
+    /// Whether the figure keeps its limit, if it has one.
     bool isMet() const;
 };
 
@@ -77,5 +77,7 @@ Row measureReloadGrowth();
 Row measureLiveDiff();
 /// The Git browser on a generated history of 1,000,000 commits; with `repository` only its load of that repository.
 std::vector<Row> measureBrowser(const std::optional<std::string>& repository);
+/// What the picture of the graph shows of a made history with many branches, or of `repository`.
+std::vector<Row> measurePicture(const std::optional<std::string>& repository);
 /// Laying out the graph of a generated history of 200,000 commits, against git's own graph and against the load.
 std::vector<Row> measureBrowserGraph();

@@ -30,6 +30,11 @@ std::string svnCheckoutScript(const std::filesystem::path& files, const std::fil
 std::string gitCommand(const std::filesystem::path& git, const std::filesystem::path& top, const std::string& arguments);
 /// The same with its output discarded.
 std::string gitScript(const std::filesystem::path& git, const std::filesystem::path& top, const std::string& arguments);
+/// The same with its output in `file`.
+std::string gitToFileScript(const std::filesystem::path& git, const std::filesystem::path& top, const std::string& arguments,
+                            const std::filesystem::path& file);
+/// A script that counts the lines of a file that contain `word`.
+std::string countScript(const std::string& word, const std::filesystem::path& file);
 /// A script with which git imports the fast-import stream in a file into the repository at `top`.
 std::string fastImportScript(const std::filesystem::path& top, const std::filesystem::path& stream);
 /// The output of a script. Throws BenchError when it cannot be run.

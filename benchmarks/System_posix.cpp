@@ -106,6 +106,17 @@ std::string bench::gitScript(const fs::path& git, const fs::path& top, const std
     return gitCommand(git, top, arguments) + " >/dev/null";
 }
 
+std::string bench::gitToFileScript(const fs::path& git, const fs::path& top, const std::string& arguments, const fs::path& file)
+{
+    return gitCommand(git, top, arguments) + " >" + quoted(file);
+}
+
+std::string bench::countScript(const std::string& word, const fs::path& file)
+{
+    // Not to /dev/null: grep would end at the first match then.
+    return "grep -c " + word + " " + quoted(file) + " >" + quoted(fs::path(file) += ".count");
+}
+
 std::string bench::fastImportScript(const fs::path& top, const fs::path& stream)
 {
     return "cd " + quoted(top) + " && git fast-import --quiet <" + quoted(stream);

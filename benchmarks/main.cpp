@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <exception>
 #include <functional>
@@ -27,6 +28,8 @@ std::string number(double value, int decimals)
 
 std::string figure(double value, const std::string& unit)
 {
+    if (unit.empty())  // a count
+        return number(value, value == std::floor(value) ? 0 : 2);
     return number(value, value < 1 ? 3 : value < 100 ? 2 : 0) + " " + unit;
 }
 
@@ -37,6 +40,8 @@ std::string share(double value, bool percent)
 
 std::string aimText(const Row& row)
 {
+    if (row.aim == Aim::none)
+        return "";
     if (row.aim == Aim::oursAtMost)
         return "<= " + number(row.limit, 0) + " " + row.unit;
     return (row.aim == Aim::ratioAtMost ? "<= " : ">= ") + share(row.limit, row.percent);
@@ -51,7 +56,7 @@ std::string jsonText(const Row& row)
     object["unit"] = row.unit;
     object["ratio"] = row.ratio;
     object["aim"] = row.limit;
-    object["aimOf"] = row.aim == Aim::oursAtMost ? "ours" : "ratio";
+    object["aimOf"] = row.aim == Aim::none ? "none" : row.aim == Aim::oursAtMost ? "ours" : "ratio";
     object["atLeast"] = row.aim == Aim::ratioAtLeast;
     object["rounds"] = row.rounds;
     object["ok"] = row.isMet();
@@ -75,7 +80,10 @@ public:
             std::printf("%s\n", jsonText(row).c_str());
         else
             std::printf(line, row.what.c_str(), figure(row.ours, row.unit).c_str(), figure(row.reference, row.unit).c_str(),
-                        share(row.ratio, row.percent).c_str(), aimText(row).c_str(), row.isMet() ? "ok" : "MISSED");
+                        share(row.ratio, row.percent).c_str(), aimText(row).c_str(),
+                        row.aim == Aim::none ? ""
+                        : row.isMet()        ? "ok"
+                                             : "MISSED");
         std::fflush(stdout);
     }
 
@@ -92,10 +100,11 @@ struct Measurement {
 int runAll(bool json, const std::string& only, const std::optional<std::string>& repository)
 {
     const auto one = [](Row (*measure)()) { return [measure] { return std::vector<Row>{measure()}; }; };
-    const std::array<Measurement, 11> measurements{{
+    const std::array<Measurement, 12> measurements{{
         {"git browser",
          [&repository] { return measureBrowser(repository); }},  // first, because it measures the memory of this process
         {"git graph", &measureBrowserGraph},
+        {"git picture", [&repository] { return measurePicture(repository); }},
         {"status pass", [&repository] { return std::vector<Row>{measureStatusPass(repository)}; }},
         {"svn status pass", one(&measureSvnPass)},
         {"svn growth", one(&measureSvnGrowth)},
@@ -132,7 +141,8 @@ int main(int argc, char** argv)
     std::optional<std::string> repository;
     app.add_flag("--json", json, "One JSON object a line");
     app.add_option("--only", only, "Only the measurements with this in their name")->type_name("TEXT");
-    app.add_option("REPOSITORY", repository, "A Git repository for the status pass, instead of one that is made for it");
+    app.add_option("REPOSITORY", repository,
+                   "A Git repository for the browser and the status pass, instead of those that are made for them");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
