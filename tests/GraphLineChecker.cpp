@@ -31,8 +31,8 @@ public:
                 followArrowUp(edge);
             else if (edge.kind != begins && edge.kind != stub)
                 followFromAbove(edge);
-            else if (parents < m_history[m_row].size())
-                followToParent(edge, m_history[m_row][parents++]);
+            else if (++parents <= m_history[m_row].size())
+                followToParent(edge, m_history[m_row][parents - 1]);
         }
         EXPECT_EQ(parents, m_history[m_row].size());
         EXPECT_EQ(m_unseen, 0u) << "a line is broken";
@@ -81,6 +81,7 @@ private:
         EXPECT_EQ(edge.from, m_own);
         EXPECT_EQ(edge.kind == stub, parent <= m_row);
         if (edge.kind == stub) {
+            EXPECT_EQ(edge.to, m_own);
             EXPECT_EQ(edge.other, parent);
             return;
         }
