@@ -15,7 +15,7 @@
 namespace {
 
 constexpr const char* texts[] = {"hash", "parentHash", "authorName", "authorEmail", "committerDate", "comment"};
-constexpr const char* lists[] = {"otherParents", "longComment", "modifiedFiles", "stagedFiles"};
+constexpr const char* lists[] = {"otherParents", "longComment", "modifiedFiles", "modifiedFilesByParent", "stagedFiles"};
 
 /// The full hash of the commit that `revision` names. Throws HostError when there is none.
 cmStringT fullHash(const Host& host, cmROStringT repository, cmROStringT revision, const InterruptWatch& interrupts)
@@ -38,6 +38,13 @@ cmStringT fullHash(const Host& host, cmROStringT repository, cmROStringT revisio
     throw HostError(error.empty() ? "no such commit: " + std::string(revision) : std::string(cmTakeUntil(error, '\n')));
 }
 
+/// Turns an empty list into an array: the module writes no elements into it, so its variable is none.
+void makeArray(Json& list)
+{
+    if (!list.is_array())
+        list = Json::array();
+}
+
 void printPlain(const Json& table)
 {
     const auto text = [&table](const char* key) {
@@ -56,8 +63,18 @@ void printPlain(const Json& table)
     printNamed("date    ", text("committerDate"));
     for (const Json& line : table.at("longComment"))
         console::printLine(cmStringT(cmCat("    ") + console::printable(line.get<std::string>())));
-    for (const Json& name : table.at("modifiedFiles"))
-        printNamed("file    ", console::printable(name.get<std::string>()));
+    const auto printFiles = [&printNamed](const Json& names) {
+        for (const Json& name : names)
+            printNamed("file    ", console::printable(name.get<std::string>()));
+    };
+    const Json& byParent = table.at("modifiedFilesByParent");
+    if (byParent.empty())
+        printFiles(table.at("modifiedFiles"));
+    for (std::size_t i = 0; i < byParent.size(); ++i) {
+        const Json& parent = i == 0 ? table.at("parentHash") : table.at("otherParents").at(i - 1);
+        printNamed("against ", console::printable(parent.get<std::string>()));
+        printFiles(byParent.at(i));
+    }
 }
 
 }  // namespace
@@ -94,8 +111,9 @@ int runShow(const HostOptions& options, const std::string& repository)
         throw HostError("the module has not loaded the commit " + std::string(hash.view()));
     }
     for (const char* key : lists)
-        if (!table.at(key).is_array())
-            table[key] = Json::array();  // the module writes no elements into an empty list
+        makeArray(table[key]);
+    for (Json& files : table["modifiedFilesByParent"])
+        makeArray(files);
     if (table.at("committerDate") == "")
         console::noteMissingDate();
     if (options.json)

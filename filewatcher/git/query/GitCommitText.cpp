@@ -1,5 +1,6 @@
 #include "filewatcher/git/query/GitCommitText.h"
 
+#include "common/cmStringCatHelper.h"
 #include "filewatcher/git/GitQuotedName.h"
 
 #include <algorithm>
@@ -25,4 +26,21 @@ GitCommitText parseGitCommitText(cmROStringT output)
         }
     }
     return text;
+}
+
+cmArray<cmArray<cmStringT>> parseFilesByParent(cmROStringT output, cmROStringT hash, const cmArray<cmStringT>& parents)
+{
+    const cmStringT heading = cmCat(hash) + " (from ";
+    cmArray<cmArray<cmStringT>> files(parents.size());
+    std::size_t parent = parents.size();  // none yet
+    while (!output.empty()) {
+        cmROStringT line = cmTakeUntil(output, '\n');
+        if (line.starts_with(heading)) {
+            line.remove_prefix(heading.length());
+            parent = static_cast<std::size_t>(std::ranges::find(parents, cmStringT(cmTakeUntil(line, ')'))) - parents.begin());
+        } else if (!line.empty() && parent < files.size()) {
+            files[parent].push_back(gitNameOnLine(line));
+        }
+    }
+    return files;
 }

@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr const char* filesByParentKey = "modifiedFilesByParent";
+
 void setText(TXHVAR table, TXPSZ key, const cmStringT& text)
 {
     if (const TXHVAR element = txHvarHashElement(table, key, 0))
@@ -28,8 +30,24 @@ void setTexts(TXHVAR table, TXPSZ key, const cmArray<cmStringT>& texts)
         storeTexts(element, texts);
 }
 
+void setTextsByParent(TXHVAR table, TXPSZ key, const cmArray<cmArray<cmStringT>>& lists)
+{
+    const TXHVAR element = txHvarHashElement(table, key, 0);
+    shortenEditorArray(element, 0);
+    for (std::size_t i = 0; i < lists.size(); ++i)
+        storeTexts(madeElement(element, static_cast<std::int32_t>(i)), lists[i]);
+}
+
+/// Runs `git show` with `options`. Tells the editor why it failed, if it did.
+std::int32_t showCommit(cmROStringT git, cmROStringT repository, cmROStringT options, cmROStringT revision, cmStringT& output)
+{
+    const cmStringT commandLine = cmCat(quotedGit(git)) + " --no-pager show " + options + " " + quoteArgument(revision);
+    return endGitQuery(runGitQuery(commandLine, repository, output));
+}
+
 /// Fills the elements that the hash table has; keys that it lacks are skipped.
-void fillCommitTable(TXHVAR table, const GitCommitInfo& commit, const GitCommitText& text)
+void fillCommitTable(TXHVAR table, const GitCommitInfo& commit, const GitCommitText& text,
+                     const cmArray<cmArray<cmStringT>>& filesByParent)
 {
     setTextUnlessEmpty(table, "hash", commit.hash);
     setTextUnlessEmpty(table, "parentHash", commit.firstParent);
@@ -40,6 +58,7 @@ void fillCommitTable(TXHVAR table, const GitCommitInfo& commit, const GitCommitT
     setText(table, "comment", commit.subject);
     setTexts(table, "longComment", text.message);
     setTexts(table, "modifiedFiles", text.files);
+    setTextsByParent(table, filesByParentKey, filesByParent);
     setTexts(table, "stagedFiles", commit.stagedFiles.names());
 }
 
@@ -55,14 +74,23 @@ std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR
     const bool isWorkingCopy = revision.isEmpty();  // without a commit git would show HEAD
     std::int32_t status = 0;
     cmStringT output("");
-    if (!isWorkingCopy) {
-        const cmStringT commandLine = cmCat(quotedGit(git)) + " --no-pager show --name-only -m \"--pretty=format:"
-                                      + gitCommitFormat + "\" " + quoteArgument(revision);
-        status = endGitQuery(runGitQuery(commandLine, repository, output));
-    }
+    if (!isWorkingCopy)
+        status = showCommit(git, repository, cmStringT(cmCat("--name-only -m \"--pretty=format:") + gitCommitFormat + "\""),
+                            revision, output);
     GitBranchesModel* model = GitBranchesModel::instance(false);
     GitCommitInfo commit;
-    if (result && status == 0 && (isWorkingCopy || !output.isEmpty()) && model && model->findCommit(revision, commit))
-        fillCommitTable(result, commit, parseGitCommitText(output));
+    if (!result || status != 0 || (!isWorkingCopy && output.isEmpty()) || !model || !model->findCommit(revision, commit))
+        return status;
+    cmArray<cmArray<cmStringT>> filesByParent;
+    if (!commit.otherParents.empty() && txHvarHashElement(result, filesByParentKey, 0)) {
+        cmStringT byParent;
+        status = showCommit(git, repository, gitFilesByParentOptions, commit.hash, byParent);
+        if (status != 0)
+            return status;
+        cmArray<cmStringT> parents{commit.firstParent};
+        parents.insert(parents.end(), commit.otherParents.begin(), commit.otherParents.end());
+        filesByParent = parseFilesByParent(byParent, commit.hash, parents);
+    }
+    fillCommitTable(result, commit, parseGitCommitText(output), filesByParent);
     return status;
 }
