@@ -79,12 +79,12 @@ std::int32_t gitGetBranchInfo(TXPSZ repository, TXPSZ git);
 void gitBranchClose();
 /// Fills elements of the hash table `result` with what is known of the commit `hash`. Only keys that the table holds are filled:
 /// "hash", "parentHash", "authorName", "authorEmail", "committerDate" ("YYYY-MM-DD HH:mm:ss", local time), "comment" (the
-/// subject), and the arrays "otherParents", "longComment" (lines), "modifiedFiles", "stagedFiles". The first four are left as
-/// they were when they are not known. Nothing is filled when the branches model does not have the commit. For the working copy,
-/// whose hash is empty, git is not run: it has no message and no files. Returns 0; -1 when git
-/// reports a fatal error or `hash` begins with a dash; -2173 when the feature gate is closed; or why git could not be started.
-/// Waits for git without limit.
-/// Out of memory: -12.
+/// subject), and the arrays "otherParents", "longComment" (lines), "modifiedFiles", "modifiedFilesByParent" (of a merge:
+/// for each parent, in their order, an array of the files that differ from it; otherwise empty), "stagedFiles". The first four
+/// are left as they were when they are not known. Nothing is filled when the branches model does not have the commit. For the
+/// working copy, whose hash is empty, git is not run: it has no message and no files. Returns 0; -1 when git reports a fatal
+/// error or `hash` begins with a dash; -2173 when the feature gate is closed; or why git could not be started. Waits for git
+/// without limit; it is run a second time for the files by parent. Out of memory: -12.
 std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR result);
 /// Fills the array `result` with the revisions of `file`, newest first, as instances of the editor's class "SVCHistoryInfo".
 /// Element 0 is the root entry; the index fields link the revisions as its children. `revision` is where the history begins;
@@ -107,11 +107,23 @@ std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR tree);
 /// Adds changes to the hash table `result`; paths of working-copy lists are relative to the top level, with slashes.
 /// Without a revision: at the key `repository`, a hash table of the arrays "local" (files that differ from the index) and
 /// "staged" (files in the index that differ from HEAD). With one: for each file in `repository` that differs from it, at its full
-/// path, a hash table whose array "hunks" holds hash tables of the integers "oldStart", "oldCount", "newStart", "newCount" and
-/// the array "lines"; a line begins with "+", "-", a blank or a backslash. Returns 0; -1 when git reports a fatal error, when
+/// path (that of a renamed or copied file is the new one), a hash table with
+///   "oldPath": the full path that a renamed or copied file comes from; empty for any other file;
+///   "oldMode", "newMode": as git writes them ("100644"), equal when the mode did not change. The old one is empty for a new
+///     file, the new one for a deleted file, and both when git names none: a rename of the very same contents;
+///   "binary": 1 when git shows no lines because they are no text; else 0;
+///   "hunks": an array of hash tables of the integers "oldStart", "oldCount", "newStart", "newCount" and the array "lines"; a
+///   line
+///     begins with "+", "-", a blank or a backslash.
+/// A revision that stands for a merge, such as "HEAD^!", compares with all of its parents at once and lists the files that differ
+/// from each of them. "oldMode" then holds a mode for each parent, with commas between them; both modes are empty when none
+/// changed. A hunk has, instead of "oldStart" and "oldCount", the array "oldRanges" of hash tables of the integers "start" and
+/// "count", one for each parent; a line begins with one character for each parent: "+" when that parent lacks the line, "-" when
+/// it has it and the merge lacks it, else a blank.
+/// Returns 0; -1 when git reports a fatal error, when
 /// nothing differs from the revision, or when it begins with a dash; -2173 when the feature gate is closed; or why git could not
 /// be started. `result` changes on 0 only. Without a revision the second command decides: "local" is left out when only its own
-/// command failed. Waits for git, at most two runs, without limit.
+/// command failed. Waits for git, at most three runs, without limit.
 /// Out of memory: -12.
 std::int32_t gitGetDiffInfo(TXPSZ repository, TXPSZ git, TXHREFVAR result, TXPSZ revision);
 /// Returns 1 while the model's own thread runs, else 0.

@@ -179,25 +179,53 @@ TEST_F(GitQueryTest, ListsWhatIsChangedAndWhatIsStaged)
 TEST_F(GitQueryTest, GivesTheLinesThatDifferFromARevision)
 {
     git(top, {"config", "diff.context", "0"});
+    git(top, {"config", "diff.noprefix", "true"});
     writeFile(top / "a b", "1\n2\n3\n");
     commit({"sub/c d"});
     writeFile(top / "a b", "one\n2\nthree\n");
     writeFile(top / "sub" / "c d", "one\ntwo\n");
     const std::string first = "[lines[[-1][+one]]newCount[1]newStart[1]oldCount[1]oldStart[1]]";
     const std::string second = "[lines[[-3][+three]]newCount[1]newStart[3]oldCount[1]oldStart[3]]";
-    const std::string inSub = in("sub/c d") + "[hunks[[lines[[+two]]newCount[1]newStart[2]oldCount[0]oldStart[1]]]]";
+    const auto entry = [this](const char* name, const std::string& hunks) {
+        return in(name) + "[binary[0]hunks[" + hunks + "]newMode[100644]oldMode[100644]oldPath[]]";
+    };
+    const std::string inSub = entry("sub/c d", "[lines[[+two]]newCount[1]newStart[2]oldCount[0]oldStart[1]]");
     ASSERT_EQ(diff("HEAD"), 0);
-    EXPECT_EQ(shownResult(), in("a b") + "[hunks[" + first + second + "]]" + inSub);
+    EXPECT_EQ(shownResult(), entry("a b", first + second) + inSub);
     writeFile(top / "a b", "one\n2\n3\n");
     for (const fs::path& directory : {top, top / "sub"}) {
         ASSERT_EQ(diff("HEAD", directory), 0);
-        EXPECT_EQ(shownResult(), in("a b") + "[hunks[" + first + "]]" + inSub) << "of " << directory;
+        EXPECT_EQ(shownResult(), entry("a b", first) + inSub) << "of " << directory;
     }
     git(top, {"branch", "sub"});
     git(top, {"add", "a b"});
     txHvarSetString(result, "");
     ASSERT_EQ(diff("sub"), 0);
-    EXPECT_EQ(shownResult(), in("a b") + "[hunks[" + first + "]]" + inSub) << "with a branch that a folder shares its name with";
+    EXPECT_EQ(shownResult(), entry("a b", first) + inSub) << "with a branch that a folder shares its name with";
+}
+
+TEST_F(GitQueryTest, GivesWhatAMergeChangedAgainstAllItsParents)
+{
+    commit({"sub/f"});
+    git(top, {"mv", "sub/f", "sub/g"});
+    git(top, {"commit", "--quiet", "--message", "renamed"});
+    ASSERT_EQ(diff("HEAD~1", top / "sub"), 0);
+    EXPECT_EQ(shownResult(), in("sub/g") + "[binary[0]hunks[]newMode[]oldMode[]oldPath[" + in("sub/f") + "]]");
+    writeFile(top / "sub" / "g", "two\n");
+    git(top, {"commit", "--quiet", "--all", "--message", "two"});
+    writeFile(top / "sub" / "g", "three\n");
+    git(top, {"add", "--all"});
+    const std::string tree = git(top, {"write-tree"}).substr(0, 40);
+    const std::string merge = git(top, {"commit-tree", "-p", "HEAD", "-p", "HEAD~1", "-m", "merge", tree}).substr(0, 40) + "^!";
+    for (const fs::path& directory : {top, top / "sub"}) {
+        ASSERT_EQ(diff("HEAD", directory), 0);  // its hunk has other keys
+        ASSERT_EQ(diff(merge.c_str(), directory), 0);
+        const std::string one = "[count[1]start[1]]";
+        EXPECT_TRUE(shownResult().ends_with(in("sub/g")
+                                            + "[binary[0]hunks[[lines[[- two][ -one][++three]]newCount[1]newStart[1]oldRanges["
+                                            + one + one + "]]]newMode[]oldMode[]oldPath[]]"))
+            << shownResult();
+    }
 }
 
 TEST_F(GitQueryTest, FillsTheKeysThatACommitTableHas)
@@ -207,17 +235,18 @@ TEST_F(GitQueryTest, FillsTheKeysThatACommitTableHas)
     git(top, {"checkout", "--quiet", "-b", "side"});
     commit({"h"});
     git(top, {"checkout", "--quiet", "main"});
-    git(top, {"merge", "--quiet", "--no-ff", "side", "--message", "merged\n\nwhy"});
+    git(top, {"merge", "--quiet", "--strategy=ours", "side", "--message", "merged\n\nwhy"});
     ASSERT_EQ(call("_GitGetBranchInfo", {cmStringT(text(top)), "git"}), 0);
     ASSERT_TRUE(editor.runUntil([this] { return call("_GitGetBranchInfoRunning", {}) == 0; }, 20000));
-    for (const char* key : {"hash", "parentHash", "otherParents", "authorEmail", "committerDate", "longComment", "modifiedFiles"})
+    for (const char* key : {"hash", "parentHash", "otherParents", "authorEmail", "committerDate", "longComment", "modifiedFiles",
+                            "modifiedFilesByParent"})
         txHvarSetString(txHvarHashElement(result, key, txCreateMissing), "old");
     ASSERT_EQ(show(gitLog("%H")), 0);
-    const std::string ofMerge = "longComment[[merged][][why][]]modifiedFiles[[h]]otherParents[[";
+    const std::string ofMerge = "longComment[[merged][][why][]]modifiedFiles[[h]]modifiedFilesByParent[[][[h]]]otherParents[[";
     EXPECT_EQ(shownResult(), gitLog("authorEmail[%ae]committerDate[%cd]hash[%H]") + ofMerge + gitLog("%H", "side")
                                  + gitLog("]]parentHash[%H]", "HEAD~1"));
     ASSERT_EQ(show(gitLog("%H", "HEAD~1")), 0);
-    const std::string ofRoot = "longComment[[files][]]modifiedFiles[[f][sub/g]]otherParents[]";
+    const std::string ofRoot = "longComment[[files][]]modifiedFiles[[f][sub/g]]modifiedFilesByParent[]otherParents[]";
     EXPECT_EQ(shownResult(),
               gitLog("authorEmail[%ae]committerDate[%cd]hash[%H]", "HEAD~1") + ofRoot + gitLog("parentHash[%H]", "HEAD~1"))
         << "a commit without a parent leaves the text of that key";

@@ -129,6 +129,7 @@ TEST(Txhost, ShowsHistoryDifferencesAndCommits)
     makeRepository(top, {"a b"});
     git(top, {"mv", "a b", "c"});
     git(top, {"commit", "--quiet", "--message", "re\x1Bname\n\nwhy"});
+    EXPECT_EQ(txhost({"diff", text(top), "HEAD~1"}).output, text(top / "c") + "\nfrom " + text(top / "a b") + "\n");
     writeFile(top / "c", "one\ntwo\n");
     const std::vector<Json> lines = json({"history", text(top / "c"), "--follow", "--working"});
     ASSERT_EQ(lines.size(), 3u);
@@ -153,6 +154,20 @@ TEST(Txhost, ShowsHistoryDifferencesAndCommits)
     expectFailure({"show", text(top), "nonsense"}, 1, "nonsense");
     git(top, {"commit", "--quiet", "--all", "--message", "equal"});
     EXPECT_EQ(json({"diff", text(top), "HEAD"}), std::vector<Json>{Json::object()});
+
+    writeFile(top / "c", "three\n");
+    writeFile(top / "n", std::string(1, '\0'));
+    git(top, {"add", "--all"});
+    const std::string tree = git(top, {"write-tree"}).substr(0, 40);
+    git(top, {"reset", "--hard", git(top, {"commit-tree", "-p", "HEAD", "-p", "HEAD~2", "-m", "m", tree}).substr(0, 40)});
+    EXPECT_EQ(txhost({"diff", text(top), "HEAD^!"}).output,
+              text(top / "c") + "\nmode 100644,000000 -> 100644\n@@@ -1,2 -1,0 +1,1 @@@\n- one\n- two\n++three\n"
+                  + text(top / "n") + "\nnew file, mode 100644\nbinary file\n");
+    EXPECT_EQ(json({"diff", text(top), "HEAD^!"}).at(0).at(text(top / "n")).at("binary"), true);
+    EXPECT_EQ(json({"show", text(top), "HEAD"}).at(0)["modifiedFilesByParent"], Json::parse(R"([["c","n"],["a b","c","n"]])"));
+    const std::string shown = txhost({"show", text(top), "HEAD"}).output;
+    const std::string second = "\nagainst " + git(top, {"rev-parse", "HEAD^2"}) + "file    a b\nfile    c\n";
+    EXPECT_NE(shown.find("\nfile    c\nfile    n" + second), std::string::npos) << shown;
 }
 
 TEST(Txhost, WatchesForChanges)

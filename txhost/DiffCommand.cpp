@@ -12,13 +12,15 @@ namespace {
 
 constexpr std::int32_t statusGitFailed = -1;  // or nothing differs: then no reason is told
 
-/// Turns every empty list into an array: the module writes no elements into an empty list, so its variable is no array.
-void makeListsArrays(Json& table)
+/// Gives the module's values the types that they have in JSON. An empty list is no array: the module writes no elements into it.
+void setTypes(Json& table)
 {
     for (Json& entry : table) {
-        for (Json& list : entry) {
-            if (!list.is_array())
-                list = Json::array();
+        if (entry.contains("binary"))
+            entry["binary"] = entry.at("binary") != 0;
+        for (const char* list : {"local", "staged", "hunks"}) {
+            if (entry.contains(list) && !entry.at(list).is_array())
+                entry[list] = Json::array();
         }
     }
 }
@@ -35,29 +37,65 @@ void printChangedFiles(const Json& entry)
     print("staged", console::coloured(console::green, "staged  "));
 }
 
+/// "@@ -1,2 +1,3 @@", or with one range more for each further parent "@@@ -1,2 -1,3 +1,4 @@@".
 cmStringT rangesOf(const Json& hunk)
 {
-    const auto number = [&hunk](const char* name) { return std::to_string(hunk.at(name).get<std::int64_t>()); };
-    return cmCat("@@ -") + number("oldStart") + "," + number("oldCount") + " +" + number("newStart") + "," + number("newCount")
-           + " @@";
+    const auto range = [](const char* sign, const Json& start, const Json& count) {
+        return sign + std::to_string(start.get<std::int64_t>()) + "," + std::to_string(count.get<std::int64_t>());
+    };
+    std::string signs = "@@";
+    std::string text;
+    if (hunk.contains("oldRanges")) {
+        signs = std::string(hunk.at("oldRanges").size() + 1, '@');
+        for (const Json& old : hunk.at("oldRanges"))
+            text += range(" -", old.at("start"), old.at("count"));
+    } else {
+        text = range(" -", hunk.at("oldStart"), hunk.at("oldCount"));
+    }
+    return cmROStringT(signs + text + range(" +", hunk.at("newStart"), hunk.at("newCount")) + " " + signs);
 }
 
-cmStringT colouredLine(cmROStringT line)
+/// `line` begins with a character for each parent.
+cmStringT colouredLine(cmROStringT line, std::size_t parents)
 {
-    const char kind = line.empty() ? ' ' : line.front();
-    if (kind == ' ')
-        return console::printable(line);
-    const int colour = kind == '+' ? console::green : kind == '-' ? console::red : console::grey;
-    return console::coloured(colour, console::printable(line));
+    const cmROStringT kinds = line.substr(0, parents);
+    const auto has = [&kinds](char kind) { return kinds.find(kind) != cmROStringT::npos; };
+    const cmStringT text = console::printable(line);
+    if (has('+') || has('-'))
+        return console::coloured(has('+') ? console::green : console::red, text);
+    return has('\\') ? console::coloured(console::grey, text) : text;
+}
+
+/// What the diff says of a file beside its hunks, as sentences.
+cmArray<cmStringT> remarksOn(const Json& entry)
+{
+    const auto text = [&entry](const char* key) { return console::printable(entry.at(key).get<std::string>()); };
+    cmArray<cmStringT> remarks;
+    if (const cmStringT from = text("oldPath"); !from.isEmpty())
+        remarks.push_back(cmCat("from ") + from);
+    const cmStringT oldMode = text("oldMode");
+    const cmStringT newMode = text("newMode");
+    if (oldMode.isEmpty() && !newMode.isEmpty())
+        remarks.push_back(cmCat("new file, mode ") + newMode);
+    else if (newMode.isEmpty() && !oldMode.isEmpty())
+        remarks.push_back(cmCat("deleted file, mode ") + oldMode);
+    else if (oldMode != newMode)
+        remarks.push_back(cmCat("mode ") + oldMode + " -> " + newMode);
+    if (entry.at("binary").get<bool>())
+        remarks.push_back("binary file");
+    return remarks;
 }
 
 void printFile(const std::string& path, const Json& entry)
 {
     console::printLine(console::coloured(console::yellow, console::printable(path)));
+    for (const cmStringT& remark : remarksOn(entry))
+        console::printLine(console::coloured(console::grey, remark));
     for (const Json& hunk : entry.at("hunks")) {
         console::printLine(console::coloured(console::cyan, rangesOf(hunk)));
+        const std::size_t parents = hunk.contains("oldRanges") ? hunk.at("oldRanges").size() : 1;
         for (const Json& line : hunk.at("lines"))
-            console::printLine(colouredLine(line.get<std::string>()));
+            console::printLine(colouredLine(line.get<std::string>(), parents));
     }
 }
 
@@ -84,7 +122,7 @@ int runDiff(const HostOptions& options, const std::string& repository)
     }
     VariableJson value(*host.editor().value(variable));
     Json& table = *value;
-    makeListsArrays(table);
+    setTypes(table);
     if (options.json) {
         console::printLine(jsonText(table));
         return 0;

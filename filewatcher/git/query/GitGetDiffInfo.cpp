@@ -9,11 +9,14 @@
 #include "filewatcher/git/GitQuotedName.h"
 #include "filewatcher/git/query/GitDiff.h"
 
+#include <algorithm>
+
 namespace {
 
-/// Makes git write its own unified diff, whatever external program, converter or colour is configured, with paths relative to the
-/// working directory.
-constexpr cmROStringT plainDiffOptions = "--no-ext-diff --no-textconv --no-color --relative ";
+/// Makes git write its own unified diff, whatever external program, converter, colour or form is configured, with paths relative
+/// to the working directory.
+constexpr cmROStringT plainDiffOptions =
+    "--no-ext-diff --no-textconv --no-color --submodule=short --src-prefix=a/ --dst-prefix=b/ --relative ";
 
 /// Why git's diff has failed. In a directory that git refuses, or outside a repository, it compares paths and complains of its
 /// arguments: the query for the top level tells more.
@@ -63,18 +66,36 @@ std::int32_t storeChangedFiles(TXPSZ repository, TXPSZ git, TXHVAR table)
 
 void storeHunk(TXHVAR element, const GitDiffHunk& hunk)
 {
-    storeInt(madeElement(element, "oldStart"), hunk.oldStart);
-    storeInt(madeElement(element, "oldCount"), hunk.oldCount);
-    storeInt(madeElement(element, "newStart"), hunk.newStart);
-    storeInt(madeElement(element, "newCount"), hunk.newCount);
+    if (hunk.oldRanges.size() == 1) {
+        storeInt(madeElement(element, "oldStart"), hunk.oldRanges.front().start);
+        storeInt(madeElement(element, "oldCount"), hunk.oldRanges.front().count);
+    } else {
+        const TXHVAR ranges = madeElement(element, "oldRanges");
+        for (std::size_t i = 0; i < hunk.oldRanges.size(); ++i) {
+            const TXHVAR range = madeElement(ranges, static_cast<std::int32_t>(i));
+            storeInt(madeElement(range, "start"), hunk.oldRanges[i].start);
+            storeInt(madeElement(range, "count"), hunk.oldRanges[i].count);
+        }
+    }
+    storeInt(madeElement(element, "newStart"), hunk.newRange.start);
+    storeInt(madeElement(element, "newCount"), hunk.newRange.count);
     storeTexts(madeElement(element, "lines"), hunk.lines);
+}
+
+cmStringT fullPath(cmROStringT directory, cmROStringT path)
+{
+    return cmJoinPath(directory, cmNativeSeparators(path));
 }
 
 void storeFile(TXHVAR table, cmROStringT directory, const GitDiffFile& file)
 {
-    const cmStringT path = cmJoinPath(directory, cmNativeSeparators(file.path));
-    const TXHVAR hunks = madeElement(madeElement(table, path.c_str()), "hunks");
-    shortenEditorArray(hunks, file.hunks.size());
+    const TXHVAR element = madeElement(table, fullPath(directory, file.path).c_str());
+    storeText(madeElement(element, "oldPath"), file.oldPath.isNull() ? cmStringT("") : fullPath(directory, file.oldPath));
+    storeText(madeElement(element, "oldMode"), file.oldMode.isNull() ? cmStringT("") : file.oldMode);
+    storeText(madeElement(element, "newMode"), file.newMode.isNull() ? cmStringT("") : file.newMode);
+    storeInt(madeElement(element, "binary"), file.binary ? 1 : 0);
+    const TXHVAR hunks = madeElement(element, "hunks");
+    shortenEditorArray(hunks, 0);  // a hunk of another kind has other keys
     for (std::size_t i = 0; i < file.hunks.size(); ++i)
         storeHunk(madeElement(hunks, static_cast<std::int32_t>(i)), file.hunks[i]);
 }
@@ -105,6 +126,21 @@ GitOutcome runDiff(cmROStringT repository, cmROStringT git, cmROStringT revision
     return {output.isEmpty() ? statusGitFailed : 0, {}};
 }
 
+/// Makes the paths of a combined diff relative to `directory`: git writes them from the top level whatever it is told.
+GitOutcome makeRelative(cmROStringT directory, cmROStringT git, cmArray<GitDiffFile>& files)
+{
+    if (!std::ranges::any_of(files, &GitDiffFile::combined))
+        return {};
+    cmStringT output;
+    GitOutcome outcome = runGitQuery(cmStringT(cmCat(quotedGit(git)) + " rev-parse --show-prefix"), directory, output);
+    const cmROStringT prefix = cmWithoutLineEnd(output);
+    for (GitDiffFile& file : files) {
+        if (file.path.view().starts_with(prefix))
+            file.path = cmStringT(file.path.view().substr(prefix.size()));
+    }
+    return outcome;
+}
+
 }  // namespace
 
 std::int32_t gitGetDiffInfo(TXPSZ repository, TXPSZ git, TXHREFVAR result, TXPSZ revision)
@@ -117,10 +153,15 @@ std::int32_t gitGetDiffInfo(TXPSZ repository, TXPSZ git, TXHREFVAR result, TXPSZ
     if (isGitOption(commit))
         return refuseGitOption(commit);
     cmStringT output;
-    const GitOutcome outcome = runDiff(repository, git, commit, output);
+    GitOutcome outcome = runDiff(repository, git, commit, output);
+    cmArray<GitDiffFile> files;
+    if (outcome.status == 0) {
+        files = parseGitDiff(output);
+        outcome = makeRelative(repository, git, files);
+    }
     if (outcome.status != 0)
         return endGitQuery(outcome);
-    for (const GitDiffFile& file : parseGitDiff(output))
+    for (const GitDiffFile& file : files)
         storeFile(result, cmNativeSeparators(repository), file);
     return 0;
 }
