@@ -102,7 +102,7 @@ std::vector<PictureRow> readRows(BrowserLoad& load)
 }
 
 /// How many parents without a line no wrong clock explains. A clock was wrong when the child or one of its descendants is older
-/// than the parent.
+/// than the parent, or when a commit between the two is listed below one that is older.
 int unexplainedStubs(const std::vector<PictureRow>& rows)
 {
     std::vector<std::uint64_t> oldest;  // by row: the time of the oldest among the commit and its descendants
@@ -121,10 +121,13 @@ int unexplainedStubs(const std::vector<PictureRow>& rows)
                 work.push_back(parent);
         }
     }
+    std::vector<int> wrongAbove{0};  // by row: how many commits down to it are listed below an older one
+    for (std::size_t row = 1; row < rows.size(); ++row)
+        wrongAbove.push_back(wrongAbove.back() + (row > 1 && rows[row].time > rows[row - 1].time));
     int count = 0;
     for (std::size_t row = 0; row < rows.size(); ++row)
         count += static_cast<int>(std::count_if(rows[row].stubs.begin(), rows[row].stubs.end(), [&](std::size_t parent) {
-            return parent == noRow || parent > row || oldest[row] >= rows[parent].time;
+            return parent == noRow || parent > row || (oldest[row] >= rows[parent].time && wrongAbove[row] == wrongAbove[parent]);
         }));
     return count;
 }
