@@ -39,7 +39,7 @@ void TagTable::assign(cmROStringT output, CommitStore& store)
 cmArray<cmStringT> TagTable::namesAt(std::uint32_t id) const
 {
     cmArray<cmStringT> names;
-    for (const Tag& tag : std::ranges::equal_range(m_tags, id, {}, &Tag::id))
-        names.emplace_back(tag.name);
+    for (auto tag = std::ranges::lower_bound(m_tags, id, {}, &Tag::id); tag != m_tags.end() && tag->id == id; ++tag)
+        names.emplace_back(tag->name);
     return names;
 }
