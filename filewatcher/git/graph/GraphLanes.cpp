@@ -35,7 +35,7 @@ void GraphLanes::restart(const State& state)
 
 void GraphLanes::step(const GraphNode& node, const GraphStep& step, GraphRow* row)
 {
-    stopLongLines(node, step);
+    stopLongLines(step);
     if (row)
         addPassing(node.id, *row);
     const bool hasArrowUp = m_state.arrowUp != graphNoColumn;
@@ -69,15 +69,13 @@ GraphLanes::Length GraphLanes::lengthOf(std::uint32_t parentRow, std::uint32_t c
     return parentRow < step.known ? Length::shortLine : Length::unknown;
 }
 
-void GraphLanes::stopLongLines(const GraphNode& node, const GraphStep& step)
+void GraphLanes::stopLongLines(const GraphStep& step)
 {
     for (const std::uint16_t column : m_state.stopping)
         stop(column);
     m_state.stopping.clear();
     std::erase_if(m_state.open, [&](const OpenLine& line) {
         const std::uint32_t target = m_state.targets[line.column];
-        if (target == node.id)
-            return true;
         const Length length = lengthOf(m_commits.rowOf(target), line.child, step);
         if (length == Length::longLine) {
             cut(target, line.child);

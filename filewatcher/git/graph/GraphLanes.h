@@ -66,7 +66,7 @@ private:
     static bool isTarget(std::uint32_t mark) { return mark < rests; }
     static Length lengthOf(std::uint32_t parentRow, std::uint32_t childRow, const GraphStep& step);
 
-    void stopLongLines(const GraphNode& node, const GraphStep& step);
+    void stopLongLines(const GraphStep& step);
     void cut(std::uint32_t parent, std::uint32_t childRow);
     void stop(std::uint16_t column);
     void addPassing(std::uint32_t id, GraphRow& row) const;

@@ -20,7 +20,7 @@ void GraphLayout::catchUp(std::uint32_t count)
 {
     m_commitCount = count;
     if (m_rowCount < count)
-        m_catchUps.push_back({m_rowCount, count});
+        m_catchUps.push_back(count);
     layOut(count);
 }
 
@@ -42,12 +42,12 @@ void GraphLayout::layOut(std::uint32_t end)
     }
 }
 
-/// The same whether the row is laid out for the first time or again: what had not come then counts as unknown.
+/// The same whether the row is laid out for the first time or again: what was not known then does not count. For a row that was
+/// laid out before a later catchUp, all that matters was known.
 GraphStep GraphLayout::stepOf(std::uint32_t row) const
 {
-    const auto caughtUp = std::upper_bound(m_catchUps.begin(), m_catchUps.end(), row,
-                                           [](std::uint32_t wanted, const CatchUp& rows) { return wanted < rows.end; });
-    const std::uint32_t known = caughtUp != m_catchUps.end() && row >= caughtUp->start ? caughtUp->end : allKnown;
+    const auto caughtUp = std::upper_bound(m_catchUps.begin(), m_catchUps.end(), row);
+    const std::uint32_t known = caughtUp != m_catchUps.end() ? *caughtUp : allKnown;
     const std::uint32_t next = row + 1;
     const bool hasNext = next < std::min(known, m_commitCount);
     return {row, known, hasNext ? m_commits.idOf(next) : GraphLanes::none, m_cut};

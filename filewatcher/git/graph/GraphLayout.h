@@ -42,12 +42,6 @@ private:
         std::uint32_t row;
         GraphLanes::State lines;  ///< above the row
     };
-    /// Rows that were laid out by catchUp, when no commit from `end` on was known.
-    struct CatchUp {
-        std::uint32_t start;
-        std::uint32_t end;
-    };
-
     void layOut(std::uint32_t end);
     GraphStep stepOf(std::uint32_t row) const;
 
@@ -58,7 +52,7 @@ private:
     CutLines m_cutLines;
     GraphLanes m_lanes{m_commits, m_cutLines};  ///< the lines below the last row
     cmArray<Checkpoint> m_checkpoints;
-    cmArray<CatchUp> m_catchUps;
+    cmArray<std::uint32_t> m_catchUps;                          ///< how many commits were known at each, ascending
     GraphLanes m_replay{m_commits, std::as_const(m_cutLines)};  ///< the lines above the row m_replayRow
     std::uint32_t m_replayRow = 0;
     GraphNode m_node;  ///< kept for its memory
