@@ -30,8 +30,5 @@ private:
 /// A second opinion about GraphLayout, by a look at every column in every row. `known` holds for each row how many commits had
 /// come when it was laid out, GraphNode::noRow for all that ever come.
 GraphRows slowGraphLayout(const History& history, std::uint32_t cut, const std::vector<std::uint32_t>& known);
-/// Follows all lines from row to row, by nothing but the edges. The test fails when a line is broken or misleads. `paused`: some
-/// rows were laid out before all commits that they depend on were known.
-void expectLines(const GraphRows& rows, const History& history, std::uint32_t cut, bool paused);
 
 void PrintTo(const GraphEdge& edge, std::ostream* out);

@@ -11,6 +11,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
@@ -18,38 +19,24 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
 namespace {
 
-enum Kind {
-    pipes,
-    actions,
-    spawn,
-    thread,
-    opens,
-    closes,
-    reads,
-    writes,
-    print,
-    renames,
-    directory,
-    look,
-    polls,
-    pidfd,
-    waits,
-    memory,
-    times,
-    kinds
-};
-constexpr std::array<const char*, kinds> names{"pipe", "actions", "spawn", "thread", "open",  "close",
-                                               "read", "write",   "print", "rename", "mkdir", "stat",
-                                               "poll", "pidfd",   "wait",  "memory", "time"};
+constexpr std::array<std::string_view, 17> kinds{"pipe", "actions", "spawn", "thread", "open",  "close",
+                                                 "read", "write",   "print", "rename", "mkdir", "stat",
+                                                 "poll", "pidfd",   "wait",  "memory", "time"};
+consteval std::size_t indexOf(std::string_view kind)
+{
+    const auto* found = std::find(kinds.begin(), kinds.end(), kind);
+    return found == kinds.end() ? throw kind : static_cast<std::size_t>(found - kinds.begin());
+}
 constexpr std::size_t smallestMemory = 65536;
 
-std::array<std::atomic<long>, kinds> counts;
+std::array<std::atomic<long>, kinds.size()> counts;
 std::atomic<bool> active;
 std::atomic_flag traced;
-int chosenKind = kinds;
+std::size_t chosenKind = kinds.size();
 long chosenCall = 0;
 bool andLater = false;
 const char* countsFile = nullptr;
@@ -63,10 +50,10 @@ Function* next(const char* name)
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
-/// Counts a call of the kind; `kinds` is none. Returns true when it is to fail.
-bool fails(Kind kind)
+/// Counts a call of the kind. Returns true when it is to fail.
+bool fails(std::size_t kind)
 {
-    if (kind == kinds || !active || inside)
+    if (!active || inside)
         return false;
     const long number = ++counts[kind];
     if (kind != chosenKind || (andLater ? number < chosenCall : number != chosenCall))
@@ -87,8 +74,7 @@ bool fails(Kind kind)
     const char* fault = std::getenv("FAULT");
     if (fault && std::sscanf(fault, "%31s %ld %7s", kind.data(), &chosenCall, mode.data()) == 3) {
         andLater = std::strcmp(mode.data(), "on") == 0;
-        for (chosenKind = 0; chosenKind < kinds && std::strcmp(names.at(chosenKind), kind.data()) != 0;)
-            ++chosenKind;
+        chosenKind = static_cast<std::size_t>(std::find(kinds.begin(), kinds.end(), kind.data()) - kinds.begin());
     }
     if (const char* file = std::getenv("FAULT_COUNTS"))
         countsFile = strdup(file);
@@ -108,8 +94,8 @@ bool fails(Kind kind)
     if (!countsFile)
         return;
     if (FILE* file = std::fopen(countsFile, "w")) {
-        for (int kind = 0; kind < kinds; ++kind)
-            std::fprintf(file, "%s %ld\n", names.at(kind), counts.at(kind).load());
+        for (std::size_t kind = 0; kind < kinds.size(); ++kind)
+            std::fprintf(file, "%s %ld\n", kinds.at(kind).data(), counts.at(kind).load());
         std::fclose(file);
     }
 }
@@ -125,9 +111,9 @@ int waitError(int handle)
 /// A stream without space while this lives: its descriptor leads to a full device.
 class FullStream {
 public:
-    FullStream(Kind kind, FILE* stream) : m_descriptor(fileno(stream))
+    explicit FullStream(FILE* stream) : m_descriptor(fileno(stream))
     {
-        if (m_descriptor < 0 || !fails(kind))
+        if (m_descriptor < 0 || !fails(indexOf("print")))
             return;
         inside = true;
         m_kept = fcntl(m_descriptor, F_DUPFD_CLOEXEC, 500);
@@ -161,7 +147,7 @@ private:
     extern "C" Result our_##name parameters
 
 #define FAIL_WITH(kind, error, failure)                                                                                          \
-    if (fails(kind)) {                                                                                                           \
+    if (fails(indexOf(kind))) {                                                                                                  \
         errno = error;                                                                                                           \
         return failure;                                                                                                          \
     }
@@ -183,47 +169,47 @@ private:
     IN_FRONT(Result, name, parameters)                                                                                           \
     {                                                                                                                            \
         static auto* const system = next<Result parameters>(#name);                                                              \
-        const FullStream full(print, stream);                                                                                    \
+        const FullStream full(stream);                                                                                           \
         return system arguments;                                                                                                 \
     }
 
 using Text = const char*;
 
-SETS_ERRNO(pipes, EMFILE, -1, int, pipe, (int* ends), (ends))
-SETS_ERRNO(pipes, EMFILE, -1, int, pipe2, (int* ends, int flags), (ends, flags))
+SETS_ERRNO("pipe", EMFILE, -1, int, pipe, (int* ends), (ends))
+SETS_ERRNO("pipe", EMFILE, -1, int, pipe2, (int* ends, int flags), (ends, flags))
 
-RETURNS_ERROR(spawn, EAGAIN, posix_spawn, (int* child, Text path, void* a, void* b, char** words, char** variables),
+RETURNS_ERROR("spawn", EAGAIN, posix_spawn, (int* child, Text path, void* a, void* b, char** words, char** variables),
               (child, path, a, b, words, variables))
-RETURNS_ERROR(actions, ENOMEM, posix_spawn_file_actions_init, (void* a), (a))
-RETURNS_ERROR(actions, ENOMEM, posix_spawn_file_actions_adddup2, (void* a, int from, int to), (a, from, to))
-RETURNS_ERROR(actions, ENOMEM, posix_spawn_file_actions_addopen, (void* a, int to, Text path, int flags, unsigned mode),
+RETURNS_ERROR("actions", ENOMEM, posix_spawn_file_actions_init, (void* a), (a))
+RETURNS_ERROR("actions", ENOMEM, posix_spawn_file_actions_adddup2, (void* a, int from, int to), (a, from, to))
+RETURNS_ERROR("actions", ENOMEM, posix_spawn_file_actions_addopen, (void* a, int to, Text path, int flags, unsigned mode),
               (a, to, path, flags, mode))
-RETURNS_ERROR(actions, ENOMEM, posix_spawn_file_actions_addchdir_np, (void* a, Text path), (a, path))
-RETURNS_ERROR(actions, ENOMEM, posix_spawn_file_actions_addclosefrom_np, (void* a, int from), (a, from))
-RETURNS_ERROR(actions, ENOMEM, posix_spawnattr_init, (void* a), (a))
-RETURNS_ERROR(actions, EINVAL, posix_spawnattr_setflags, (void* a, short flags), (a, flags))
-RETURNS_ERROR(actions, EINVAL, posix_spawnattr_setsigmask, (void* a, void* set), (a, set))
-RETURNS_ERROR(actions, EINVAL, posix_spawnattr_setsigdefault, (void* a, void* set), (a, set))
+RETURNS_ERROR("actions", ENOMEM, posix_spawn_file_actions_addchdir_np, (void* a, Text path), (a, path))
+RETURNS_ERROR("actions", ENOMEM, posix_spawn_file_actions_addclosefrom_np, (void* a, int from), (a, from))
+RETURNS_ERROR("actions", ENOMEM, posix_spawnattr_init, (void* a), (a))
+RETURNS_ERROR("actions", EINVAL, posix_spawnattr_setflags, (void* a, short flags), (a, flags))
+RETURNS_ERROR("actions", EINVAL, posix_spawnattr_setsigmask, (void* a, void* set), (a, set))
+RETURNS_ERROR("actions", EINVAL, posix_spawnattr_setsigdefault, (void* a, void* set), (a, set))
 
-RETURNS_ERROR(thread, EAGAIN, pthread_create, (void* id, void* attributes, void* (*entry)(void*), void* argument),
+RETURNS_ERROR("thread", EAGAIN, pthread_create, (void* id, void* attributes, void* (*entry)(void*), void* argument),
               (id, attributes, entry, argument))
-RETURNS_ERROR(thread, ENOMEM, pthread_attr_init, (void* attributes), (attributes))
-RETURNS_ERROR(thread, EINVAL, pthread_attr_setstacksize, (void* attributes, std::size_t size), (attributes, size))
+RETURNS_ERROR("thread", ENOMEM, pthread_attr_init, (void* attributes), (attributes))
+RETURNS_ERROR("thread", EINVAL, pthread_attr_setstacksize, (void* attributes, std::size_t size), (attributes, size))
 
 // The third argument is there only for some flags.
-SETS_ERRNO(opens, EMFILE, -1, int, open, (Text path, int flags, unsigned mode), (path, flags, mode))
-SETS_ERRNO(opens, EMFILE, -1, int, open64, (Text path, int flags, unsigned mode), (path, flags, mode))
-SETS_ERRNO(opens, EMFILE, -1, int, openat, (int folder, Text path, int flags, unsigned mode), (folder, path, flags, mode))
-SETS_ERRNO(opens, EMFILE, nullptr, FILE*, fopen, (Text path, Text mode), (path, mode))
-SETS_ERRNO(opens, EMFILE, nullptr, FILE*, fopen64, (Text path, Text mode), (path, mode))
-SETS_ERRNO(opens, EMFILE, nullptr, void*, opendir, (Text path), (path))
-SETS_ERRNO(opens, EMFILE, -1, int, fcntl, (int file, int command, long argument), (file, command, argument))
-SETS_ERRNO(opens, EMFILE, -1, int, fcntl64, (int file, int command, long argument), (file, command, argument))
+SETS_ERRNO("open", EMFILE, -1, int, open, (Text path, int flags, unsigned mode), (path, flags, mode))
+SETS_ERRNO("open", EMFILE, -1, int, open64, (Text path, int flags, unsigned mode), (path, flags, mode))
+SETS_ERRNO("open", EMFILE, -1, int, openat, (int folder, Text path, int flags, unsigned mode), (folder, path, flags, mode))
+SETS_ERRNO("open", EMFILE, nullptr, FILE*, fopen, (Text path, Text mode), (path, mode))
+SETS_ERRNO("open", EMFILE, nullptr, FILE*, fopen64, (Text path, Text mode), (path, mode))
+SETS_ERRNO("open", EMFILE, nullptr, void*, opendir, (Text path), (path))
+SETS_ERRNO("open", EMFILE, -1, int, fcntl, (int file, int command, long argument), (file, command, argument))
+SETS_ERRNO("open", EMFILE, -1, int, fcntl64, (int file, int command, long argument), (file, command, argument))
 
 IN_FRONT(int, close, (int file))
 {
     static auto* const system = next<int(int)>("close");
-    const bool failing = fails(closes);
+    const bool failing = fails(indexOf("close"));
     const int result = system(file);  // a close that fails has closed the descriptor, too
     if (failing) {
         errno = EIO;
@@ -232,53 +218,49 @@ IN_FRONT(int, close, (int file))
     return result;
 }
 
-SETS_ERRNO(reads, EIO, -1, ssize_t, read, (int file, void* data, std::size_t count), (file, data, count))
-SETS_ERRNO(reads, EIO, -1, ssize_t, pread, (int file, void* data, std::size_t count, long at), (file, data, count, at))
-SETS_ERRNO(reads, EIO, nullptr, void*, readdir, (void* folder), (folder))
-SETS_ERRNO(reads, EIO, nullptr, void*, readdir64, (void* folder), (folder))
-SETS_ERRNO(reads, EIO, -1, long, lseek64, (int file, long at, int from), (file, at, from))
-SETS_ERRNO(writes, ENOSPC, -1, ssize_t, write, (int file, const void* data, std::size_t count), (file, data, count))
-SETS_ERRNO(writes, ENOSPC, -1, ssize_t, writev, (int file, const void* parts, int count), (file, parts, count))
-SETS_ERRNO(writes, EIO, -1, int, fsync, (int file), (file))
+SETS_ERRNO("read", EIO, -1, ssize_t, read, (int file, void* data, std::size_t count), (file, data, count))
+SETS_ERRNO("read", EIO, nullptr, void*, readdir, (void* folder), (folder))
+SETS_ERRNO("read", EIO, nullptr, void*, readdir64, (void* folder), (folder))
+SETS_ERRNO("read", EIO, -1, long, lseek64, (int file, long at, int from), (file, at, from))
+SETS_ERRNO("write", ENOSPC, -1, ssize_t, write, (int file, const void* data, std::size_t count), (file, data, count))
+SETS_ERRNO("write", ENOSPC, -1, ssize_t, writev, (int file, const void* parts, int count), (file, parts, count))
+SETS_ERRNO("write", EIO, -1, int, fsync, (int file), (file))
 PRINTS(std::size_t, fwrite, (const void* data, std::size_t size, std::size_t count, FILE* stream), (data, size, count, stream))
 PRINTS(int, fputc, (int c, FILE* stream), (c, stream))
 PRINTS(int, fputs, (Text text, FILE* stream), (text, stream))
 PRINTS(int, fflush, (FILE * stream), (stream))
 
-SETS_ERRNO(renames, EACCES, -1, int, rename, (Text from, Text to), (from, to))
-SETS_ERRNO(renames, EINVAL, -1, int, renameat2, (int a, Text from, int b, Text to, unsigned flags), (a, from, b, to, flags))
-SETS_ERRNO(directory, ENOSPC, -1, int, mkdir, (Text path, unsigned mode), (path, mode))
-SETS_ERRNO(directory, EPERM, -1, int, chmod, (Text path, unsigned mode), (path, mode))
-SETS_ERRNO(look, EACCES, -1, int, stat, (Text path, void* entry), (path, entry))
-SETS_ERRNO(look, EACCES, -1, int, stat64, (Text path, void* entry), (path, entry))
-SETS_ERRNO(look, EACCES, -1, int, lstat, (Text path, void* entry), (path, entry))
-SETS_ERRNO(look, EACCES, -1, int, lstat64, (Text path, void* entry), (path, entry))
-SETS_ERRNO(look, EIO, -1, int, fstat, (int file, void* entry), (file, entry))
-SETS_ERRNO(look, EIO, -1, int, fstat64, (int file, void* entry), (file, entry))
-SETS_ERRNO(look, EACCES, -1, int, statx, (int folder, Text path, int flags, unsigned mask, void* entry),
-           (folder, path, flags, mask, entry))
-SETS_ERRNO(look, EIO, -1, int, access, (Text path, int mode), (path, mode))
-SETS_ERRNO(look, EACCES, nullptr, char*, realpath, (Text path, char* found), (path, found))
-SETS_ERRNO(look, EACCES, -1, ssize_t, readlink, (Text path, char* found, std::size_t size), (path, found, size))
-SETS_ERRNO(look, ENOENT, nullptr, char*, getcwd, (char* found, std::size_t size), (found, size))
+SETS_ERRNO("rename", EACCES, -1, int, rename, (Text from, Text to), (from, to))
+SETS_ERRNO("rename", EINVAL, -1, int, renameat2, (int a, Text from, int b, Text to, unsigned flags), (a, from, b, to, flags))
+SETS_ERRNO("mkdir", ENOSPC, -1, int, mkdir, (Text path, unsigned mode), (path, mode))
+SETS_ERRNO("mkdir", EPERM, -1, int, chmod, (Text path, unsigned mode), (path, mode))
+SETS_ERRNO("stat", EACCES, -1, int, stat, (Text path, void* entry), (path, entry))
+SETS_ERRNO("stat", EACCES, -1, int, stat64, (Text path, void* entry), (path, entry))
+SETS_ERRNO("stat", EACCES, -1, int, lstat, (Text path, void* entry), (path, entry))
+SETS_ERRNO("stat", EACCES, -1, int, lstat64, (Text path, void* entry), (path, entry))
+SETS_ERRNO("stat", EIO, -1, int, fstat64, (int file, void* entry), (file, entry))
+SETS_ERRNO("stat", EIO, -1, int, access, (Text path, int mode), (path, mode))
+SETS_ERRNO("stat", EACCES, nullptr, char*, realpath, (Text path, char* found), (path, found))
+SETS_ERRNO("stat", EACCES, -1, ssize_t, readlink, (Text path, char* found, std::size_t size), (path, found, size))
+SETS_ERRNO("stat", ENOENT, nullptr, char*, getcwd, (char* found, std::size_t size), (found, size))
 
-SETS_ERRNO(polls, ENOMEM, -1, int, poll, (void* files, unsigned long count, int timeout), (files, count, timeout))
-SETS_ERRNO(polls, ENOMEM, -1, int, ppoll, (void* files, unsigned long count, const void* timeout, const void* set),
+SETS_ERRNO("poll", ENOMEM, -1, int, poll, (void* files, unsigned long count, int timeout), (files, count, timeout))
+SETS_ERRNO("poll", ENOMEM, -1, int, ppoll, (void* files, unsigned long count, const void* timeout, const void* set),
            (files, count, timeout, set))
-SETS_ERRNO(waits, waitError(id), -1, int, waitid, (int type, int id, void* info, int options), (type, id, info, options))
-SETS_ERRNO(waits, ECHILD, -1, int, waitpid, (int id, int* status, int options), (id, status, options))
-SETS_ERRNO(pidfd, EMFILE, -1, int, pidfd_open, (int id, unsigned flags), (id, flags))
+SETS_ERRNO("wait", waitError(id), -1, int, waitid, (int type, int id, void* info, int options), (type, id, info, options))
+SETS_ERRNO("wait", ECHILD, -1, int, waitpid, (int id, int* status, int options), (id, status, options))
 IN_FRONT(long, syscall, (long number, long a, long b, long c, long d, long e, long f))
 {
     static auto* const system = next<long(long, long, long, long, long, long, long)>("syscall");
-    FAIL_WITH(number == SYS_pidfd_open ? pidfd : kinds, EMFILE, -1)
+    if (number == SYS_pidfd_open)
+        FAIL_WITH("pidfd", EMFILE, -1)
     return system(number, a, b, c, d, e, f);
 }
 
-SETS_ERRNO(times, EOVERFLOW, nullptr, void*, localtime, (const void* time), (time))
-SETS_ERRNO(times, EOVERFLOW, nullptr, void*, localtime_r, (const void* time, void* fields), (time, fields))
-SETS_ERRNO(times, EOVERFLOW, nullptr, void*, gmtime_r, (const void* time, void* fields), (time, fields))
-SETS_ERRNO(times, EOVERFLOW, -1, long, mktime, (void* fields), (fields))
+SETS_ERRNO("time", EOVERFLOW, nullptr, void*, localtime, (const void* time), (time))
+SETS_ERRNO("time", EOVERFLOW, nullptr, void*, localtime_r, (const void* time, void* fields), (time, fields))
+SETS_ERRNO("time", EOVERFLOW, nullptr, void*, gmtime_r, (const void* time, void* fields), (time, fields))
+SETS_ERRNO("time", EOVERFLOW, -1, long, mktime, (void* fields), (fields))
 
 // The C library's own names for these: to look up the others allocates.
 extern "C" {
@@ -288,16 +270,19 @@ void* __libc_realloc(void* old, std::size_t size);
 }
 IN_FRONT(void*, malloc, (std::size_t size))
 {
-    FAIL_WITH(size >= smallestMemory ? memory : kinds, ENOMEM, nullptr)
+    if (size >= smallestMemory)
+        FAIL_WITH("memory", ENOMEM, nullptr)
     return __libc_malloc(size);
 }
 IN_FRONT(void*, calloc, (std::size_t count, std::size_t size))
 {
-    FAIL_WITH(count * size >= smallestMemory ? memory : kinds, ENOMEM, nullptr)
+    if (count * size >= smallestMemory)
+        FAIL_WITH("memory", ENOMEM, nullptr)
     return __libc_calloc(count, size);
 }
 IN_FRONT(void*, realloc, (void* old, std::size_t size))
 {
-    FAIL_WITH(size >= smallestMemory ? memory : kinds, ENOMEM, nullptr)
+    if (size >= smallestMemory)
+        FAIL_WITH("memory", ENOMEM, nullptr)
     return __libc_realloc(old, size);
 }
