@@ -3,6 +3,7 @@
 #include "common/cmArray.h"
 #include "common/cmDictionary.h"
 #include "common/cmString.h"
+#include "filewatcher/git/commits/BlockArray.h"
 #include "filewatcher/git/commits/CommitIds.h"
 #include "filewatcher/git/commits/GitCommitInfo.h"
 #include "filewatcher/git/commits/GitLogRecord.h"
@@ -10,7 +11,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <span>
 
 /// The commits of a log, numbered in the order in which they are added; number 0 is the working copy. Kept small: a commit takes
@@ -75,7 +75,7 @@ private:
 
     CommitIds m_ids;
     cmArray<std::uint32_t> m_numbers;  ///< by id
-    std::deque<Commit> m_commits;      // a deque, because it grows without moving its elements: no call takes long
+    BlockArray<Commit> m_commits;
     cmArray<std::uint32_t> m_otherParents;
     cmArray<Author> m_authors;
     cmDictionary<cmROStringT, std::uint32_t> m_authorNumbers;  ///< the key is name, NUL and e-mail

@@ -16,18 +16,24 @@ void AncestorMarks::onCommitAdded(const CommitStore& store, std::uint32_t number
 {
     if (!isMarked(store.idOf(number)))
         return;
-    m_work.push_back(number);
-    // A parent that was added before this child has not passed its mark on yet.
-    const auto markParent = [&](std::uint32_t parent) {
-        if (mark(parent) && store.numberOf(parent) != CommitStore::none)
-            m_work.push_back(store.numberOf(parent));
-    };
+    markParents(store, number);
     while (!m_work.empty()) {
         const std::uint32_t commit = m_work.back();
         m_work.pop_back();
-        if (store.firstParent(commit) != CommitStore::none)
-            markParent(store.firstParent(commit));
-        for (const std::uint32_t parent : store.otherParents(commit))
-            markParent(parent);
+        markParents(store, commit);
     }
+}
+
+void AncestorMarks::markParents(const CommitStore& store, std::uint32_t number)
+{
+    const auto markParent = [&](std::uint32_t parent) {
+        // A parent that was added before this child has not passed its mark on yet.
+        if (mark(parent) && store.numberOf(parent) != CommitStore::none)
+            m_work.push_back(store.numberOf(parent));
+    };
+    const std::uint32_t first = store.firstParent(number);
+    if (first != CommitStore::none)
+        markParent(first);
+    for (const std::uint32_t parent : store.otherParents(number))
+        markParent(parent);
 }

@@ -17,6 +17,7 @@ public:
 private:
     /// Returns whether the commit was not marked before.
     bool mark(std::uint32_t id);
+    void markParents(const CommitStore& store, std::uint32_t number);
 
     cmArray<std::uint8_t> m_marks;  ///< by id
     cmArray<std::uint32_t> m_work;  ///< numbers of marked commits whose parents are to be marked; kept for its memory

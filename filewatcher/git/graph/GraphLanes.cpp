@@ -115,15 +115,17 @@ std::uint16_t GraphLanes::takeColumn(std::uint32_t id, GraphRow* row)
     std::uint16_t column = firstTo(id);
     if (column == graphNoColumn)
         return takeLeftmostFree();
+    std::uint16_t taken = column;
     for (; column != graphNoColumn; column = m_next[column]) {
         m_state.targets[column] = held;
         m_ended.push_back(column);
+        // The line with the arrow counts only when there is no other.
+        if (taken == arrowUp || (column < taken && column != arrowUp))
+            taken = column;
     }
     m_firsts[id] = graphNoColumn;
-    std::sort(m_ended.begin(), m_ended.end());
-    // The line with the arrow counts only when there is no other.
-    const std::uint16_t taken = m_ended.front() == arrowUp && m_ended.size() > 1 ? m_ended[1] : m_ended.front();
     if (row) {
+        std::sort(m_ended.begin(), m_ended.end());
         for (const std::uint16_t ended : m_ended)
             row->edges.push_back({ended, taken, GraphEdgeKind::ends});
     }
