@@ -251,10 +251,14 @@ SETS_ERRNO("wait", waitError(id), -1, int, waitid, (int type, int id, void* info
 SETS_ERRNO("wait", ECHILD, -1, int, waitpid, (int id, int* status, int options), (id, status, options))
 IN_FRONT(long, syscall, (long number, long a, long b, long c, long d, long e, long f))
 {
-    static auto* const system = next<long(long, long, long, long, long, long, long)>("syscall");
+    // Not a guarded static: where two threads meet at its guard, one of them waits there, by this very call.
+    using System = long(long, long, long, long, long, long, long);
+    static constinit std::atomic<System*> system{nullptr};
+    if (!system)
+        system = next<System>("syscall");
     if (number == SYS_pidfd_open)
         FAIL_WITH("pidfd", EMFILE, -1)
-    return system(number, a, b, c, d, e, f);
+    return system.load()(number, a, b, c, d, e, f);
 }
 
 SETS_ERRNO("time", EOVERFLOW, nullptr, void*, localtime, (const void* time), (time))
