@@ -48,7 +48,7 @@ TEST(CommandRunner, GivesTheChildItsThreeStreamsAndNothingElse)
     const auto handler = std::signal(SIGHUP, SIG_IGN);
 
     EXPECT_EQ(run(helper("count-handles")).output, "3");
-    EXPECT_EQ(run(helper("count-input")).output, "0");
+    EXPECT_EQ(run(helper("echo-input")).output, "");
     const std::string status = run(helper("show /proc/self/status")).output;
     EXPECT_EQ(signalSet(status, "SigBlk:"), 0u);
     constexpr unsigned long long ownSignalsOfTheCLibrary = 0x180000000;
@@ -69,12 +69,13 @@ TEST(CommandRunner, GivesTheChildItsStreamsWhenTheHostHasNone)
 TEST(CommandRunner, StopsWhatItsDescendantsHaveStartedInOtherGroupsAndSessions)
 {
     const TempFolder folder;
-    const std::string hangs = helperAs(folder, "tool-hangs");
+    const std::string hangs = helperAs(folder, "hang");
     // An orphan in a group of its own, and a session whose parent still runs.
     writeFile(folder / "wrapper", "(timeout 100 " + hangs + " &)\nsetsid sh -c '" + hangs + " & wait' &\nwait\n");
     CaptureControl control;
     control.stopRequested = [&hangs] { return processesOf(hangs) == 2; };
-    EXPECT_TRUE(run("\"/bin/sh\" wrapper", control, spawnPlainCommand, text(folder.path())).result.stopped);
+    const CaptureResult stopped = run("\"/bin/sh\" wrapper", control, spawnPlainCommand, text(folder.path())).result;
+    EXPECT_TRUE(stopped.stopped && stopped.status == 0);
     EXPECT_TRUE(eventually([&hangs] { return processesOf(hangs) == 0; }));
 }
 
@@ -98,42 +99,32 @@ TEST(CommandRunner, LetsGitRunNothingThatARepositoryNames)
     EXPECT_FALSE(fs::exists(folder / "ran"));
 }
 
-/// Lowers the number of descriptors that this process may have, during its own lifetime.
-class DescriptorLimit {
-public:
-    DescriptorLimit() { getrlimit(RLIMIT_NOFILE, &m_before); }
-    ~DescriptorLimit() { setrlimit(RLIMIT_NOFILE, &m_before); }
-    DescriptorLimit(const DescriptorLimit&) = delete;
-    DescriptorLimit& operator=(const DescriptorLimit&) = delete;
-
-    void set(rlim_t limit)
-    {
-        const rlimit lower{limit, m_before.rlim_max};
-        setrlimit(RLIMIT_NOFILE, &lower);
-    }
-
-private:
-    rlimit m_before{};
-};
+/// Sets the number of descriptors that this process may have.
+void limitDescriptors(rlim_t count)
+{
+    rlimit limit{};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    limit.rlim_cur = count;
+    setrlimit(RLIMIT_NOFILE, &limit);
+}
 
 TEST(CommandRunner, FailsWhenTheSystemDoesNotGiveItTheOutput)
 {
     const TempFolder folder;
-    const std::string hangs = helperAs(folder, "tool-hangs");
+    const std::string hangs = helperAs(folder, "hang");
     const int unreadable = open("/", O_RDONLY | O_CLOEXEC);  // ready to be read, which then fails
-    DescriptorLimit limit;
     // The output pipe, the error pipe, or the wait for them.
     for (int broken = 1; broken <= 3; ++broken) {
         CaptureControl control;
         control.stopRequested = [&, calls = 0]() mutable {
             if (++calls == 3 && broken == 3)
-                limit.set(2);  // the system refuses to wait for more descriptors than this
+                limitDescriptors(2);  // the system refuses to wait for more descriptors than this
             else if (calls == 3)
                 dup2(unreadable, unreadable + 2 * broken - 1);  // each pipe has two ends
             return false;
         };
         const Captured taken = run(quoteArgument(hangs), control);
-        limit.set(1024);
+        limitDescriptors(1024);
         EXPECT_EQ(taken.result.status, cmStatusPipeFailed) << broken;
         EXPECT_FALSE(taken.result.failure.isEmpty());
         EXPECT_TRUE(eventually([&hangs] { return processesOf(hangs) == 0; }));
@@ -145,19 +136,18 @@ TEST(CommandRunner, FailsWhenTheSystemDoesNotGiveItTheOutput)
 TEST(ChildProcess, IsEndedWhenItCannotHaveAHandle)
 {
     const TempFolder folder;
-    const std::string hangs = helperAs(folder, "tool-hangs");
+    const std::string hangs = helperAs(folder, "hang");
     ChildPipe input;
     ChildPipe output;
     ChildPipe error;
     SpawnStreams streams{&input, &output, &error};
     ChildProcess child;
-    DescriptorLimit limit;
     const int free = dup(STDIN_FILENO);
     close(free);
-    limit.set(static_cast<rlim_t>(free) + 6);  // enough for the pipes
+    limitDescriptors(static_cast<rlim_t>(free) + 6);  // enough for the pipes
     EXPECT_THROW(spawnProcess(child, quoteArgument(hangs), 0, {}, "", streams, nullptr, true), cmStatusException);
     EXPECT_FALSE(child.isValid());
-    limit.set(1024);
+    limitDescriptors(1024);
     EXPECT_EQ(processesOf(hangs), 0u);
     EXPECT_EQ(zombieChildren(), 0u);
 }
@@ -166,7 +156,7 @@ TEST(ChildProcess, IsCollectedLaterWhenItDiesSlowly)
 {
     const TempFolder folder;
     ChildProcess child;
-    spawnProcess(child, quoteArgument(helperAs(folder, "tool-hangs")), 0, {}, "", {}, nullptr, true);
+    spawnProcess(child, quoteArgument(helperAs(folder, "hang")), 0, {}, "", {}, nullptr, true);
     const auto id = static_cast<pid_t>(child.getProcessId());
     const int handle = openChildHandle(id);
     if (ptrace(PTRACE_SEIZE, id, nullptr, PTRACE_O_TRACEEXIT) != 0)
@@ -179,7 +169,7 @@ TEST(ChildProcess, IsCollectedLaterWhenItDiesSlowly)
     collectTerminatedChildren(10000);
     EXPECT_NE(kill(id, 0), 0);
     // As if the next child had got its number.
-    spawnProcess(child, quoteArgument(text(folder / "tool-hangs")), 0, {}, "", {}, nullptr, true);
+    spawnProcess(child, quoteArgument(text(folder / "hang")), 0, {}, "", {}, nullptr, true);
     endProcessFamily(handle, static_cast<int>(child.getProcessId()));
     child.waitForEnd(std::chrono::milliseconds(50));
     EXPECT_TRUE(child.isRunning());

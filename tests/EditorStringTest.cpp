@@ -28,8 +28,6 @@ TEST(TMStringTest, IsAssignedAndJoinedFromEveryKindOfText)
     text += cmCat("n") + "g";
     text += TMString("!");
     EXPECT_EQ(text.getCMString(), "cmString!");
-    const TMString sum = TMString("a") + 'b' + "c" + cmStringT("d") + cmROStringT("e") + cmThinStringT("f") + (cmCat("g") + "h");
-    EXPECT_EQ(sum.getCMString(), "abcdefgh");
     text = static_cast<const char*>(nullptr);
     EXPECT_TRUE(text.isNull());
 }

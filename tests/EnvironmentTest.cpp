@@ -29,10 +29,6 @@ TEST(Environment, AppendsItsGitConfigurationToTheHosts)
     EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_COUNT"), "15");
     EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_KEY_0"), "safe.directory");
     EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_KEY_1"), "core.quotePath");
-    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_KEY_5"), "core.fsmonitor");
-    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_VALUE_5"), "false");
-    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_VALUE_14"), "/dev/null");
-
     const Environment bad = quietEnvironment({"GIT_CONFIG_COUNT=many"}, cmPathStyle::posix);
     EXPECT_EQ(environmentValue(bad, "GIT_CONFIG_COUNT"), "14");
     EXPECT_EQ(environmentValue(bad, "GIT_CONFIG_KEY_0"), "core.quotePath");

@@ -4,8 +4,6 @@
 #include "filewatcher/git/browser/BranchTree.h"
 #include "tests/ModuleFixture.h"
 
-#include <cstdint>
-#include <map>
 #include <sstream>
 
 /// Commits for git fast-import, each a minute later than the one before it, unless the clock is wrong or stands still.

@@ -2,6 +2,7 @@
 #include "filewatcher/git/query/GitCommitText.h"
 #include "filewatcher/git/query/GitDiff.h"
 #include "filewatcher/git/query/GitHistory.h"
+#include "filewatcher/status/GitPorcelain.h"
 
 #include <gtest/gtest.h>
 
@@ -36,7 +37,22 @@ TEST(GitQuotedName, IsUnescaped)
 {
     EXPECT_EQ(gitNameOnLine(R"("\a\b\t\n\v\f\r\"\\\303\274")"), "\a\b\t\n\v\f\r\"\\\xC3\xBC");
     EXPECT_EQ(gitNameOnLine(R"("cut\)"), "cut\\");
+    EXPECT_EQ(gitNameOnLine(R"("cut\30")"), "cut30");
     EXPECT_EQ(gitNameOnLine(R"(a\tb")"), R"(a\tb")");
+}
+
+TEST(GitPorcelain, ReadsColumnsAndNames)
+{
+    const auto entries = [](cmROStringT output) {
+        Texts texts;
+        for (const GitPorcelainEntry& entry : parseGitPorcelain(output))
+            texts.emplace_back(std::string{entry.indexState, entry.workTreeState, ' '} + entry.path.c_str());
+        return texts;
+    };
+    EXPECT_EQ(entries(" M a.txt\nMM dir/b\n?? new\n M cut"), (Texts{" M a.txt", "MM dir/b", "?? new"}));
+    EXPECT_EQ(entries("\n M\nfatal\n M \n M a\n M \"t\\tq\\\"\"\n"), (Texts{" M a", " M t\tq\""}));
+    EXPECT_EQ(entries("RM old -> new\nRM \"o -> l\" -> \"n -> w\"\nRM old -> \"n w\"\n M \"a -> b\"\n"),
+              (Texts{"RM new", "RM n -> w", "RM n w", " M a -> b"}));
 }
 
 TEST(GitDiff, ParsesEveryKindOfChange)

@@ -2,8 +2,6 @@
 
 #include "tests/ModuleFixture.h"
 
-#include <map>
-
 using Status = std::map<std::string, std::string>;
 
 /// A module and a fresh repository. Files are named relative to its top level, with slashes.

@@ -1,17 +1,8 @@
 #include "tests/GitStatusFixture.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace {
-
-/// The path with its drive letter in the other case.
-std::string withOtherDriveCase(std::string path)
-{
-    const auto letter = static_cast<unsigned char>(path[0]);
-    path[0] = static_cast<char>(std::isupper(letter) ? std::tolower(letter) : std::toupper(letter));
-    return path;
-}
 
 TEST_F(GitStatusTest, TakesEitherSeparatorAndAnyCase)
 {
@@ -20,7 +11,9 @@ TEST_F(GitStatusTest, TakesEitherSeparatorAndAnyCase)
     modify("b");
     std::string slashes = in("Some Folder");
     std::replace(slashes.begin(), slashes.end(), '\\', '/');
-    for (const std::string& directory : {slashes, in("sOME fOLDER"), withOtherDriveCase(in("Some Folder"))}) {
+    std::string otherCase = in("sOME fOLDER");
+    otherCase[0] ^= 0x20;  // the letter of the drive
+    for (const std::string& directory : {slashes, otherCase}) {
         editor.clearRecords(gitType);
         EXPECT_EQ(pass(directory), 0);
         ASSERT_EQ(localStatus().size(), 1u) << directory;

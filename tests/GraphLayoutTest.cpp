@@ -4,13 +4,20 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <map>
+#include <ostream>
 #include <random>
 #include <string>
 #include <unordered_map>
 #include <utility>
-#include <vector>
+
+void PrintTo(const GraphEdge& edge, std::ostream* out)
+{
+    constexpr std::array names{"passes", "ends", "begins", "stub", "down", "up"};
+    *out << names[static_cast<std::size_t>(edge.kind)] << ' ' << edge.from << '-' << edge.to << " (" << edge.other << ')';
+}
 
 namespace {
 

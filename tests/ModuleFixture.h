@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <map>
 
 /// An editor that has initialised the module, with settings for all tools and the real git. Its end stops every thread.
@@ -74,6 +73,13 @@ protected:
     {
         call("filewatcher_stop_async_work", {});
         editor.runUntil([] { return false; }, 0);
+    }
+    /// The statuses of a file and its tool, as "LOCAL/REPOSITORY/TOOL".
+    std::string record(const std::string& path) const
+    {
+        const TXVCRECORD record = editor.record(cmROStringT(path)).value_or(TXVCRECORD());
+        return record.localStatus.c_str() + ("/" + std::string(record.repositoryStatus.c_str()) + "/")
+               + std::to_string(record.tool);
     }
     /// Every path that has a local status, with that status.
     std::map<std::string, std::string> localStatus() const

@@ -37,14 +37,6 @@ private:
     const Texts m_fragments;
 };
 
-TEST(Quoting, LeavesPlainDataAloneAndQuotesTheRest)
-{
-    EXPECT_EQ(quoteArgument("HEAD~2^"), "HEAD~2^");
-    EXPECT_EQ(quoteArgument("HEAD^^"), "\"HEAD^^\"");
-    EXPECT_EQ(quoteArgument("a b"), "\"a b\"");
-    EXPECT_EQ(quoteArgument(""), "\"\"");
-}
-
 TEST(Quoting, RefusesWhatTheWindowsInterpreterCannotBeGiven)
 {
     const auto text = [](cmROStringT arguments) { return windowsInterpreterText(R"(C:\my git.exe)", arguments); };

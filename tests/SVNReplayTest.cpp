@@ -45,13 +45,6 @@ protected:
         answer(xml);
         EXPECT_EQ(pass(top(), svnType), status) << xml;
     }
-    /// A file's record as "LOCAL/REPOSITORY/TOOL".
-    std::string record(const std::string& name) const
-    {
-        const TXVCRECORD record = editor.record(in(name)).value_or(TXVCRECORD());
-        return record.localStatus.c_str() + ("/" + std::string(record.repositoryStatus.c_str()) + "/")
-               + std::to_string(record.tool);
-    }
     void markAsModified(const Texts& names)
     {
         TXVCRECORD record;
@@ -89,11 +82,11 @@ TEST_F(SVNReplayTest, SetsAndClearsWhatTheEntriesTell)
                                                       {"added", "mod/mod/0"}, {"left", "mod/mod/0"}, {"gone", "/mod/1"},
                                                       {"same", "mod//1"},     {"normal", "/mod/1"}};  // the server was not asked
     for (const auto& [name, wanted] : expected)
-        EXPECT_EQ(record(name), wanted) << name;
+        EXPECT_EQ(record(in(name)), wanted) << name;
     answerAndPass(document(entry("newer", "normal", outdated)));
     EXPECT_EQ(notifications, 1);  // the second pass changed nothing
     answerAndPass(document(entry("newer", "normal") + "<against revision='9'/>"));
-    EXPECT_EQ(record("newer"), "//1");  // the server answered: the file is up to date
+    EXPECT_EQ(record(in("newer")), "//1");  // the server answered: the file is up to date
     EXPECT_EQ(notifications, 2);
 }
 

@@ -1,7 +1,6 @@
 #include "filewatcher/status/VCStatusThread.h"
 #include "tests/ModuleFixture.h"
 
-#include <functional>
 #include <new>
 
 namespace {

@@ -1,8 +1,6 @@
 #include "common/ChildProcess.h"
 #include "tests/ModuleFixture.h"
 
-#include <chrono>
-
 namespace {
 
 using Clock = std::chrono::steady_clock;

@@ -1,4 +1,3 @@
-#include "tests/TestSupport.h"
 #include "tests/WatchProcess.h"
 
 #include <gtest/gtest.h>

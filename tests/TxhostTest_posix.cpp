@@ -1,5 +1,4 @@
 #include "tests/LogRecords.h"
-#include "tests/TestSupport.h"
 #include "tests/WatchProcess.h"
 
 #include <gtest/gtest.h>

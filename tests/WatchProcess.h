@@ -4,8 +4,6 @@
 #include "common/CommandQuoting.h"
 #include "tests/TestSupport.h"
 
-#include <cstdint>
-
 /// A running `txhost watch --json` and its output. The destructor ends it.
 class WatchProcess {
 public:

@@ -155,7 +155,6 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
                  std::cout << variable.c_str() << '\n';
          }},
         {"count-handles", [](const Arguments&) { std::cout << openDescriptors(); }},
-        {"count-input", [](const Arguments&) { std::cout << std::string(std::istreambuf_iterator<char>(std::cin), {}).size(); }},
         {"echo-input",
          [](const Arguments&) {
              std::cout << std::string(std::istreambuf_iterator<char>(std::cin), {});
@@ -164,7 +163,6 @@ const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
         {"show", [](const Arguments& a) { std::cout << std::ifstream(cmSystemPath(a.at(0))).rdbuf(); }},
         {"mark", [](const Arguments& a) { std::ofstream(cmSystemPath(a.at(0))) << "was here"; }},
         // Stand-ins for a tool, by the name of the copy.
-        {"tool-hangs", [](const Arguments&) { hang(); }},
         {"tool-hangs-with-child",
          [](const Arguments&) {
              startBeside("hang");
