@@ -10,7 +10,6 @@ inline cmStringT helper(cmROStringT arguments)
     return cmCat("\"") + builtProgram("testhelper") + "\" " + arguments;
 }
 
-/// One capture with all its output.
 struct Captured {
     CaptureResult result;
     std::string output;

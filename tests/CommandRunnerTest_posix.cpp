@@ -99,7 +99,6 @@ TEST(CommandRunner, LetsGitRunNothingThatARepositoryNames)
     EXPECT_FALSE(fs::exists(folder / "ran"));
 }
 
-/// Sets the number of descriptors that this process may have.
 void limitDescriptors(rlim_t count)
 {
     rlimit limit{};

@@ -69,7 +69,6 @@ TEST(GitLogRecord, DropsRecordsThatAreNotWhole)
     EXPECT_EQ(parseCommitTime("x"), noCommitTime);
 }
 
-/// Commits by number, and their parents.
 using Commits = std::vector<std::pair<int, std::vector<int>>>;
 
 /// The numbers of a run in the order in which they are released when all have this time; each once.

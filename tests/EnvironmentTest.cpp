@@ -48,14 +48,10 @@ TEST(Environment, ComparesNamesWithoutCaseOnWindowsOnly)
     EXPECT_EQ(environmentValue(quietEnvironment(host, cmPathStyle::posix), "git_dir"), "x");
 }
 
-TEST(Environment, SortsVariablesForWindowsWithoutCase)
+TEST(Environment, IsSortedForWindowsAndReplacesVariables)
 {
     EXPECT_EQ(windowsEnvironmentOrder({"b=2", "A_B=1", "ab=3", "=C:=C:\\x", "B=4", "C="}),
               (Environment{"=C:=C:\\x", "ab=3", "A_B=1", "b=2", "C="}));
-}
-
-TEST(Environment, ReplacesVariables)
-{
     const Environment changed = withVariables({"A=1", "B=2", "A=3"}, {"A=4", "C=x=y"}, cmPathStyle::posix);
     EXPECT_EQ(changed, (Environment{"A=4", "B=2", "C=x=y"}));
 }

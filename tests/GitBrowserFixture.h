@@ -37,7 +37,6 @@ private:
     int m_last = 0;
 };
 
-/// A module and the browser of an empty repository.
 class GitBrowserTest : public ModuleTest {
 protected:
     GitBrowserTest()
@@ -50,7 +49,6 @@ protected:
         editor.setObserver(observer);
     }
 
-    /// The callback in a slot.
     template <class Function>
     Function* callback(std::int32_t slot) const
     {
@@ -75,7 +73,6 @@ protected:
     {
         return editor.runUntil([] { return !branchTree().isTimerArmed(); }, 30000);
     }
-    /// Loads and fills the tree.
     void show(const cmArray<CallArgument>& options = {})
     {
         EXPECT_EQ(open(options), 0);

@@ -73,7 +73,6 @@ protected:
     }
 
 private:
-    /// The hash and the name of every branch.
     std::set<std::string> branchesOfGit()
     {
         const std::string format = "--format=%(objectname) %(refname:lstrip=2)";
@@ -84,7 +83,6 @@ private:
             branches.insert(hashOf("HEAD") + " " + branch(0));
         return branches;
     }
-    /// The hash and the name of every tag of a commit.
     std::set<std::string> tagsOfGit()
     {
         std::set<std::string> tags;
@@ -106,14 +104,12 @@ TEST_F(GitRepositoriesTest, ShowsEveryShapeAsGitDoes)
     expectSameAsGit(top);
     git(top, {"worktree", "add", "--quiet", text(folder / "tree"), "left"});
     expectSameAsGit(folder / "tree");
-    git(folder.path(), {"init", "--quiet", "--bare", "--initial-branch=main", "bare"});
-    top = folder / "bare";
-    importMerges();
-    expectSameAsGit(top);
-    git(folder.path(), {"init", "--quiet", "--initial-branch=main", "--object-format=sha256", "sha256"});
-    top = folder / "sha256";
-    importMerges();
-    expectSameAsGit(top);
+    for (const char* option : {"--bare", "--object-format=sha256"}) {
+        top = folder / option;
+        git(folder.path(), {"init", "--quiet", "--initial-branch=main", option, text(top)});
+        importMerges();
+        expectSameAsGit(top);
+    }
     EXPECT_EQ(call("_GitFilterTree", {cmStringT(hashOf("main").substr(50)), 0}), 0);
     EXPECT_EQ(editor.tree().size(), 1u);
     git(folder.path(), {"init", "--quiet", "tagged"});

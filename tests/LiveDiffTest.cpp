@@ -58,7 +58,6 @@ protected:
     }
     std::int32_t have() { return call("_SVCLiveDiffHaveVCFile", {cacheFile.c_str()}); }
     std::string cached() const { return readFile(cmSystemPath(cacheFile)); }
-    /// The path of a file in the working copy.
     std::string in(const std::string& name) const { return text(folder / "work" / cmSystemPath(name)); }
     static std::string helper(const std::string& arguments) { return '"' + builtProgram("testhelper") + "\" " + arguments; }
     /// The size of all files below the editor's directory.
@@ -104,11 +103,14 @@ TEST_F(LiveDiffTest, FetchesTheCommittedBytes)
 
 TEST_F(LiveDiffTest, KeepsTheOldCacheFileWhenTheToolFails)
 {
+    const auto complaint = [](std::size_t dots) {
+        return helper("say content \"" + std::string(dots, '.') + "fatal: it is wrong\"");
+    };
     ASSERT_EQ(fetch(now, helper("bytes 10"), in("f")), 0);
-    EXPECT_EQ(fetch(now, helper("complain 8089"), in("f")), -104370);
+    EXPECT_EQ(fetch(now, complaint(8089), in("f")), -104370);
     EXPECT_EQ(have(), -104370);
     EXPECT_EQ(cached().size(), 10u);
-    ASSERT_EQ(fetch(later, helper("complain 100"), in("f")), 0);
+    ASSERT_EQ(fetch(later, complaint(100), in("f")), 0);
     EXPECT_TRUE(eventually([this] { return have() == -104357; }));
     EXPECT_EQ(fetch(now, text(folder / "no such tool"), in("f")), -104370);
     EXPECT_EQ(fetch(now, helper("say \"\" \"svn: E155010: not found\""), in("f")), -104370);
@@ -116,7 +118,7 @@ TEST_F(LiveDiffTest, KeepsTheOldCacheFileWhenTheToolFails)
     EXPECT_EQ(fetch(now, helper("say content \"svn: E155010: beside content\""), in("f")), 0);
     EXPECT_EQ(fetch(now, helper("say \"\" \"svn: warning: W1, and an empty file\""), in("f")), 0);
     EXPECT_EQ(cached(), "");
-    EXPECT_EQ(fetch(now, helper("complain 8090"), in("f")), 0) << "only the first 8,095 bytes of standard error count";
+    EXPECT_EQ(fetch(now, complaint(8090), in("f")), 0) << "only the first 8,095 bytes of standard error count";
     EXPECT_EQ(have(), 1);
     editor.setProperty(txPropertyLiveDiffReset, 0);
     EXPECT_EQ(have(), 1);

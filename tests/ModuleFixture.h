@@ -62,7 +62,6 @@ protected:
         const auto pass = passesEnded.extract(path);
         return pass ? pass.mapped() : 1;
     }
-    /// Adds the path and waits for its pass.
     std::int32_t pass(const std::string& path, std::int32_t type = gitType)
     {
         addPath(path, type);
@@ -81,7 +80,6 @@ protected:
         return record.localStatus.c_str() + ("/" + std::string(record.repositoryStatus.c_str()) + "/")
                + std::to_string(record.tool);
     }
-    /// Every path that has a local status, with that status.
     std::map<std::string, std::string> localStatus() const
     {
         std::map<std::string, std::string> found;

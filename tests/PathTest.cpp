@@ -27,7 +27,7 @@ TEST(Path, FindsTheRestBelowADirectory)
     EXPECT_EQ(relative(R"(C:\workshop)", R"(C:\work)", windows), "<outside>");
 }
 
-TEST(Path, DropsOneTrailingSeparatorButNeverTheRoot)
+TEST(Path, IsTakenApartAndPutTogether)
 {
     EXPECT_EQ(cmWithoutTrailingSeparator("/a/b/", posix), "/a/b");
     EXPECT_EQ(cmWithoutTrailingSeparator("/", posix), "/");
@@ -35,19 +35,13 @@ TEST(Path, DropsOneTrailingSeparatorButNeverTheRoot)
     EXPECT_EQ(cmWithoutTrailingSeparator(R"(C:\a\)", windows), R"(C:\a)");
     EXPECT_EQ(cmWithoutTrailingSeparator(R"(C:\)", windows), R"(C:\)");
     EXPECT_EQ(cmWithoutTrailingSeparator("", windows), "");
-}
 
-TEST(Path, JoinsAndTurnsSeparators)
-{
     EXPECT_EQ(cmJoinPath("/a", "b", posix), "/a/b");
     EXPECT_EQ(cmJoinPath("/", "b", posix), "/b");
     EXPECT_EQ(cmJoinPath(R"(C:\a)", "b", windows), R"(C:\a\b)");
     EXPECT_EQ(cmNativeSeparators("C:/a/b c", windows), R"(C:\a\b c)");
     EXPECT_EQ(cmNativeSeparators("/a\\b", posix), "/a\\b");
-}
 
-TEST(Path, DividesIntoDirectoryAndName)
-{
     EXPECT_EQ(cmDirectoryOf("/a/b", posix), "/a");
     EXPECT_EQ(cmDirectoryOf("/a", posix), "/");
     EXPECT_EQ(cmDirectoryOf("a", posix), "");
@@ -55,10 +49,7 @@ TEST(Path, DividesIntoDirectoryAndName)
     EXPECT_EQ(cmDirectoryOf("C:\\a/b", windows), "C:\\a");
     EXPECT_EQ(cmFileNameOf("C:\\a/b", windows), "b");
     EXPECT_EQ(cmFileNameOf("/a\\b", posix), "a\\b");
-}
 
-TEST(Path, DropsTheVerbatimPrefixOfWindowsOnly)
-{
     EXPECT_EQ(cmWithoutVerbatimPrefix(R"(\\?\C:\a)", windows), R"(C:\a)");
     EXPECT_EQ(cmWithoutVerbatimPrefix(R"(\\?\UNC\server\share)", windows), R"(\\server\share)");
     EXPECT_EQ(cmWithoutVerbatimPrefix(R"(\\?\C:\a)", posix), R"(\\?\C:\a)");

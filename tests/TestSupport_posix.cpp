@@ -4,18 +4,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <sstream>
 #include <thread>
 
 namespace {
-
-bool isNumber(const std::string& text)
-{
-    return std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
-}
 
 /// The processes whose folder in /proc satisfies `condition`. A process may end before `condition` is called.
 template <class Condition>
@@ -24,7 +18,7 @@ std::vector<pid_t> findProcesses(Condition condition)
     std::vector<pid_t> found;
     for (const fs::directory_entry& entry : fs::directory_iterator("/proc")) {
         const std::string name = entry.path().filename().string();
-        if (isNumber(name) && condition(entry.path()))
+        if (name[0] <= '9' && condition(entry.path()))
             found.push_back(std::stoi(name));
     }
     return found;

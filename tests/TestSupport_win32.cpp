@@ -10,7 +10,6 @@
 
 namespace {
 
-/// The processes whose program is the file at `path`.
 std::vector<DWORD> livingProcesses(const std::string& path)
 {
     std::vector<DWORD> found;

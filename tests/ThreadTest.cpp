@@ -51,14 +51,10 @@ TEST(Thread, GoesThroughItsStatesAndStartsAgain)
         EXPECT_FALSE(worker.isRunning());
     }
     EXPECT_EQ(cmThread::current(), nullptr);
-}
-
-TEST(Thread, EndsWithAStatusWhenItsBodyThrows)
-{
-    Worker worker([](Worker&) -> std::int32_t { throw std::bad_alloc(); });
-    worker.start();
-    worker.join();
-    EXPECT_EQ(worker.getStatus(), cmThreadFailed);
+    Worker failing([](Worker&) -> std::int32_t { throw std::bad_alloc(); });
+    failing.start();
+    failing.join();
+    EXPECT_EQ(failing.getStatus(), cmThreadFailed);
 }
 
 TEST(Thread, LeavesNoThreadBehindWhenNobodyJoins)

@@ -32,7 +32,6 @@ public:
     }
     void terminate() { m_process.terminate(), ends(); }
     std::uint32_t id() const { return m_process.getProcessId(); }
-    /// All output so far.
     const std::string& output()
     {
         char buffer[1000];

@@ -26,15 +26,10 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-void sleepMs(int ms)
-{
-    std::this_thread::sleep_for(std::chrono::milliseconds(ms));
-}
-
 [[noreturn]] void hang()
 {
     for (;;)
-        sleepMs(1000);
+        std::this_thread::sleep_for(std::chrono::seconds(1));
 }
 
 void writeTo(std::FILE* stream, const std::string& bytes)
@@ -87,7 +82,7 @@ void closeOutput(const Arguments&)
     std::fclose(stdout);
     std::ofstream("closed").close();
     while (!std::filesystem::exists("go"))
-        sleepMs(1);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     std::ofstream("gone").close();
 }
 
@@ -115,86 +110,77 @@ void floodBoth(std::size_t count)
     other.join();
 }
 
-const std::map<std::string, std::function<void(const Arguments&)>>& behaviours()
-{
-    static const std::map<std::string, std::function<void(const Arguments&)>> table{
-        {"args",
-         [](const Arguments& a) {
-             for (const std::string& text : a)
-                 std::cout << text.size() << ':' << text << '\n';
-         }},
-        {"bytes", [](const Arguments& a) { writeTo(stdout, pattern(std::stoul(a.at(0)))); }},
-        {"both", [](const Arguments& a) { floodBoth(std::stoul(a.at(0))); }},
-        {"hang", [](const Arguments&) { hang(); }},
-        {"bytes-then-hang",
-         [](const Arguments& a) {
-             writeTo(stdout, pattern(std::stoul(a.at(0))));
-             hang();
-         }},
-        {"complain",
-         [](const Arguments& a) {
-             writeTo(stdout, "content");
-             writeTo(stderr, std::string(std::stoul(a.at(0)), '.') + "fatal: it is wrong\n");
-         }},
-        {"say",
-         [](const Arguments& a) {
-             writeTo(stdout, a.at(0));
-             writeTo(stderr, a.at(1));
-         }},
-        {"leave-child",
-         [](const Arguments&) {
-             writeTo(stdout, "parent");
-             startBeside("hang");
-         }},
-        {"close-output", &closeOutput},
-        {"capture-without-streams", &captureWithoutStreams},
-        {"directory", [](const Arguments&) { std::cout << cmPathText(std::filesystem::current_path()).c_str(); }},
-        {"environment",
-         [](const Arguments&) {
-             for (const cmStringT& variable : hostEnvironment())
-                 std::cout << variable.c_str() << '\n';
-         }},
-        {"count-handles", [](const Arguments&) { std::cout << openDescriptors(); }},
-        {"echo-input",
-         [](const Arguments&) {
-             std::cout << std::string(std::istreambuf_iterator<char>(std::cin), {});
-             std::cerr << "problem\n";
-         }},
-        {"show", [](const Arguments& a) { std::cout << std::ifstream(cmSystemPath(a.at(0))).rdbuf(); }},
-        {"mark", [](const Arguments& a) { std::ofstream(cmSystemPath(a.at(0))) << "was here"; }},
-        // Stand-ins for a tool, by the name of the copy.
-        {"tool-hangs-with-child",
-         [](const Arguments&) {
-             startBeside("hang");
-             hang();
-         }},
-        {"tool-floods",
-         [](const Arguments&) {
-             for (const std::string block = pattern(65536);;)
-                 writeTo(stdout, block);
-         }},
-        {"tool-git-pauses", &pauseInLog},
-        {"tool-svn", &replaySvn},
-        {"tool-p4", &replayPerforce},
-        {"monitor", &leaveTrace},
-        {"git", &leaveTrace},
-        {"sh", &leaveTrace},
-        {"tool-fails", [](const Arguments&) { writeTo(stderr, "fatal: this tool always fails\n"); }},
-    };
-    return table;
-}
+const std::map<std::string, std::function<void(const Arguments&)>> behaviours{
+    {"args",
+     [](const Arguments& a) {
+         for (const std::string& text : a)
+             std::cout << text.size() << ':' << text << '\n';
+     }},
+    {"bytes", [](const Arguments& a) { writeTo(stdout, pattern(std::stoul(a.at(0)))); }},
+    {"both", [](const Arguments& a) { floodBoth(std::stoul(a.at(0))); }},
+    {"hang", [](const Arguments&) { hang(); }},
+    {"bytes-then-hang",
+     [](const Arguments& a) {
+         writeTo(stdout, pattern(std::stoul(a.at(0))));
+         hang();
+     }},
+    {"say",
+     [](const Arguments& a) {
+         writeTo(stdout, a.at(0));
+         writeTo(stderr, a.at(1));
+     }},
+    {"leave-child",
+     [](const Arguments&) {
+         writeTo(stdout, "parent");
+         startBeside("hang");
+     }},
+    {"close-output", &closeOutput},
+    {"capture-without-streams", &captureWithoutStreams},
+    {"directory", [](const Arguments&) { std::cout << cmPathText(std::filesystem::current_path()).c_str(); }},
+    {"environment",
+     [](const Arguments&) {
+         for (const cmStringT& variable : hostEnvironment())
+             std::cout << variable.c_str() << '\n';
+     }},
+    {"count-handles", [](const Arguments&) { std::cout << openDescriptors(); }},
+    {"echo-input",
+     [](const Arguments&) {
+         std::cout << std::string(std::istreambuf_iterator<char>(std::cin), {});
+         std::cerr << "problem\n";
+     }},
+    {"show", [](const Arguments& a) { std::cout << std::ifstream(cmSystemPath(a.at(0))).rdbuf(); }},
+    {"mark", [](const Arguments& a) { std::ofstream(cmSystemPath(a.at(0))) << "was here"; }},
+    // Stand-ins for a tool, by the name of the copy.
+    {"tool-hangs-with-child",
+     [](const Arguments&) {
+         startBeside("hang");
+         hang();
+     }},
+    {"tool-floods",
+     [](const Arguments&) {
+         for (const std::string block = pattern(65536);;)
+             writeTo(stdout, block);
+     }},
+    {"tool-git-pauses", &pauseInLog},
+    {"tool-svn", &replaySvn},
+    {"tool-p4", &replayPerforce},
+    {"monitor", &leaveTrace},
+    {"git", &leaveTrace},
+    {"sh", &leaveTrace},
+    {"tool-fails", [](const Arguments&) { writeTo(stderr, "fatal: this tool always fails\n"); }},
+};
 
 }  // namespace
 
 int runHelper(std::vector<std::string> arguments)
 {
     std::string name = cmSystemPath(cmProgramPath()).stem().string();
-    if (!arguments.empty() && behaviours().contains(arguments.front())) {
+    if (!arguments.empty() && behaviours.contains(arguments.front())) {
         name = arguments.front();
         arguments.erase(arguments.begin());
     }
-    const auto behaviour = behaviours().find(name);
-    if (behaviour == behaviours().end())
+    const auto behaviour = behaviours.find(name);
+    if (behaviour == behaviours.end())
         return 2;
     behaviour->second(arguments);
     return 0;
