@@ -2,7 +2,6 @@
 #include "common/ProcessFamily.h"
 #include "common/cmStatusException.h"
 #include "tests/Captured.h"
-#include "tests/HelperSystem.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -29,6 +28,13 @@ TEST(CommandRunner, FailsWhenTheToolIsKilledButNotByItsExitCode)
     EXPECT_EQ(killed.result.status, cmStatusPipeFailed);
     EXPECT_EQ(killed.result.failure, "the tool was killed (signal 9)");
     EXPECT_EQ(run("\"/bin/sh\" -c \"exit 137\"", {}, spawnPlainCommand).result.status, 0);
+}
+
+TEST(CommandRunner, WaitsForAChildThatClosedItsOutput)
+{
+    const TempFolder folder;
+    run("\"/bin/sh\" -c \"exec >&- 2>&-; sleep 0.3; touch gone\"", {}, spawnPlainCommand, text(folder.path()));
+    EXPECT_TRUE(fs::exists(folder / "gone"));
 }
 
 unsigned long long signalSet(const std::string& status, const std::string& name)

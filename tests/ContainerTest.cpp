@@ -54,14 +54,13 @@ TEST(Queue, KeepsOrderAndHoldsOthersOutWhileItIsWalked)
     int expected = 0;
     {
         const auto end = queue.end();
-        for (auto item = queue.begin(); !(item == end); ++item) {
-            if (!writer.joinable())
-                writer = std::thread([&queue, &pushed] {
-                    queue.push(100);
-                    pushed = true;
-                });
+        auto item = queue.begin();
+        writer = std::thread([&] {
+            queue.push(100);
+            pushed = true;
+        });
+        for (; !(item == end); ++item)
             EXPECT_EQ(*item, expected++);
-        }
         EXPECT_FALSE(eventually([&pushed] { return pushed.load(); }, std::chrono::milliseconds(50)));
     }
     writer.join();

@@ -115,15 +115,11 @@ TEST(GitHistory, SeparatesMessagesFromFileNames)
     EXPECT_EQ(records[1].files, (Texts{"f", "q\""}));
 }
 
-TEST(GitCommitText, TellsTheFilesOfAMergeByParent)
+TEST(GitCommitText, TellsTheFilesOfAMergeByParentAndItsMessageOnce)
 {
     const auto read = [](cmROStringT output) { return parseFilesByParent(output, "abc", {"1", "2", "3"}); };
     EXPECT_EQ(read("lost\nabc (from 3) s\n\"q\\\"\"\nabc (fr\nabc (from 1) a (from 2)\nf\n\nabc (from 4) s\nx"),
               (cmArray<Texts>{{"f"}, {}, {"q\"", "abc (fr"}}));
-}
-
-TEST(GitCommitText, SkipsTheRepeatedMessageOfAMerge)
-{
     const GitCommitText merge = parseGitCommitText("s\n\nother\n\n\0\ns\n\ns\n\nother\n\n\0\ng\nother\n"s);
     EXPECT_EQ(merge.message, (Texts{"s", "", "other", ""}));
     EXPECT_EQ(merge.files, (Texts{"s", "g", "other"}));

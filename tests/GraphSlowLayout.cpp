@@ -49,7 +49,7 @@ private:
     cmArray<GraphEdge> stopLongLines(std::uint32_t known)
     {
         cmArray<GraphEdge> down;
-        for (std::uint16_t c = 0; c < columnCount(); ++c) {
+        for (std::uint16_t c = 0; c < m_columns.size(); ++c) {
             Column& column = m_columns[c];
             if (column.line != Column::undecided)
                 continue;
@@ -72,7 +72,7 @@ private:
         if (row.column == graphNoColumn)
             row.column = leftmostAvailable();
         cmArray<GraphEdge> ending;
-        for (std::uint16_t c = 0; c < columnCount(); ++c) {
+        for (std::uint16_t c = 0; c < m_columns.size(); ++c) {
             if (m_columns[c].line != Column::empty && m_columns[c].target == m_row) {
                 ending.push_back({c, row.column, ends});
                 m_columns[c] = {.availableFrom = m_row + 1};
@@ -115,8 +115,6 @@ private:
         const auto found = std::find_if(m_columns.begin(), m_columns.end(), isIt);
         return found == m_columns.end() ? graphNoColumn : static_cast<std::uint16_t>(found - m_columns.begin());
     }
-
-    std::uint16_t columnCount() const { return static_cast<std::uint16_t>(m_columns.size()); }
 
     std::uint16_t leftmostAvailable()
     {

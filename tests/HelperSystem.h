@@ -19,3 +19,6 @@ int runHelper(std::vector<std::string> arguments);
 
 /// Starts this program again, with one argument and the same streams, without waiting for it.
 void startBeside(const char* argument);
+
+/// The number of open descriptors or handles of this process.
+std::size_t openDescriptors();

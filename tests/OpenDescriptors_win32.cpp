@@ -1,4 +1,4 @@
-#include "tests/OpenDescriptors.h"
+#include "tests/HelperSystem.h"
 
 #include <windows.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "common/cmSystemPath.h"
-#include "tests/OpenDescriptors.h"
+#include "tests/HelperSystem.h"
 
 #include <chrono>
 #include <cstddef>

@@ -7,7 +7,6 @@
 #include "common/cmStringCatHelper.h"
 #include "common/cmSystemPath.h"
 #include "tests/HelperSystem.h"
-#include "tests/OpenDescriptors.h"
 
 #include <algorithm>
 #include <chrono>
@@ -76,16 +75,6 @@ void pauseInLog(const Arguments& arguments)
     hang();
 }
 
-/// Closes its output, and ends when there is a file "go" in its directory.
-void closeOutput(const Arguments&)
-{
-    std::fclose(stdout);
-    std::ofstream("closed").close();
-    while (!std::filesystem::exists("go"))
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    std::ofstream("gone").close();
-}
-
 /// A host that has no standard streams and captures standard error alone, into the file that it is given.
 void captureWithoutStreams(const Arguments& arguments)
 {
@@ -134,7 +123,6 @@ const std::map<std::string, std::function<void(const Arguments&)>> behaviours{
          writeTo(stdout, "parent");
          startBeside("hang");
      }},
-    {"close-output", &closeOutput},
     {"capture-without-streams", &captureWithoutStreams},
     {"directory", [](const Arguments&) { std::cout << cmPathText(std::filesystem::current_path()).c_str(); }},
     {"environment",
