@@ -27,7 +27,8 @@ public:
 
     GraphRow next(std::uint32_t known)
     {
-        const cmArray<GraphEdge> down = stopLongLines(known);
+        m_known = known;
+        const cmArray<GraphEdge> down = stopLongLines();
         GraphRow row;
         placeCommit(row);
         for (const std::uint32_t& parent : m_history[m_row])
@@ -46,18 +47,20 @@ public:
     }
 
 private:
-    cmArray<GraphEdge> stopLongLines(std::uint32_t known)
+    bool comes(std::uint32_t row) const { return row < m_known && row < m_history.size(); }
+    bool isLong(std::uint32_t child, std::uint32_t parent) const { return (comes(parent) ? parent : m_known) - child >= m_cut; }
+
+    cmArray<GraphEdge> stopLongLines()
     {
         cmArray<GraphEdge> down;
         for (std::uint16_t c = 0; c < m_columns.size(); ++c) {
             Column& column = m_columns[c];
             if (column.line != Column::undecided)
                 continue;
-            const bool comes = column.target < known && column.target < m_history.size();
-            if ((comes ? column.target : known) - column.child >= m_cut) {
+            if (isLong(column.child, column.target)) {
                 down.push_back(arrow(arrowDown, c, column.target));
                 column = {.availableFrom = m_row + 2};
-            } else if (comes) {
+            } else if (comes(column.target)) {
                 column.line = Column::shortLine;
             }
         }
@@ -93,9 +96,14 @@ private:
             to = own;
         if (to == graphNoColumn)
             to = leftmostAvailable();
-        if (m_columns[to].line == Column::empty)
+        GraphEdge edge{own, to, begins};
+        if (m_columns[to].line == Column::empty) {
             m_columns[to] = {Column::undecided, m_row, parent};
-        return {own, to, begins};
+            if (isLong(m_row, parent))
+                edge = arrow(begins, own, parent);
+        }
+        edge.to = to;
+        return edge;
     }
 
     void addArrowsUp(GraphRow& row, std::uint16_t column, std::uint32_t parent) const
@@ -129,6 +137,7 @@ private:
     const std::uint32_t m_cut;
     History m_farChildren;  ///< by row of the parent: the children whose lines to it are long
     std::uint32_t m_row = 0;
+    std::uint32_t m_known = 0;                      ///< how many commits had come when the row was laid out
     std::uint32_t m_knownAbove = GraphNode::noRow;  ///< when the row above was laid out
     std::vector<Column> m_columns;
 };

@@ -45,10 +45,8 @@ void GraphLanes::step(const GraphNode& node, const GraphStep& step, GraphRow* ro
     for (std::size_t i = 0; i < node.parents.size(); ++i) {
         const GraphNode::Parent& parent = node.parents[i];
         const std::uint16_t lane = lineTo(parent, i == 0, column, step);
-        if (row && lane != graphNoColumn)
-            row->edges.push_back({column, lane, GraphEdgeKind::begins});
-        else if (row)
-            row->edges.push_back({column, column, GraphEdgeKind::stub, rowNumber(parent.row), m_commits.hashText(parent.id)});
+        if (row)
+            addLineTo(parent, column, lane, *row);
     }
     if (column != graphNoColumn && m_state.targets[column] == held)
         rest(column);
@@ -158,6 +156,18 @@ void GraphLanes::begin(std::uint16_t column, const GraphNode::Parent& parent, co
         return;
     cut(parent.id, step.row);
     m_begun.push_back(column);
+}
+
+void GraphLanes::addLineTo(const GraphNode::Parent& parent, std::uint16_t column, std::uint16_t lane, GraphRow& row) const
+{
+    GraphEdge edge{column, lane, GraphEdgeKind::begins};
+    if (lane == graphNoColumn)
+        edge = {column, column, GraphEdgeKind::stub};
+    if (lane == graphNoColumn || (!m_begun.empty() && m_begun.back() == lane)) {
+        edge.other = rowNumber(parent.row);
+        edge.otherHash = m_commits.hashText(parent.id);
+    }
+    row.edges.push_back(std::move(edge));
 }
 
 void GraphLanes::addArrowsDown(GraphRow& row) const

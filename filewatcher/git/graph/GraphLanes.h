@@ -74,6 +74,7 @@ private:
     /// Returns the column of the line to a parent; graphNoColumn when the parent gets no line.
     std::uint16_t lineTo(const GraphNode::Parent& parent, bool first, std::uint16_t column, const GraphStep& step);
     void begin(std::uint16_t column, const GraphNode::Parent& parent, const GraphStep& step);
+    void addLineTo(const GraphNode::Parent& parent, std::uint16_t column, std::uint16_t lane, GraphRow& row) const;
     void addArrowsDown(GraphRow& row) const;
     void addArrowsUp(std::uint32_t parent, std::uint16_t column, GraphRow& row) const;
     void startAgain(std::uint32_t parent, GraphRow* row);

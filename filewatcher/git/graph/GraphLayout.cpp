@@ -1,6 +1,7 @@
 #include "filewatcher/git/graph/GraphLayout.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -32,13 +33,15 @@ void GraphLayout::finish(std::uint32_t count)
 
 void GraphLayout::layOut(std::uint32_t end)
 {
-    for (; m_rowCount < end; ++m_rowCount) {
+    for (; m_rowCount < end && !m_isBroken; ++m_rowCount) {
+        m_isBroken = true;
         // With many lines checkpoints are rarer, so that they never take more than a word per row.
         const std::size_t distance = std::max(rowsPerCheckpoint, m_lanes.state().targets.size());
         if (m_checkpoints.empty() || m_rowCount - m_checkpoints.back().row >= distance)
             m_checkpoints.push_back({m_rowCount, m_lanes.state()});
         m_commits.node(m_rowCount, m_node);
         m_lanes.step(m_node, stepOf(m_rowCount), nullptr);
+        m_isBroken = false;
     }
 }
 
@@ -55,15 +58,27 @@ GraphStep GraphLayout::stepOf(std::uint32_t row) const
 
 void GraphLayout::row(std::uint32_t index, GraphRow& result)
 {
+    try {
+        replay(index, result);
+    } catch (...) {
+        m_replay.reset();  // a step may have broken off
+        throw;
+    }
+}
+
+void GraphLayout::replay(std::uint32_t index, GraphRow& result)
+{
     const auto after = std::upper_bound(m_checkpoints.begin(), m_checkpoints.end(), index,
                                         [](std::uint32_t row, const Checkpoint& checkpoint) { return row < checkpoint.row; });
     const Checkpoint& checkpoint = *(after - 1);
-    if (m_replayRow < checkpoint.row || m_replayRow > index) {
-        m_replay.restart(checkpoint.lines);
+    if (!m_replay || m_replayRow < checkpoint.row || m_replayRow > index) {
+        if (!m_replay)
+            m_replay.emplace(m_commits, std::as_const(m_cutLines));
+        m_replay->restart(checkpoint.lines);
         m_replayRow = checkpoint.row;
     }
     for (; m_replayRow <= index; ++m_replayRow) {
         m_commits.node(m_replayRow, m_node);
-        m_replay.step(m_node, stepOf(m_replayRow), m_replayRow == index ? &result : nullptr);
+        m_replay->step(m_node, stepOf(m_replayRow), m_replayRow == index ? &result : nullptr);
     }
 }

@@ -7,7 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <utility>
+#include <optional>
 
 /// The graph beside a list of commits. Rows are appended and never change, except that the far end of an arrow becomes known when
 /// its commit gets a row. Only the lines of some rows (checkpoints) are stored; any other row is computed from the checkpoint
@@ -44,6 +44,7 @@ private:
     };
     void layOut(std::uint32_t end);
     GraphStep stepOf(std::uint32_t row) const;
+    void replay(std::uint32_t index, GraphRow& result);
 
     const GraphCommits& m_commits;
     const std::uint32_t m_cut;
@@ -51,9 +52,10 @@ private:
     std::uint32_t m_rowCount = 0;
     CutLines m_cutLines;
     GraphLanes m_lanes{m_commits, m_cutLines};  ///< the lines below the last row
+    bool m_isBroken = false;                    ///< m_lanes are not, because a step broke off
     cmArray<Checkpoint> m_checkpoints;
-    cmArray<std::uint32_t> m_catchUps;                          ///< how many commits were known at each, ascending
-    GraphLanes m_replay{m_commits, std::as_const(m_cutLines)};  ///< the lines above the row m_replayRow
+    cmArray<std::uint32_t> m_catchUps;   ///< how many commits were known at each, ascending
+    std::optional<GraphLanes> m_replay;  ///< the lines above the row m_replayRow; none when they are not known
     std::uint32_t m_replayRow = 0;
     GraphNode m_node;  ///< kept for its memory
 };

@@ -23,7 +23,7 @@ struct GraphEdge {
     std::uint16_t to;    ///< column at the bottom of the row
     GraphEdgeKind kind;
     // Of an arrow, the commit at the far end of the line: the parent that it leads down to, or the child that it comes from. Of a
-    // stub, the parent. Unset for other kinds.
+    // line that begins here and stops with an arrow in the next row, and of a stub, the parent. Unset for other edges.
     std::int64_t other = -1;  ///< row of that commit; below 0 as long as it has none
     cmStringT otherHash{};
 
