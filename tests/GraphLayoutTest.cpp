@@ -118,7 +118,7 @@ TEST(GraphLayout, EveryLineReachesItsParentWhateverTheHistory)
         for (const std::uint32_t cut : {2u, 30u, 1100u}) {
             for (const bool pauses : {false, true}) {
                 SCOPED_TRACE(testing::Message() << static_cast<int>(shape) << " cut " << cut << " pauses " << pauses);
-                layOutInPieces(randomHistory(shape, shape == branches ? 2100 : 600, engine), cut, pauses, engine);
+                layOutInPieces(randomHistory(shape, shape == branches ? 1400 : 400, engine), cut, pauses, engine);
                 if (HasFailure())
                     return;
             }
