@@ -8,6 +8,8 @@
 #include "filewatcher/git/commits/GitDateTime.h"
 #include "filewatcher/git/query/GitCommitText.h"
 
+#include <optional>
+
 namespace {
 
 constexpr const char* filesByParentKey = "modifiedFilesByParent";
@@ -45,9 +47,9 @@ std::int32_t showCommit(cmROStringT git, cmROStringT repository, cmROStringT opt
     return endGitQuery(runGitQuery(commandLine, repository, output));
 }
 
-/// Fills the elements that the hash table has; keys that it lacks are skipped.
+/// Fills the elements that the hash table has; keys that it lacks are skipped, and that of `filesByParent` when there are none.
 void fillCommitTable(TXHVAR table, const GitCommitInfo& commit, const GitCommitText& text,
-                     const cmArray<cmArray<cmStringT>>& filesByParent)
+                     const std::optional<cmArray<cmArray<cmStringT>>>& filesByParent)
 {
     setTextUnlessEmpty(table, "hash", commit.hash);
     setTextUnlessEmpty(table, "parentHash", commit.firstParent);
@@ -58,7 +60,8 @@ void fillCommitTable(TXHVAR table, const GitCommitInfo& commit, const GitCommitT
     setText(table, "comment", commit.subject);
     setTexts(table, "longComment", text.message);
     setTexts(table, "modifiedFiles", text.files);
-    setTextsByParent(table, filesByParentKey, filesByParent);
+    if (filesByParent)
+        setTextsByParent(table, filesByParentKey, *filesByParent);
     setTexts(table, "stagedFiles", commit.stagedFiles.names());
 }
 
@@ -81,15 +84,14 @@ std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR
     GitCommitInfo commit;
     if (!result || status != 0 || (!isWorkingCopy && output.isEmpty()) || !model || !model->findCommit(revision, commit))
         return status;
-    cmArray<cmArray<cmStringT>> filesByParent;
+    std::optional filesByParent{cmArray<cmArray<cmStringT>>()};
     if (!commit.otherParents.empty() && txHvarHashElement(result, filesByParentKey, 0)) {
         cmStringT byParent;
-        status = showCommit(git, repository, gitFilesByParentOptions, commit.hash, byParent);
-        if (status != 0)
-            return status;
         cmArray<cmStringT> parents{commit.firstParent};
         parents.insert(parents.end(), commit.otherParents.begin(), commit.otherParents.end());
-        filesByParent = parseFilesByParent(byParent, commit.hash, parents);
+        filesByParent.reset();
+        if (showCommit(git, repository, gitFilesByParentOptions, commit.hash, byParent) == 0)  // an old git lacks the options
+            filesByParent = parseFilesByParent(byParent, commit.hash, parents);
     }
     fillCommitTable(result, commit, parseGitCommitText(output), filesByParent);
     return status;

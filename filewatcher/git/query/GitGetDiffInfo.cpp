@@ -135,8 +135,9 @@ GitOutcome makeRelative(cmROStringT directory, cmROStringT git, cmArray<GitDiffF
     GitOutcome outcome = runGitQuery(cmStringT(cmCat(quotedGit(git)) + " rev-parse --show-prefix"), directory, output);
     const cmROStringT prefix = cmWithoutLineEnd(output);
     for (GitDiffFile& file : files) {
-        if (file.path.view().starts_with(prefix))
-            file.path = cmStringT(file.path.view().substr(prefix.size()));
+        cmROStringT relative;
+        if (!prefix.empty() && cmRelativePath(file.path, prefix, relative))
+            file.path = cmStringT(relative);
     }
     return outcome;
 }
