@@ -1,4 +1,4 @@
-#include "tests/GraphHistory.h"
+#include "tests/GraphLineChecker.h"
 #include "txhost/GraphText.h"
 
 #include <gtest/gtest.h>
