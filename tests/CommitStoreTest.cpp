@@ -162,12 +162,11 @@ TEST(BranchTable, NumbersTheCurrentBranchFirst)
               "o");
     EXPECT_EQ(refs.nameAtHead(), "tags/t");
     const auto names = [&](cmROStringT current, const cmArray<std::int64_t>& numbersAtOne) {
-        CommitStore store;
         BranchTable table;
         table.setCurrentName(current);
         table.setCurrentEndHash("9");
-        table.assign(refs, store);
-        EXPECT_EQ(table.numbersAt(store.intern(one)), numbersAtOne);
+        table.assign(refs);
+        EXPECT_EQ(table.numbersAt(one), numbersAtOne);
         EXPECT_EQ(table.branch(-1), nullptr);
         std::string found;
         for (std::int64_t number = 0; const BranchInfo* branch = table.branch(number); ++number)
@@ -181,16 +180,15 @@ TEST(BranchTable, NumbersTheCurrentBranchFirst)
 
 TEST(TagTable, TakesWholeLinesOnly)
 {
-    CommitStore store;
     TagTable table;
     const std::string one = hashOf(1);
-    table.assign(one + " refs/tags/b\n" + hashOf(2) + " refs/tags/b^{}\n" + one + " refs/tags/z\n" + one + " refs/heads/a\nx\n"
-                     + one + " refs/tags/c^{}\n" + hashOf(3) + " refs/tags/d\n" + one + " refs/tags/cut",
-                 store);
-    const auto namesAt = [&](int hash) { return table.namesAt(store.intern(hashOf(hash))); };
-    EXPECT_EQ(namesAt(1), (cmArray<cmStringT>{"z", "c^{}"}));
-    EXPECT_EQ(namesAt(2), (cmArray<cmStringT>{"b"}));
-    EXPECT_EQ(namesAt(4), cmArray<cmStringT>());
+    table.read(one + " refs/tags/b\n" + hashOf(2) + " refs/tags/b^{}\n" + one + " refs/tags/z\n" + one + " refs/heads/a\nx\n"
+               + one + " refs/tags/c^{}\n" + hashOf(3) + " refs/tags/d\n" + hashOf(5)
+               + " tag: refs/tags/y,, grafted, tag: refs/tags/x\n" + one + " refs/tags/cut");
+    EXPECT_EQ(table.namesAt(one), (cmArray<cmStringT>{"c^{}", "z"}));
+    EXPECT_EQ(table.namesAt(hashOf(2)), (cmArray<cmStringT>{"b"}));
+    EXPECT_EQ(table.namesAt(hashOf(5)), (cmArray<cmStringT>{"x", "y,"}));
+    EXPECT_EQ(table.namesAt(hashOf(4)), cmArray<cmStringT>());
 }
 
 TEST(GitDateTime, IsPackedAsTheEditorReadsIt)

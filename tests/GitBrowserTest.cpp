@@ -219,6 +219,14 @@ TEST_F(GitBrowserTest, ShowsWhatADamagedRepositoryStillHasAndTellsWhatFailed)
         std::filesystem::remove(top / ".git/refs/heads/x");
     }
     EXPECT_EQ(published(), 6);
+    git(top, {"tag", "--message=x", "named", "v1"});
+    writeFile(top / ".git/refs/tags/a", "");
+    show({1, "main"});
+    cmArray<cmStringT> tags;
+    EXPECT_EQ((callback<std::int32_t(std::int64_t, cmArray<cmStringT>&)>(txSlotGitTags)(2, tags)), 0);
+    EXPECT_EQ(tags, (cmArray<cmStringT>{"named", "v1"}));
+    EXPECT_TRUE(ended[txGitLoadBranches].starts_with("-1 fatal: git show-ref: bad ref refs/tags/a")) << ended[txGitLoadBranches];
+    std::filesystem::remove(top / ".git/refs/tags/a");
     loseObject(top, lost);
     show({1});
     EXPECT_GE(published(), 3);

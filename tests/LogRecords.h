@@ -12,12 +12,14 @@ inline std::string hashOf(int number)
     return digits;
 }
 
-/// A record of git's log command, and what separates it from the next one. Each number has a second of its own.
+/// A record of git's log command, and what separates it from the next one. Each number has a second of its own, or shares
+/// that of the number `second`.
 inline std::string logRecord(int number, const std::vector<int>& parents, const std::string& subject = "s",
-                             const std::string& author = "Ada", const std::string& email = "ada@example.org")
+                             const std::string& author = "Ada", const std::string& email = "ada@example.org", int second = 0)
 {
     std::string record = hashOf(number) + '\0';
     for (const int parent : parents)
         record += (record.back() == '\0' ? "" : " ") + hashOf(parent);
-    return record + '\0' + std::to_string(1700000000 - number) + '\0' + email + '\0' + author + '\0' + subject + "\x01\n";
+    return record + '\0' + std::to_string(1700000000 - (second != 0 ? second : number)) + '\0' + email + '\0' + author + '\0'
+           + subject + "\x01\n";
 }

@@ -1,8 +1,12 @@
 #include "filewatcher/git/browser/ShownHistory.h"
 
+#include "tests/GraphLineChecker.h"
 #include "tests/LogRecords.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
 
 namespace {
 
@@ -10,15 +14,22 @@ using Rows = std::vector<std::int64_t>;
 using Columns = std::vector<std::uint16_t>;
 const auto neverStop = [] { return false; };
 
+void setRefs(ShownHistory& history, const std::string& output)
+{
+    GitRefs refs;
+    refs.read(output, "o");
+    BranchTable branches;
+    branches.setCurrentName("main");
+    branches.assign(refs);
+    history.setBranches(std::move(branches));
+}
+
 class ShownHistoryTest : public testing::Test {
 protected:
     /// The current branch, main, merges side, whose commits are listed in the wrong order; extra is not merged.
     void load()
     {
-        GitRefs refs;
-        refs.read(hashOf(2) + " HEAD\n" + hashOf(2) + " refs/heads/main\n" + hashOf(1) + " refs/heads/extra\n", "o");
-        history.branches().setCurrentName("main");
-        history.setRefs(refs);
+        setRefs(history, hashOf(2) + " HEAD\n" + hashOf(2) + " refs/heads/main\n" + hashOf(1) + " refs/heads/extra\n");
         add(logRecord(1, {3}, "Extra") + logRecord(2, {3, 6}, "merge", "\xC3\x96", "oz@example.org") + logRecord(3, {})
             + logRecord(4, {}, "on the Side", "Grace H", "g@x") + logRecord(5, {4}) + logRecord(6, {5, 3}, "late", "B", "b"));
     }
@@ -60,8 +71,9 @@ TEST_F(ShownHistoryTest, AddsRecordsUpToTheLimitAndNoneOnceAStopIsRequested)
     std::string log = logRecord(1, {2}) + logRecord(2, {3}) + logRecord(3, {4});
     cmROStringT batch = log;
     int asked = 0;
-    EXPECT_FALSE(history.addRecords(batch, 9, [&asked] { return ++asked > 2; }));
-    EXPECT_EQ(history.commitCount(), 2) << "the working copy and one; the second of the other may not be over";
+    EXPECT_TRUE(history.addRecords(batch, 1, neverStop));
+    EXPECT_EQ(history.commitCount(), 1) << "the working copy; the second of the other may not be over";
+    EXPECT_FALSE(history.addRecords(batch, 9, [&asked] { return ++asked > 1; }));
     history.catchUp();
     EXPECT_EQ(rows(), (Rows{0, 1}));
     ASSERT_EQ(commit(1).pendingBranches.size(), 1u);
@@ -81,9 +93,7 @@ TEST_F(ShownHistoryTest, AddsRecordsUpToTheLimitAndNoneOnceAStopIsRequested)
 TEST_F(ShownHistoryTest, ARestrictedLogIsLaidOutAnewWithoutTheParentsThatNeverCame)
 {
     ShownHistory restricted("main");
-    GitRefs refs;
-    refs.read(hashOf(3) + " HEAD\n", "o");
-    restricted.setRefs(refs);
+    setRefs(restricted, hashOf(3) + " HEAD\n");
     std::string log;
     for (int number = 1; number <= 100; ++number)
         log += logRecord(number, {number + 500, number % 9 == 0 ? number + 9 : number + 600}, number == 4 ? "four" : "s");
@@ -164,6 +174,69 @@ TEST_F(ShownHistoryTest, AFilterShowsTheCommitsThatContainItsTextAndTheLinesBetw
     EXPECT_EQ(rows(), Rows{10});
     EXPECT_TRUE(history.filter(""));
     EXPECT_EQ(history.rowCount(), 11);
+}
+
+/// Follows the lines between the rows that are shown; `parents` are those of each number, and of 0 the commit of HEAD.
+void expectShownLines(ShownHistory& shown, const std::vector<std::vector<int>>& parents)
+{
+    GraphRows rows(static_cast<std::size_t>(shown.rowCount()));
+    History shownParents(rows.size());
+    GitCommitInfo info;
+    for (std::uint32_t row = 0; row < rows.size(); ++row) {
+        const std::int64_t commit = shown.commitInRow(static_cast<std::int32_t>(row));
+        ASSERT_TRUE(shown.copyCommit(commit, info) && shown.copyGraphRow(commit, rows[row]));
+        const int number = commit == 0 ? 0 : std::stoi(info.hash.c_str() + 30, nullptr, 16);
+        for (const int parent : parents[static_cast<std::size_t>(number)]) {
+            if (shown.findCommit(hashOf(parent), info) && info.row >= 0)
+                shownParents[row].push_back(static_cast<std::uint32_t>(info.row));
+        }
+        for (const GraphEdge& edge : rows[row].edges)
+            ASSERT_NE(edge.kind, GraphEdgeKind::stub) << row;
+    }
+    expectLines(rows, shownParents);
+}
+
+TEST_F(ShownHistoryTest, EveryLineLeadsToAShownParentWhateverTheLog)
+{
+    std::mt19937 random(5);
+    const auto below = [&random](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
+    for (int round = 0; round < 20 && !HasFailure(); ++round) {
+        SCOPED_TRACE(round);
+        const bool restricted = round % 2 == 1;
+        constexpr int count = 1500;
+        std::vector<std::vector<int>> parents{{1 + below(count)}};
+        std::vector<std::string> log;
+        for (int first = 1; first <= count; first = static_cast<int>(parents.size())) {
+            const auto start = std::ssize(log);
+            for (int left = 1 + below(below(8) == 0 ? 900 : 4); left > 0 && parents.size() <= count; --left) {
+                const auto number = static_cast<int>(parents.size());
+                std::vector<int>& of = parents.emplace_back();
+                for (int wanted = below(3) == 0 ? below(4) : 1; wanted > 0; --wanted)
+                    of.push_back(number + wanted + 3 * below(below(5) == 0 ? 90 : 3));
+                std::erase_if(of, [&](int parent) { return !restricted && parent > count; });
+                if (!restricted || below(4) != 0)
+                    log.push_back(logRecord(number, of, below(3) == 0 ? "some" : "s", "A", "a", first));
+            }
+            std::shuffle(log.begin() + start, log.end(), random);  // parents above their children, all in one second
+        }
+        ShownHistory shown(restricted ? "main" : "");
+        setRefs(shown, hashOf(parents[0][0]) + " HEAD\n");
+        for (std::size_t next = 0; next < log.size();) {
+            std::string piece;
+            for (int left = 1 + below(100); left > 0 && next < log.size(); --left)
+                piece += log[next++];
+            cmROStringT batch = piece;
+            while (shown.addRecords(batch, 1 + below(60), neverStop)) {
+            }
+            if (below(4) == 0)
+                shown.catchUp();
+        }
+        while (shown.finishLog(1 + below(300))) {
+        }
+        expectShownLines(shown, parents);
+        EXPECT_TRUE(shown.filter("some"));
+        expectShownLines(shown, parents);
+    }
 }
 
 }  // namespace

@@ -14,6 +14,10 @@
 
 namespace {
 
+/// Lists the commits that tags lead to, with their tags.
+constexpr cmROStringT tagsOfCommits =
+    "--no-pager log --no-walk=unsorted --ignore-missing --tags --no-show-signature --decorate=full "
+    "--decorate-refs=refs/tags \"--format=%H %D\"";
 constexpr std::int32_t runStopped = -1;
 constexpr std::uint32_t pollMs = 5;  // pause before the log thread is asked again
 constexpr std::uint32_t firstRowsPauseMs = 500;
@@ -176,9 +180,15 @@ GitOutcome GitBranchesModel::readRefs()
     const GitOutcome remotes = readRemoteName(remoteName);
     GitRefs refs;
     refs.read(output, remoteName);
+    BranchTable branches;
+    {
+        cmMutexLock hold(modelLock);
+        branches = m_history->branches();
+    }
+    branches.assign(refs);
     cmMutexLock hold(modelLock);
     if (!stopRequested())
-        m_history->setRefs(refs);
+        m_history->setBranches(std::move(branches));
     return outcome.status != 0 ? outcome : remotes;
 }
 
@@ -186,9 +196,16 @@ GitOutcome GitBranchesModel::readTags()
 {
     cmStringT output;
     GitOutcome outcome = runGit("show-ref --tags --dereference", output);
+    // One broken tag ends show-ref, while the log passes it over. When that fails too, the tags that show-ref named before
+    // remain.
+    cmStringT logged;
+    if (outcome.status != 0 && runGit(tagsOfCommits, logged).status == 0)
+        output = logged;
+    TagTable tags;
+    tags.read(output);
     cmMutexLock hold(modelLock);
     if (!stopRequested())
-        m_history->setTags(output);  // after a failure, the tags that git has named before
+        m_history->setTags(std::move(tags));
     return outcome;
 }
 

@@ -3,7 +3,6 @@
 #include "filewatcher/git/browser/CommitFilter.h"
 
 #include <cstddef>
-#include <utility>
 
 namespace {
 
@@ -22,11 +21,11 @@ ShownHistory::ShownHistory(cmROStringT logRestriction)
 {
 }
 
-void ShownHistory::setRefs(const GitRefs& refs)
+void ShownHistory::setBranches(BranchTable branches)
 {
-    m_branches.assign(refs, m_store);
+    m_branches = std::move(branches);
     m_onCurrentBranch.markStart(CommitIds::workingCopy);
-    const std::uint32_t head = m_store.intern(refs.headHash());
+    const std::uint32_t head = m_store.intern(m_branches.headHash());
     if (head == CommitStore::none)
         return;
     m_onCurrentBranch.markStart(head);
@@ -58,8 +57,6 @@ bool ShownHistory::finishLog(std::uint32_t limit)
 
 void ShownHistory::addRecord(const GitLogRecord& record)
 {
-    if (m_store.count() == 0)
-        m_store.addWorkingCopy();
     if (m_store.add(record))
         m_onCurrentBranch.onCommitAdded(m_store, m_store.count() - 1);
 }
@@ -88,7 +85,7 @@ bool ShownHistory::copyTags(std::int64_t number, cmArray<cmStringT>& names) cons
 {
     if (!exists(number))
         return false;
-    names = m_tags.namesAt(m_store.idOf(static_cast<std::uint32_t>(number)));
+    names = m_tags.namesAt(m_store.hashText(m_store.idOf(static_cast<std::uint32_t>(number))));
     return true;
 }
 
@@ -103,7 +100,7 @@ void ShownHistory::copyKnown(std::uint32_t number, GitCommitInfo& info) const
         info.pendingBranches = {{m_branches.headHash()}};
         return;
     }
-    info.branchNumbers = m_branches.numbersAt(id);
+    info.branchNumbers = m_branches.numbersAt(info.hash);
     addPendingBranches(number, info);
 }
 

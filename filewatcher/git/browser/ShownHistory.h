@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 /// The history of one load: its commits, branches and graph, and the rows that are shown, which are all commits or those that a
 /// filter selects. A load has a new one. Has no lock: for one thread at a time.
@@ -21,25 +22,27 @@ public:
     ShownHistory& operator=(const ShownHistory&) = delete;
 
     BranchTable& branches() { return m_branches; }
-    /// Numbers the branches and marks HEAD. Call once, before the first commit is added. While a restricted log runs, HEAD may be
-    /// missing from it, so no line is drawn from the working copy to it.
-    void setRefs(const GitRefs& refs);
-    /// Takes git's list of tags, as TagTable reads it. Call once.
-    void setTags(cmROStringT output) { m_tags.assign(output, m_store); }
+    /// Takes the numbered branches and marks HEAD. Call once, before the first commit is added. While a restricted log runs, HEAD
+    /// may be missing from it, so no line is drawn from the working copy to it.
+    void setBranches(BranchTable branches);
+    void setTags(TagTable tags) { m_tags = std::move(tags); }
 
-    /// Takes the first `limit` records of `batch` and adds those that RecordOrder releases, before the very first one the working
-    /// copy. The last rows are not laid out yet. `stopRequested()` is asked before each record. Returns whether `batch` may hold
-    /// more that should be taken.
+    /// Takes the first `limit` records of `batch` and adds those that RecordOrder releases; the working copy is added with the
+    /// very first one that is taken. The last rows are not laid out yet. `stopRequested()` is asked before each record. Returns
+    /// whether `batch` may hold more that should be taken.
     template <class StopCheck>
     bool addRecords(cmROStringT& batch, int limit, const StopCheck& stopRequested)
     {
         GitLogRecord record;
         bool more = true;
         try {
-            for (int count = 0; more && count < limit; ++count) {
+            for (int count = 0; count < limit; ++count) {
                 more = !stopRequested() && takeGitLogRecord(batch, record);
-                if (more)
-                    m_order.add(record, [this](const GitLogRecord& released) { addRecord(released); });
+                if (!more)
+                    break;
+                if (m_store.count() == 0)
+                    m_store.addWorkingCopy();
+                m_order.add(record, [this](const GitLogRecord& released) { addRecord(released); });
             }
             m_order.keepTexts();
         } catch (...) {

@@ -1,16 +1,16 @@
 #include "filewatcher/git/commits/BranchTable.h"
 
-#include <cstddef>
+#include <algorithm>
 
-void BranchTable::assign(const GitRefs& refs, CommitStore& store)
+void BranchTable::assign(const GitRefs& refs)
 {
     m_headHash = refs.headHash();
     m_branches = refs.numbered(m_currentName, m_currentEndHash);
     for (std::size_t number = 0; number < m_branches.size(); ++number) {
-        const std::uint32_t tip = store.intern(m_branches[number].hash);
-        if (tip != CommitStore::none)
-            m_numbersByTip[tip].push_back(static_cast<std::int64_t>(number));
+        if (!m_branches[number].hash.isEmpty())
+            m_byTip.push_back(number);
     }
+    std::ranges::stable_sort(m_byTip, {}, [this](std::size_t number) { return m_branches[number].hash.view(); });
 }
 
 const BranchInfo* BranchTable::branch(std::int64_t number) const
@@ -20,8 +20,11 @@ const BranchInfo* BranchTable::branch(std::int64_t number) const
     return &m_branches[static_cast<std::size_t>(number)];
 }
 
-cmArray<std::int64_t> BranchTable::numbersAt(std::uint32_t id) const
+cmArray<std::int64_t> BranchTable::numbersAt(cmROStringT hash) const
 {
-    const auto found = m_numbersByTip.find(id);
-    return found == m_numbersByTip.end() ? cmArray<std::int64_t>() : found->second;
+    cmArray<std::int64_t> numbers;
+    const auto tipOf = [this](std::size_t number) { return m_branches[number].hash.view(); };
+    for (const std::size_t number : std::ranges::equal_range(m_byTip, hash, {}, tipOf))
+        numbers.push_back(static_cast<std::int64_t>(number));
+    return numbers;
 }

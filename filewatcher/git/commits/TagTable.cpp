@@ -15,31 +15,34 @@ bool isPeeled(cmROStringT ref, cmROStringT tag)
 
 }  // namespace
 
-void TagTable::assign(cmROStringT output, CommitStore& store)
+void TagTable::read(cmROStringT output)
 {
     output = output.substr(0, output.rfind('\n') + 1);
     while (!output.empty()) {
-        cmROStringT line = cmTakeUntil(output, '\n');
-        cmROStringT hash = cmTakeUntil(line, ' ');
+        cmROStringT names = cmTakeUntil(output, '\n');
+        cmROStringT hash = cmTakeUntil(names, ' ');
         cmROStringT peeled = output.substr(0, output.find('\n'));
         const cmROStringT peeledHash = cmTakeUntil(peeled, ' ');
-        if (isPeeled(peeled, line)) {
+        if (isPeeled(peeled, names)) {
             hash = peeledHash;
             cmTakeUntil(output, '\n');
         }
-        if (!line.starts_with(tagPrefix))
-            continue;
-        const std::uint32_t id = store.intern(hash);
-        if (id != CommitStore::none)
-            m_tags.push_back({id, m_texts.keep(line.substr(tagPrefix.size()))});
+        hash = m_texts.keep(hash);
+        while (!names.empty()) {
+            cmROStringT name = cmTakeUntil(names, ' ');
+            if (!names.empty())
+                name.remove_suffix(1);  // what separates it from the next one
+            if (name.starts_with(tagPrefix))
+                m_tags.push_back({hash, m_texts.keep(name.substr(tagPrefix.size()))});
+        }
     }
-    std::ranges::stable_sort(m_tags, {}, &Tag::id);
+    std::ranges::sort(m_tags);
 }
 
-cmArray<cmStringT> TagTable::namesAt(std::uint32_t id) const
+cmArray<cmStringT> TagTable::namesAt(cmROStringT hash) const
 {
     cmArray<cmStringT> names;
-    for (auto tag = std::ranges::lower_bound(m_tags, id, {}, &Tag::id); tag != m_tags.end() && tag->id == id; ++tag)
-        names.emplace_back(tag->name);
+    for (const Tag& tag : std::ranges::equal_range(m_tags, hash, {}, &Tag::hash))
+        names.emplace_back(tag.name);
     return names;
 }
