@@ -171,6 +171,7 @@ TEST_F(RegistryTest, SuspendsThreadsThatExistAndThoseThatCome)
     call("filewatcherInitType", {gitType});
     suspend();
     EXPECT_TRUE(GitStatusThread::instance(false)->isSuspended());
+    setTool("");  // not configured yet
     addPath("/a", perforceType);
     for (const std::int32_t state : {-1, 0}) {
         EXPECT_TRUE(PerforceStatusThread::instance(false)->isSuspended());
