@@ -1,4 +1,4 @@
-#include "tests/GraphLineChecker.h"
+#include "tests/GraphHistory.h"
 #include "txhost/GraphText.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "filewatcher/git/browser/ShownHistory.h"
 
-#include "tests/GraphLineChecker.h"
+#include "tests/GraphHistory.h"
 #include "tests/LogRecords.h"
 
 #include <gtest/gtest.h>
