@@ -9,10 +9,11 @@
 #include "txhost/GraphText.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <numeric>
+#include <sstream>
 #include <string_view>
 #include <unordered_map>
-#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -21,11 +22,12 @@ namespace {
 constexpr std::size_t terminalWidth = 80;
 constexpr std::size_t fewColumns = 15;
 constexpr std::size_t noRow = SIZE_MAX;
+constexpr std::int64_t newest = INT64_MAX;
 
 /// One row of a loaded history.
 struct PictureRow {
     std::vector<std::size_t> parents;  ///< their rows
-    std::uint64_t time = 0;            ///< grows with the date; 0 for the working copy
+    std::int64_t time = newest;        ///< unix time
     std::vector<std::size_t> stubs;    ///< rows of the parents without a line
     std::size_t columns = 0;
     bool hidden = false;  ///< whether the commit is not in the picture
@@ -48,9 +50,22 @@ bool showsCommit(std::string_view picture)
     return false;
 }
 
-/// The rows of a loaded history from the top, as the editor reads them.
-std::vector<PictureRow> readRows(BrowserLoad& load)
+/// The unix times of all commits by hash. The editor's dates are local ones, which are set back when daylight saving time ends.
+std::unordered_map<std::string, std::int64_t> readTimes(const fs::path& top)
 {
+    std::unordered_map<std::string, std::int64_t> times;
+    std::istringstream log(runGit(top, "log --all \"--format=%H %ct\""));
+    std::string hash;
+    std::int64_t time = 0;
+    while (log >> hash >> time)
+        times.emplace(hash, time);
+    return times;
+}
+
+/// The rows of a loaded history from the top, as the editor reads them.
+std::vector<PictureRow> readRows(BrowserLoad& load, const fs::path& top)
+{
+    const std::unordered_map<std::string, std::int64_t> times = readTimes(top);
     std::vector<PictureRow> rows;
     std::unordered_map<std::string, std::size_t> rowOf;
     std::vector<std::vector<std::string>> parents;
@@ -68,16 +83,8 @@ std::vector<PictureRow> readRows(BrowserLoad& load)
         PictureRow& row = rows.emplace_back();
         row.columns = columnsOf(graph);
         row.hidden = !showsCommit(graphText(graph, width.next(graph)).view());
-        if (info.date.isSet()) {
-            const cmDateTime date = info.date.unpacked();
-            for (const auto& [value, values] : {std::pair{date.year, 10000},
-                                                {date.month, 13},
-                                                {date.day, 32},
-                                                {date.hour, 24},
-                                                {date.minute, 60},
-                                                {date.second, 61}})
-                row.time = row.time * static_cast<std::uint64_t>(values) + static_cast<std::uint64_t>(value);
-        }
+        if (number != 0)
+            row.time = times.at(info.hash.c_str());
         rowOf.emplace(info.hash.c_str(), number);
         std::vector<std::string>& of = parents.emplace_back();
         if (!info.firstParent.isEmpty())
@@ -105,9 +112,9 @@ std::vector<PictureRow> readRows(BrowserLoad& load)
 /// than the parent, or when a commit between the two is listed below one that is older.
 int unexplainedStubs(const std::vector<PictureRow>& rows)
 {
-    std::vector<std::uint64_t> oldest;  // by row: the time of the oldest among the commit and its descendants
+    std::vector<std::int64_t> oldest;  // by row: the time of the oldest among the commit and its descendants
     for (const PictureRow& row : rows)
-        oldest.push_back(row.time == 0 ? UINT64_MAX : row.time);
+        oldest.push_back(row.time);
     std::vector<std::size_t> work(rows.size());
     std::iota(work.rbegin(), work.rend(), 0);
     while (!work.empty()) {
@@ -136,7 +143,7 @@ std::vector<Row> measure(const fs::path& top, const std::string& history)
 {
     BrowserLoad load(top);
     load.wholeLoad();
-    const std::vector<PictureRow> rows = readRows(load);
+    const std::vector<PictureRow> rows = readRows(load, top);
     double edges = 0;
     double stubs = 0;
     double hidden = 0;

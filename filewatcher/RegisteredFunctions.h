@@ -84,7 +84,8 @@ void gitBranchClose();
 /// are left as they were when they are not known. Nothing is filled when the branches model does not have the commit. For the
 /// working copy, whose hash is empty, git is not run: it has no message and no files. Returns 0; -1 when git reports a fatal
 /// error or `hash` begins with a dash; -2173 when the feature gate is closed; or why git could not be started. Waits for git
-/// without limit; it is run a second time for the files by parent. Out of memory: -12.
+/// without limit; it is run a second time for the files by parent, whose key stays as it was when that run alone fails (git
+/// before 2.31). Out of memory: -12.
 std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR result);
 /// Fills the array `result` with the revisions of `file`, newest first, as instances of the editor's class "SVCHistoryInfo".
 /// Element 0 is the root entry; the index fields link the revisions as its children. `revision` is where the history begins;
@@ -113,17 +114,15 @@ std::int32_t gitFilterTree(TMStringConst text, TXHREFVAR tree);
 ///     file, the new one for a deleted file, and both when git names none: a rename of the very same contents;
 ///   "binary": 1 when git shows no lines because they are no text; else 0;
 ///   "hunks": an array of hash tables of the integers "oldStart", "oldCount", "newStart", "newCount" and the array "lines"; a
-///   line
-///     begins with "+", "-", a blank or a backslash.
-/// A revision that stands for a merge, such as "HEAD^!", compares with all of its parents at once and lists the files that differ
-/// from each of them. "oldMode" then holds a mode for each parent, with commas between them; both modes are empty when none
-/// changed. A hunk has, instead of "oldStart" and "oldCount", the array "oldRanges" of hash tables of the integers "start" and
-/// "count", one for each parent; a line begins with one character for each parent: "+" when that parent lacks the line, "-" when
-/// it has it and the merge lacks it, else a blank.
-/// Returns 0; -1 when git reports a fatal error, when
-/// nothing differs from the revision, or when it begins with a dash; -2173 when the feature gate is closed; or why git could not
-/// be started. `result` changes on 0 only. Without a revision the second command decides: "local" is left out when only its own
-/// command failed. Waits for git, at most three runs, without limit.
+///     line begins with "+", "-", a blank or a backslash.
+/// A revision that stands for a merge, such as "HEAD^!", compares with all of its parents at once and lists the files that
+/// differ from each of them. "oldPath" is empty then; "oldMode" holds a mode for each parent, with commas between them; both
+/// modes are empty when none changed. A hunk has, instead of "oldStart" and "oldCount", the array "oldRanges" of hash tables
+/// of the integers "start" and "count", one for each parent; a line begins with one character for each parent: "+" when that
+/// parent lacks the line, "-" when it has it and the merge lacks it, else a blank.
+/// Returns 0; -1 when git reports a fatal error, when nothing differs from the revision, or when it begins with a dash; -2173
+/// when the feature gate is closed; or why git could not be started. `result` changes on 0 only. Without a revision the second
+/// command decides: "local" is left out when only its own command failed. Waits for git, at most three runs, without limit.
 /// Out of memory: -12.
 std::int32_t gitGetDiffInfo(TXPSZ repository, TXPSZ git, TXHREFVAR result, TXPSZ revision);
 /// Returns 1 while the model's own thread runs, else 0.

@@ -18,8 +18,8 @@ struct GitLoadRequest {
 
 /// The branches and commits of the repository that the editor's Git browser shows. Its thread reads the branches with git
 /// commands of its own, then takes the records from the log thread until that has ended, and notifies the editor of the end of
-/// each of these parts. There is one instance in a process; the
-/// editor's thread creates and destroys it, starts its thread and requests its stops. Any thread may call the reading operations.
+/// each of these parts. There is one instance in a process; the editor's thread creates and destroys it, starts its thread and
+/// requests its stops. Any thread may call the reading operations.
 class GitBranchesModel : public cmThread {
 public:
     /// Returns the instance. Without one, creates it when `create` is set and returns null otherwise.

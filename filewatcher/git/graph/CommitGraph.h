@@ -8,7 +8,7 @@
 /// Which parents of a commit get a line.
 enum class GraphParents : std::uint8_t {
     all,
-    stored,  ///< those in the store; while commits are added, the answer for a row may change
+    stored,  ///< those in the store; more may come while commits are added, so it is laid out only when the log has ended
 };
 
 /// All commits of a store; the row of a commit is its number. The parent of the working copy, row 0, is the commit of HEAD.

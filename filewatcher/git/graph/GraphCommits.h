@@ -21,8 +21,8 @@ struct GraphNode {
 class GraphCommits {
 public:
     virtual ~GraphCommits() = default;
-    /// Sets `node` to the commit of a row and those of its parents that get a line. For a row that is laid out, the ids in the
-    /// answer must never change.
+    /// Sets `node` to the commit of a row and those of its parents that get a line. Once a row is laid out, the ids in the answer
+    /// must not change while the layout is used.
     virtual void node(std::uint32_t row, GraphNode& node) const = 0;
     /// Returns the id of the commit in a row.
     virtual std::uint32_t idOf(std::uint32_t row) const = 0;

@@ -23,8 +23,9 @@ struct GitDiffHunk {
 /// What a diff says of a file. Modes are the digits that git writes; null where git says nothing of them.
 struct GitDiffFile {
     cmStringT path;     ///< with slashes; the new path of a rename or copy, the old path of a deleted file
-    cmStringT oldPath;  ///< of a rename or copy; null for any other file
-    cmStringT oldMode;  ///< null for a new file; in a combined diff those of the parents, with commas between them
+    cmStringT oldPath;  ///< of a rename or copy; null for any other file, and in a combined diff
+    cmStringT
+        oldMode;  ///< null for a new file; in a combined diff those of the parents, with commas between them, if any changed
     cmStringT newMode;  ///< null for a deleted file
     bool binary = false;
     bool combined = false;       ///< compared with several parents
