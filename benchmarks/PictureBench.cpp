@@ -69,7 +69,7 @@ std::vector<PictureRow> readRows(BrowserLoad& load, const fs::path& top)
     std::vector<PictureRow> rows;
     std::unordered_map<std::string, std::size_t> rowOf;
     std::vector<std::vector<std::string>> parents;
-    GraphWidth width(terminalWidth);
+    GraphWindow window(terminalWidth);
     const auto rowOfHash = [&rowOf](const std::string& hash) {
         const auto found = rowOf.find(hash);
         return found == rowOf.end() ? noRow : found->second;
@@ -82,7 +82,7 @@ std::vector<PictureRow> readRows(BrowserLoad& load, const fs::path& top)
             throw BenchError("commit " + std::to_string(number) + " has no row");
         PictureRow& row = rows.emplace_back();
         row.columns = columnsOf(graph);
-        row.hidden = !showsCommit(graphText(graph, width.next(graph)).view());
+        row.hidden = !showsCommit(graphText(graph, window.next(graph)).view());
         if (number != 0)
             row.time = times.at(info.hash.c_str());
         rowOf.emplace(info.hash.c_str(), number);

@@ -1,5 +1,5 @@
 #include "tests/GraphHistory.h"
-#include "txhost/GraphText.h"
+#include "txhost/LogLine.h"
 
 #include <gtest/gtest.h>
 
@@ -143,7 +143,7 @@ void forEachHistory(History& history, std::uint32_t row, const std::function<voi
     }
 }
 
-/// Compares the two layouts, and the pictures of all histories of so many commits.
+/// Compares the two layouts, and what `txhost log` prints into a pipe, for all histories of so many commits.
 void expectAllDiffer(std::uint32_t count, std::uint32_t cut)
 {
     const std::vector<std::uint32_t> known(count, GraphNode::noRow);
@@ -157,9 +157,12 @@ void expectAllDiffer(std::uint32_t count, std::uint32_t cut)
         layout.finish(count);
         const GraphRows rows = allRows(layout);
         expectSame(rows, slowGraphLayout(history, cut, known));
+        LogLines lines(0, &inNoColour);
         std::string picture;
-        for (const GraphRow& row : rows)
-            picture.append(graphText(row, graphCells(row)).view()).append(graphNames(row).view()).append("\n");
+        for (std::uint32_t row = 0; row < count; ++row) {
+            const cmStringT line = lines.next(rows[row], {MadeCommits::hashOf(row), {}, "", ""});
+            picture.append(line.view()).append("\n");
+        }
         History unordered = history;
         for (std::vector<std::uint32_t>& parents : unordered)
             std::sort(parents.begin(), parents.end());

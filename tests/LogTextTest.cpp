@@ -9,10 +9,27 @@ namespace {
 using enum GraphEdgeKind;
 
 /// The picture with a bar behind it.
-std::string drawn(const GraphRow& row, std::size_t width = 0)
+std::string drawn(const GraphRow& row, const GraphView& view)
 {
-    const cmStringT text = graphText(row, width == 0 ? graphCells(row) : width);
-    return std::string(text.view()) + "|";
+    return std::string(graphText(row, view).view()) + "|";
+}
+
+std::string drawn(const GraphRow& row)
+{
+    return drawn(row, {2 * graphColumns(row), 0, 0, graphColumns(row) - 1});
+}
+
+/// A commit among lines that pass in `columns` columns, with lines to parents in `parents`.
+GraphRow amongLines(std::uint16_t commit, std::uint16_t columns, std::initializer_list<std::uint16_t> parents = {})
+{
+    GraphRow row{commit, {}};
+    for (std::uint16_t column = 0; column < columns; ++column) {
+        if (column != commit)
+            row.edges.push_back({column, column, passes});
+    }
+    for (const std::uint16_t parent : parents)
+        row.edges.push_back({commit, parent, begins});
+    return row;
 }
 
 TEST(GraphText, TellsEveryKindOfLineFromEveryOther)
@@ -31,45 +48,56 @@ TEST(GraphText, TellsEveryKindOfLineFromEveryOther)
     EXPECT_EQ(drawn(both), "╰─│─┼─●─│─┼─┴─│─╮ |");
     EXPECT_EQ(drawn({1, {{0, 0, passes}, {2, 2, passes}, {1, 0, begins}, {1, 2, begins}}}), "├─●─┤ |");
     EXPECT_EQ(drawn({2, {{2, 2, ends}, {2, 0, begins}, {2, 1, begins}, {2, 5, begins}, {3, 3, arrowDown}, {4, 4, arrowUp}}}),
-              "╭─┬─●─↓─↑─╮ |");
+              "╭─┬─●╴↓ ↑╶╮ |");
     EXPECT_EQ(drawn({0, {{0, 0, ends}, {2, 0, ends}, {0, 3, begins}}}), "●───┴─╮ |");
     EXPECT_EQ(drawn({0, {{2, 2, passes}, {1, 1, arrowUp}}}), "○ ↑ │ |");
     EXPECT_EQ(drawn({0, {{0, 0, stub}, {0, 1, begins}}}), "◍─╮ |");
 }
 
-TEST(GraphText, GivesWayFarFromTheCommitAndItsParents)
+TEST(GraphWindow, KeepsColumnsBelowEachOtherAndEveryTurn)
 {
-    GraphRow row{4, {}};
-    for (std::uint16_t column = 0; column < 20; ++column)
-        row.edges.push_back({column, column, passes});
-    row.edges[4].kind = ends;
-    row.edges.push_back({4, 12, begins});
-    EXPECT_EQ(drawn(row, 42), "│ │ │ │ ●─│─│─│─│─│─│─│─┤ │ │ │ │ │ │ │   |");
-    EXPECT_EQ(drawn(row, 20), "│ │ │ │ ●─│─│─│…┤…  |");
-    EXPECT_EQ(drawn(row, 7), "…●…┤…  |");
-    EXPECT_EQ(drawn(row, 4), "…●… |");
-    EXPECT_EQ(drawn(row, 2), "● |");
-}
-
-TEST(GraphText, NamesTheOtherEndsByColumn)
-{
-    const GraphRow row{1,
-                       {{1, 1, stub, 0, "0000000f"},
-                        {3, 3, arrowDown, 9, "3333333f"},
-                        {0, 0, arrowDown, 8, "1111111f"},
-                        {1, 1, arrowUp, 0, ""},
-                        {1, 1, arrowUp, 1, "4444444f"},
-                        {2, 2, arrowUp, 2, "5555555f"}}};
-    EXPECT_EQ(graphNames(row), "↓ 1111111, 3333333  ↑ working copy, 4444444  ↑ 5555555  ◍ 0000000");
-    EXPECT_EQ(graphNames({0, {{0, 0, begins}}}), "");
-}
-
-TEST(GraphText, MovesTheTextBehindItSeldom)
-{
-    const auto width = [](GraphWidth& widths, std::uint16_t columns) {
-        return widths.next({0, {{static_cast<std::uint16_t>(columns - 1), static_cast<std::uint16_t>(columns - 1), passes}}});
+    const GraphRow octopus = amongLines(0, 24, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19});
+    const auto log = [](std::size_t terminal, const cmArray<GraphRow>& rows) {
+        GraphWindow window(terminal);
+        std::string text = "\n";
+        for (const GraphRow& row : rows)
+            text += drawn(row, window.next(row)) + "\n";
+        return text;
     };
-    GraphWidth piped(0);
+    EXPECT_EQ(log(40, {amongLines(0, 12), amongLines(6, 12, {1}), amongLines(7, 12), amongLines(3, 12), amongLines(1, 12, {10}),
+                       amongLines(6, 9, {0, 8}), amongLines(7, 8, {2, 3}), amongLines(11, 12, {0, 2, 1, 7}), octopus}),
+              R"(
+○ │ │ │ │ │ │… |
+│ ├─│─│─│─│─●… |
+…│ │ │ │ │ ○…  |
+…│ ○ │ │ │ │…  |
+…●─│─│─│─│─│…┤ |
+ ├…│─│─│─│─●…┤ |
+…│ ├─┼─│─│─│─● |
+ ├┼┼…┼─│─│─│─● |
+●─┼─┼─┼─┼─┼─┼─┼─┼─┼─┼…┼┼┼┼┼┼┼┼┤ |
+)");
+    EXPECT_EQ(log(80, {octopus, amongLines(0, 24, {1, 2, 20, 12})}), R"(
+●─┼─┼─┼─┼─┼─┼─┼─┼─┼─┼─┼─┼─┼─┼─┼─┼─┼─┼─┤… |
+●─┼─┼─│─│─│─│─│─│─│─│─│─┼─│…┤ |
+)");
+    EXPECT_EQ(log(40, {amongLines(20, 24, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18})}), R"(
+├┼┼┼┼┼┼┼┼┼┼┼┼┼┼┼┼┼┼…●…  |
+)");
+    for (int terminal = 1; terminal < 80; ++terminal) {
+        GraphWindow window(static_cast<std::size_t>(terminal));
+        for (const GraphRow& row : {octopus, amongLines(23, 24, {0}), amongLines(8, 24, {1, 2, 0, 5, 9, 10, 11, 12, 13, 14})}) {
+            const std::string text = drawn(row, window.next(row));
+            EXPECT_TRUE(text.find("●") != std::string::npos && text.ends_with(" |")) << terminal << text;
+            EXPECT_LE(static_cast<int>(textWidth(text)), std::max(2, terminal - 7) + 1) << text;
+        }
+    }
+}
+
+TEST(GraphWindow, MovesTheTextBehindItSeldom)
+{
+    const auto width = [](GraphWindow& window, std::uint16_t columns) { return window.next(amongLines(0, columns)).width; };
+    GraphWindow piped(0);
     EXPECT_EQ(width(piped, 500), 1000u);
     EXPECT_EQ(width(piped, 4), 1000u);
     EXPECT_EQ(width(piped, 5), 1000u);
@@ -79,10 +107,28 @@ TEST(GraphText, MovesTheTextBehindItSeldom)
     EXPECT_EQ(width(piped, 9), 24u) << "at once";
     for (const auto& [terminal, least, most] :
          {std::tuple(80, 6, 30), {40, 2, 15}, {20, 2, 7}, {10, 2, 3}, {9, 2, 2}, {3, 2, 2}}) {
-        GraphWidth limited(static_cast<std::size_t>(terminal));
+        GraphWindow limited(static_cast<std::size_t>(terminal));
         EXPECT_EQ(width(limited, 1), static_cast<std::size_t>(least)) << terminal;
         EXPECT_EQ(width(limited, 500), static_cast<std::size_t>(most)) << terminal;
     }
+}
+
+TEST(GraphNames, BelongToTheCommitOfTheRow)
+{
+    GraphNames names;
+    EXPECT_EQ(names.next({1, {{1, 3, begins, 9, "3333333f"}, {1, 0, begins, 8, "1111111f"}, {1, 1, stub, 0, "0000000f"}}}),
+              "↓ 3333333, 1111111  ◍ 0000000");
+    EXPECT_EQ(names.next({1,
+                          {{1, 1, begins},
+                           {0, 0, arrowDown, 8, "1111111f"},
+                           {3, 3, arrowDown, 9, "3333333f"},
+                           {5, 5, arrowDown, 7, "5555555f"},
+                           {1, 1, arrowUp, 0, ""},
+                           {2, 2, arrowUp, 1, "4444444f"},
+                           {2, 2, arrowUp, 2, "2222222f"}}}),
+              "↑ working copy  (↓ 5555555)");
+    EXPECT_EQ(names.next({2, {{3, 3, arrowDown, 6, "6666666f"}}}), "↑ 4444444, 2222222  (↓ 6666666)");
+    EXPECT_EQ(names.next({0, {{0, 0, begins}}}), "");
 }
 
 TEST(TextWidth, CutsBetweenWhatAReaderSeesAsCharacters)
@@ -111,26 +157,26 @@ TEST(TextWidth, CutsBetweenWhatAReaderSeesAsCharacters)
 
 TEST(LogLine, CutsNothingInHalf)
 {
-    const GraphRow row{0, {{0, 0, GraphEdgeKind::begins}, {1, 1, GraphEdgeKind::arrowDown, 9, "aaaaaaaf"}}};
+    const GraphRow row{0, {{0, 1, begins, 9, "aaaaaaaf"}}};
     const LogEntry entry{
         "1234567", {{"main"}, {"topic", "<>"}, {"e\u0301\u0301x"}}, "A subject of 26 characters", "Ada, 2020-01-01"};
     const auto lineOf = [&](const LogEntry& of, std::size_t width) { return LogLines(width, &inNoColour).next(row, of); };
     const auto line = [&](std::size_t width) { return lineOf(entry, width); };
     const std::string labels = "[main] <topic> [e\u0301\u0301x] ";
-    EXPECT_EQ(line(0), "● ↓     1234567 " + labels + "A subject of 26 characters  Ada, 2020-01-01  ↓ aaaaaaa");
-    EXPECT_EQ(line(79), "● ↓   1234567 " + labels + "A subject of 26 characters  ↓ aaaaaaa");
-    EXPECT_EQ(line(66), "● ↓   1234567 " + labels + "A subject of 26 char…  ↓ aaaaaaa");
-    EXPECT_EQ(line(64), "● ↓   1234567 " + labels + "A subject of 26 characters");
-    EXPECT_EQ(line(40), "● ↓ 1234567 [main] […] A subject of 26 …");
-    EXPECT_EQ(line(30), "● ↓ 1234567 [m…] […] A subjec…");
-    EXPECT_EQ(line(20), "● ↓ 1234567 […] A s…");
-    EXPECT_EQ(line(12), "● ↓ 1234567");
+    EXPECT_EQ(line(0), "●─╮     1234567 " + labels + "A subject of 26 characters  Ada, 2020-01-01  ↓ aaaaaaa");
+    EXPECT_EQ(line(79), "●─╮   1234567 " + labels + "A subject of 26 characters  ↓ aaaaaaa");
+    EXPECT_EQ(line(66), "●─╮   1234567 " + labels + "A subject of 26 char…  ↓ aaaaaaa");
+    EXPECT_EQ(line(64), "●─╮   1234567 " + labels + "A subject of 26 characters");
+    EXPECT_EQ(line(40), "●─╮ 1234567 [main] […] A subject of 26 …");
+    EXPECT_EQ(line(30), "●─╮ 1234567 [m…] […] A subjec…");
+    EXPECT_EQ(line(20), "●─╮ 1234567 […] A s…");
+    EXPECT_EQ(line(12), "●─╮ 1234567");
     EXPECT_EQ(line(9), "● 1234567");
     EXPECT_EQ(line(8), "● ");
     const LogEntry little{"1234567", {{"a-long-branch-name"}}, "Short", ""};
-    EXPECT_EQ(lineOf(little, 52), "● ↓ 1234567 [a-long-branch-name] Short  ↓ aaaaaaa");
-    EXPECT_EQ(lineOf(little, 40), "● ↓ 1234567 [a-long-branch-name] Short");
-    EXPECT_EQ(lineOf(little, 21), "● ↓ 1234567 […] Short");
+    EXPECT_EQ(lineOf(little, 52), "●─╮ 1234567 [a-long-branch-name] Short  ↓ aaaaaaa");
+    EXPECT_EQ(lineOf(little, 40), "●─╮ 1234567 [a-long-branch-name] Short");
+    EXPECT_EQ(lineOf(little, 21), "●─╮ 1234567 […] Short");
     for (std::size_t width = 2; width < 120; ++width)
         EXPECT_LE(textWidth(line(width)), width);
 }

@@ -1,20 +1,13 @@
 #include "txhost/GraphText.h"
 
 #include "common/cmArray.h"
-#include "common/cmStringCatHelper.h"
-#include "filewatcher/git/commits/ShortHash.h"
 
 #include <algorithm>
 #include <array>
-#include <limits>
-#include <numeric>
-#include <utility>
+#include <cstddef>
 
 namespace {
 
-constexpr std::size_t rowsBeforeShrinking = 30;
-constexpr std::size_t leastWidth = 2;  ///< the commit's mark and a blank
-constexpr std::size_t largestStep = 8;
 constexpr std::array<int, 6> laneColours{36, 33, 35, 32, 34, 31};
 
 /// The directions in which lines leave a cell.
@@ -53,44 +46,18 @@ cmROStringT commitMark(const GraphRow& row)
 /// The whole picture of one row.
 class Picture {
 public:
-    explicit Picture(const GraphRow& row) : m_commit(row.column), m_columns(graphCells(row) / 2)
+    explicit Picture(const GraphRow& row) : m_commit(row.column), m_columns(graphColumns(row))
     {
         for (const GraphEdge& edge : row.edges)
             add(edge);
         m_columns[m_commit].mark = commitMark(row);
         drawSide(0, left, right);
         drawSide(m_columns.size() - 1, right, left);
+        drawGaps();
         m_columns[m_commit].cell = {m_columns[m_commit].mark, m_commit};
     }
 
     const cmArray<Column>& columns() const { return m_columns; }
-
-    /// The columns to show in `width` cells, from left to right.
-    cmArray<std::size_t> chosen(std::size_t width) const
-    {
-        cmArray<std::size_t> order(m_columns.size());
-        std::iota(order.begin(), order.end(), 0);
-        if (2 * order.size() <= width)
-            return order;
-        const auto rank = [this](std::size_t column) {
-            const std::size_t distance = column < m_commit ? m_commit - column : column - m_commit;
-            return std::pair(distance > 0 && !m_columns[column].isParent, distance);
-        };
-        std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return rank(a) < rank(b); });
-        std::size_t first = m_commit;
-        std::size_t last = m_commit;
-        std::size_t count = 1;
-        for (; count < order.size(); ++count) {
-            first = std::min(first, order[count]);
-            last = std::max(last, order[count]);
-            const std::size_t ellipses = std::size_t{first > 0} + std::size_t{last + 1 < m_columns.size()};
-            if (2 * (count + 1) + ellipses > width)
-                break;
-        }
-        order.resize(count);
-        std::sort(order.begin(), order.end());
-        return order;
-    }
 
 private:
     void add(const GraphEdge& edge)
@@ -129,16 +96,25 @@ private:
         }
     }
 
+    /// Keeps a horizontal line that passes behind an arrow away from it: it would look as if it ended there.
+    void drawGaps()
+    {
+        for (std::size_t place = 0; place < m_columns.size(); ++place) {
+            if (place == m_commit || m_columns[place].mark.empty())
+                continue;
+            cmROStringT& after = m_columns[place].gap.text;
+            if (after == "─")
+                after = "╶";
+            if (place == 0)
+                continue;
+            cmROStringT& before = m_columns[place - 1].gap.text;
+            before = before == "─" ? "╴" : " ";
+        }
+    }
+
     std::size_t m_commit;
     cmArray<Column> m_columns;
 };
-
-/// Appends the short hash of `edge` to a list that `sign` begins.
-void addName(cmStringT& list, cmROStringT sign, const GraphEdge& edge)
-{
-    list += list.isEmpty() ? cmStringT(cmCat(sign) + " ") : cmStringT(", ");
-    list += edge.otherHash.isEmpty() ? "working copy" : shortHash(edge.otherHash);
-}
 
 }  // namespace
 
@@ -147,95 +123,40 @@ cmStringT inNoColour(int, cmROStringT text)
     return text;
 }
 
-std::size_t graphCells(const GraphRow& row)
-{
-    std::size_t columns = row.column + std::size_t{1};
-    for (const GraphEdge& edge : row.edges)
-        columns = std::max({columns, edge.from + std::size_t{1}, edge.to + std::size_t{1}});
-    return 2 * columns;
-}
-
-cmStringT graphText(const GraphRow& row, std::size_t width, Painter paint)
+cmStringT graphText(const GraphRow& row, const GraphView& view, Painter paint)
 {
     const Picture picture(row);
     const cmArray<Column>& columns = picture.columns();
-    width = std::max(width, leastWidth);
-    const cmArray<std::size_t> chosen = picture.chosen(width);
-    std::size_t spare = width - 2 * chosen.size();
-    cmStringT text("");
-    const auto draw = [&](const Cell& cell) {
-        text += cell.text == " " ? cmStringT(" ") : paint(laneColours[cell.lane % laneColours.size()], cell.text);
-    };
-    const bool cutRight = chosen.back() + 1 < columns.size() && spare > 0;
-    spare -= cutRight;
-    if (chosen.front() > 0 && spare > 0) {
-        text += "…";
-        --spare;
+    cmArray<Cell> leftOut;  // turns to parents before the first column
+    bool isCutLeft = false;
+    for (std::size_t i = 0; i < view.first; ++i) {
+        isCutLeft = isCutLeft || columns[i].cell.text != " ";
+        if (columns[i].isParent)
+            leftOut.push_back(columns[i].cell);
     }
-    for (std::size_t i = 0; i < chosen.size(); ++i) {
-        draw(columns[chosen[i]].cell);
-        if (i + 1 < chosen.size() && chosen[i + 1] > chosen[i] + 1)
-            text += "…";
-        else if (i + 1 < chosen.size())
-            draw(columns[chosen[i]].gap);
+    cmArray<Cell> cells(view.indent);
+    if (isCutLeft && !cells.empty()) {
+        const std::size_t kept = std::min(leftOut.size(), cells.size() - 1);
+        std::copy(leftOut.end() - static_cast<std::ptrdiff_t>(kept), leftOut.end(),
+                  cells.end() - static_cast<std::ptrdiff_t>(kept) - 1);
+        cells.back().text = "…";
     }
-    text += cutRight ? "… " : " ";
-    for (; spare > 0; --spare)
-        text += ' ';
-    return text;
-}
-
-cmStringT graphNames(const GraphRow& row)
-{
-    cmArray<const GraphEdge*> edges;
-    for (const GraphEdge& edge : row.edges)
-        edges.push_back(&edge);
-    std::stable_sort(edges.begin(), edges.end(), [](const GraphEdge* a, const GraphEdge* b) { return a->from < b->from; });
-    cmArray<cmStringT> lists(1);
-    for (const auto& [kind, sign] :
-         {std::pair(GraphEdgeKind::arrowDown, "↓"), {GraphEdgeKind::arrowUp, "↑"}, {GraphEdgeKind::stub, "◍"}}) {
-        const GraphEdge* before = nullptr;
-        for (const GraphEdge* edge : edges) {
-            if (edge->kind != kind)
-                continue;
-            if (!before || (kind == GraphEdgeKind::arrowUp && edge->from != before->from))
-                lists.emplace_back();
-            addName(lists.back(), sign, *edge);
-            before = edge;
+    for (std::size_t i = view.first; i <= view.last; ++i) {
+        cells.push_back(columns[i].cell);
+        cells.push_back(columns[i].gap);
+    }
+    if (view.last + 1 < columns.size()) {
+        cells.back() = {"…", view.last};
+        for (std::size_t i = view.last + 1; i < columns.size(); ++i) {
+            if (columns[i].isParent)
+                cells.push_back(columns[i].cell);
         }
     }
-    cmStringT names("");
-    for (const cmStringT& list : lists) {
-        if (!names.isEmpty())
-            names += "  ";
-        names += list;
-    }
-    return names;
-}
-
-GraphWidth::GraphWidth(std::size_t terminalWidth) : m_limit(std::numeric_limits<std::size_t>::max()), m_step(largestStep)
-{
-    if (terminalWidth == 0)
-        return;
-    const std::size_t besideHash = terminalWidth - std::min(terminalWidth, shortHashLength);
-    m_limit = std::max(leastWidth, std::min(terminalWidth * 3 / 8, besideHash));
-    m_step = std::clamp(m_limit / 8 * 2, leastWidth, largestStep);
-}
-
-std::size_t GraphWidth::next(const GraphRow& row)
-{
-    const std::size_t needed = std::min((graphCells(row) + m_step - 1) / m_step * m_step, m_limit);
-    if (needed >= m_width) {
-        m_width = needed;
-        m_narrowRows = 0;
-        m_widest = 0;
-        return m_width;
-    }
-    m_widest = std::max(m_widest, needed);
-    if (++m_narrowRows == rowsBeforeShrinking) {
-        m_width = m_widest;
-        m_narrowRows = 0;
-        m_widest = 0;
-    }
-    return m_width;
+    cells.resize(view.width - 1);
+    cells.emplace_back();
+    cmStringT text("");
+    for (const Cell& cell : cells)
+        text += cell.text == " " || cell.text == "…" ? cmStringT(cell.text)
+                                                     : paint(laneColours[cell.lane % laneColours.size()], cell.text);
+    return text;
 }

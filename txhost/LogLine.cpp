@@ -53,9 +53,10 @@ cmArray<LogLabel> fittingLabels(const cmArray<LogLabel>& labels, std::size_t& co
 
 cmStringT LogLines::next(const GraphRow& row, const LogEntry& entry)
 {
-    const std::size_t graphWidth = m_graphWidth.next(row);
-    cmStringT line = graphText(row, graphWidth, m_paint);
-    std::size_t room = m_width == 0 ? std::numeric_limits<std::size_t>::max() / 2 : m_width - std::min(m_width, graphWidth);
+    const GraphView view = m_window.next(row);
+    cmStringT names = m_names.next(row);
+    cmStringT line = graphText(row, view, m_paint);
+    std::size_t room = m_width == 0 ? std::numeric_limits<std::size_t>::max() / 2 : m_width - std::min(m_width, view.width);
     if (room < shortHashLength)
         return line;
     line +=
@@ -76,7 +77,6 @@ cmStringT LogLines::next(const GraphRow& row, const LogEntry& entry)
     room += forLabels;
 
     // What is shown beside the subject, the more important first.
-    cmStringT names = graphNames(row);
     cmStringT about = entry.about;
     for (cmStringT* text : {&names, &about}) {
         if (text->isEmpty())

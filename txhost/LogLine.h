@@ -2,7 +2,9 @@
 
 #include "common/cmArray.h"
 #include "common/cmString.h"
+#include "txhost/GraphNames.h"
 #include "txhost/GraphText.h"
+#include "txhost/GraphWindow.h"
 
 #include <cstddef>
 
@@ -27,17 +29,18 @@ struct LogEntry {
 class LogLines {
 public:
     /// For a terminal of `terminalWidth` columns, or for a pipe (0), whose lines are never cut.
-    LogLines(std::size_t terminalWidth, Painter paint) : m_width(terminalWidth), m_paint(paint), m_graphWidth(terminalWidth) {}
+    LogLines(std::size_t terminalWidth, Painter paint) : m_width(terminalWidth), m_paint(paint), m_window(terminalWidth) {}
 
-    /// "PICTURE HASH [BRANCH] <TAG> SUBJECT  AUTHOR, DATE  OTHER ENDS". Where a terminal is too narrow, the picture and the hash
-    /// come first. Labels get what the subject does not need, or half of the rest; those that do not fit are shortened inside
-    /// their brackets, and "[…]" stands for what is left out. Then the other ends of the row's arrows, and author and date, are
-    /// shown if the subject keeps 20 columns beside them, or all that it needs. Hashes, author and date are shown whole or not
-    /// at all.
+    /// "PICTURE HASH [BRANCH] <TAG> SUBJECT  AUTHOR, DATE  NAMES" for the next row from the top. Where a terminal is too narrow,
+    /// the picture and the hash come first. Labels get what the subject does not need, or half of the rest; those that do not fit
+    /// are shortened inside their brackets, and "[…]" stands for what is left out. Then the names of parents and children without
+    /// a line, and author and date, are shown if the subject keeps 20 columns beside them, or all that it needs. Hashes, author
+    /// and date are shown whole or not at all.
     cmStringT next(const GraphRow& row, const LogEntry& entry);
 
 private:
     std::size_t m_width;
     Painter m_paint;
-    GraphWidth m_graphWidth;
+    GraphWindow m_window;
+    GraphNames m_names;
 };
