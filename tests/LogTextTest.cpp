@@ -69,12 +69,12 @@ TEST(GraphWindow, KeepsColumnsBelowEachOtherAndEveryTurn)
               R"(
 ○ │ │ │ │ │ │… |
 │ ├─│─│─│─│─●… |
-…│ │ │ │ │ ○…  |
-…│ ○ │ │ │ │…  |
-…●─│─│─│─│─│…┤ |
- ├…│─│─│─│─●…┤ |
-…│ ├─┼─│─│─│─● |
- ├┼┼…┼─│─│─│─● |
+…│ │ │ │ ○ │…  |
+…○ │ │ │ │ │…  |
+│ ●─│─│─│─│…┤  |
+├─│─│─│─│─│─●─│─┤ |
+├┼…│─│─│─●     |
+├┼┼┼…│─│─│─●   |
 ●─┼─┼─┼─┼─┼─┼─┼─┼─┼─┼…┼┼┼┼┼┼┼┼┤ |
 )");
     EXPECT_EQ(log(80, {octopus, amongLines(0, 24, {1, 2, 20, 12})}), R"(
@@ -111,6 +111,11 @@ TEST(GraphWindow, MovesTheTextBehindItSeldom)
         EXPECT_EQ(width(limited, 1), static_cast<std::size_t>(least)) << terminal;
         EXPECT_EQ(width(limited, 500), static_cast<std::size_t>(most)) << terminal;
     }
+    GraphWindow scrolled(40);
+    EXPECT_EQ(scrolled.next(amongLines(11, 12)).first, 6u);
+    for (int row = 1; row < 30; ++row)
+        EXPECT_EQ(scrolled.next(amongLines(5, 6)).first, 3u);
+    EXPECT_EQ(scrolled.next(amongLines(5, 6)).first, 0u);
 }
 
 TEST(GraphNames, BelongToTheCommitOfTheRow)

@@ -100,11 +100,11 @@ private:
     cmArray<std::size_t> m_turns;  ///< the columns in which lines turn down to parents, ascending
 };
 
-/// The number nearest to `start`, at most `last`, that is `wanted`.
+/// The number nearest to `start`, in steps of `stride` and at most `last`, that is `wanted`.
 template <typename Predicate>
-std::optional<std::size_t> nearest(std::size_t start, std::size_t last, Predicate wanted)
+std::optional<std::size_t> nearest(std::size_t start, std::size_t last, std::size_t stride, Predicate wanted)
 {
-    for (std::size_t distance = 0; distance <= std::max(start, last); ++distance) {
+    for (std::size_t distance = 0; distance <= std::max(start, last); distance += stride) {
         if (distance <= start && wanted(start - distance))
             return start - distance;
         if (start + distance <= last && wanted(start + distance))
@@ -124,13 +124,14 @@ std::size_t graphColumns(const GraphRow& row)
 }
 
 GraphWindow::GraphWindow(std::size_t terminalWidth)
-    : m_limit(std::numeric_limits<std::size_t>::max()), m_most(m_limit), m_step(largestStep)
+    : m_limit(std::numeric_limits<std::size_t>::max()), m_most(m_limit), m_step(largestStep), m_stride(1)
 {
     if (terminalWidth == 0)
         return;
     const std::size_t besideHash = terminalWidth - std::min(terminalWidth, shortHashLength);
     m_limit = std::max(leastWidth, std::min(terminalWidth * 3 / 8, besideHash));
     m_most = std::max(m_limit, besideHash - std::min<std::size_t>(besideHash, 1));
+    m_stride = (m_limit + 5) / 6;
     m_step = std::clamp(m_limit / 8 * 2, leastWidth, largestStep);
 }
 
@@ -140,9 +141,9 @@ GraphView GraphWindow::next(const GraphRow& row)
     const Fitting fitting(row, m_width, m_most);
     const auto showsCommit = [&](std::size_t first) { return fitting.showsCommit(first); };
     const auto showsAll = [&](std::size_t first) { return fitting.showsCommit(first) && fitting.showsTurns(first); };
-    std::optional<std::size_t> first = nearest(m_first, row.column, showsAll);
+    std::optional<std::size_t> first = nearest(m_first, row.column, m_stride, showsAll);
     if (!first)
-        first = nearest(m_first, row.column, showsCommit);
+        first = nearest(m_first, row.column, m_stride, showsCommit);
     m_first = first.value_or(row.column);
     return fitting.view(m_first);
 }
