@@ -64,13 +64,14 @@ TEST(GraphWindow, KeepsColumnsBelowEachOtherAndEveryTurn)
             text += drawn(row, window.next(row)) + "\n";
         return text;
     };
-    EXPECT_EQ(log(40, {amongLines(0, 12), amongLines(6, 12, {1}), amongLines(7, 12), amongLines(3, 12), amongLines(1, 12, {10}),
-                       amongLines(6, 9, {0, 8}), amongLines(7, 8, {2, 3}), amongLines(11, 12, {0, 2, 1, 7}), octopus}),
-              R"(
+    EXPECT_EQ(
+        log(40, {amongLines(0, 12), amongLines(6, 12, {1}), amongLines(7, 12), amongLines(3, 12, {0}), amongLines(1, 12, {10}),
+                 amongLines(6, 9, {0, 8}), amongLines(7, 8, {2, 3}), amongLines(11, 12, {0, 2, 1, 7}), octopus}),
+        R"(
 ○ │ │ │ │ │ │… |
 │ ├─│─│─│─│─●… |
 …│ │ │ │ ○ │…  |
-…○ │ │ │ │ │…  |
+├─│─│─● │ │ │… |
 │ ●─│─│─│─│…┤  |
 ├─│─│─│─│─│─●─│─┤ |
 ├┼…│─│─│─●     |
