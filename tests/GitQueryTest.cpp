@@ -246,17 +246,16 @@ TEST_F(GitQueryTest, FillsTheKeysThatACommitTableHas)
     EXPECT_EQ(shownResult(), gitLog("authorEmail[%ae]committerDate[%cd]hash[%H]") + ofMerge + gitLog("%H", "side")
                                  + gitLog("]]parentHash[%H]", "HEAD~1"));
     const std::string merge = shownResult();
+    txHvarSetString(txHvarHashElement(result, "hash", 0), "old");
+    writeFile(top / gitLog("%H"), "git refuses the hash, which only the second run gives it");
+    ASSERT_EQ(show(gitLog("%h")), 0);
+    EXPECT_EQ(shownResult(), merge);
+    EXPECT_TRUE(editor.takeQueryError().view().starts_with("fatal: ambiguous argument")) << "told";
     ASSERT_EQ(show(gitLog("%H", "HEAD~1")), 0);
     const std::string ofRoot = "longComment[[files][]]modifiedFiles[[f][sub/g]]modifiedFilesByParent[]otherParents[]";
     EXPECT_EQ(shownResult(),
               gitLog("authorEmail[%ae]committerDate[%cd]hash[%H]", "HEAD~1") + ofRoot + gitLog("parentHash[%H]", "HEAD~1"))
         << "a commit without a parent leaves the text of that key";
-    txHvarSetString(txHvarHashElement(result, "hash", 0), "old");
-    txHvarSetString(txHvarHashElement(result, "modifiedFilesByParent", 0), "old");
-    writeFile(top / gitLog("%H"), "git refuses the hash, which only the second run gives it");
-    ASSERT_EQ(show(gitLog("%h")), 0);
-    EXPECT_EQ(shownResult(), std::string(merge).replace(merge.find("[[][[h]]]"), 9, "[old]"));
-    EXPECT_TRUE(editor.takeQueryError().view().starts_with("fatal: ambiguous argument")) << "told";
     txHvarSetString(txHvarHashElement(result, "comment", txCreateMissing), "old");
     EXPECT_EQ(call("_GitGetCommitInfo", {"no-git", cmStringT(text(top)), "", CallArgument::variable(result)}), 0);
     const std::string ofWorkingCopy = shownResult();
