@@ -24,7 +24,7 @@ cmArray<std::int64_t> BranchTable::numbersAt(cmROStringT hash) const
 {
     cmArray<std::int64_t> numbers;
     const auto tipOf = [this](std::size_t number) { return m_branches[number].hash.view(); };
-    for (const std::size_t number : std::ranges::equal_range(m_byTip, hash, {}, tipOf))
-        numbers.push_back(static_cast<std::int64_t>(number));
+    for (auto tip = std::ranges::lower_bound(m_byTip, hash, {}, tipOf); tip != m_byTip.end() && tipOf(*tip) == hash; ++tip)
+        numbers.push_back(static_cast<std::int64_t>(*tip));
     return numbers;
 }

@@ -42,7 +42,7 @@ void TagTable::read(cmROStringT output)
 cmArray<cmStringT> TagTable::namesAt(cmROStringT hash) const
 {
     cmArray<cmStringT> names;
-    for (const Tag& tag : std::ranges::equal_range(m_tags, hash, {}, &Tag::hash))
-        names.emplace_back(tag.name);
+    for (auto tag = std::ranges::lower_bound(m_tags, hash, {}, &Tag::hash); tag != m_tags.end() && tag->hash == hash; ++tag)
+        names.emplace_back(tag->name);
     return names;
 }
