@@ -3,9 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
 #include <thread>
-#include <vector>
+#include <utility>
 
 namespace {
 
@@ -53,43 +52,7 @@ TEST_F(EditorTest, HandlesAreInvalidWhenTheirElementIsGone)
     EXPECT_EQ(txHvarHashElement(table, "key", txCreateMissing), 0);
 }
 
-TEST_F(EditorTest, RecordsAndNotificationsComeFromAnyThread)
-{
-    constexpr int threads = 4;
-    constexpr int each = 200;
-    std::vector<std::int32_t> ended(threads, 0);
-    int changes = 0;
-    const auto home = std::this_thread::get_id();
-    EditorObserver observer;
-    observer.statusChanged = [&] { changes += home == std::this_thread::get_id(); };
-    observer.passEnded = [&](const cmStringT& path, std::int32_t status) {
-        EXPECT_EQ(status, ended[static_cast<std::size_t>(path[1] - '0')]++);
-    };
-    editor.setObserver(observer);
-    std::vector<std::jthread> writers;
-    for (int i = 0; i < threads; ++i)
-        writers.emplace_back([i] {
-            const std::string directory = "/" + std::to_string(i);
-            for (int n = 0; n < each; ++n) {
-                TXVCRECORD record;
-                record.state = n;
-                record.tool = i == 0 ? 0 : 1 << i;
-                txVCSetRecord((directory + "/" + std::to_string(n)).c_str(), record);
-                txVCPassEnd(directory.c_str(), n);
-                txVCStatusChanged();
-            }
-        });
-    ASSERT_TRUE(editor.runUntil([&] { return changes == threads * each; }, 30000));
-    EXPECT_EQ(ended, std::vector<std::int32_t>(threads, each));
-    EXPECT_EQ(editor.record("/3/199")->state, 199);
-    editor.clearRecords(4);
-    EXPECT_EQ(editor.records().size(), 2u * each);
-    EXPECT_EQ(editor.records().back().first, "/3/99");
-    TXVCRECORD record;
-    EXPECT_EQ(txVCGetRecord("/2/0", record), 0);
-}
-
-TEST(VCRecordsTest, WindowsPathsShareARecordWhateverTheirCase)
+TEST(VCRecordsTest, AreSharedByWindowsPathsWhateverTheirCaseAndClearedByTool)
 {
     VCRecords records(cmPathStyle::windows);
     records.write("C:\\Work\\a.c", {});
@@ -99,6 +62,13 @@ TEST(VCRecordsTest, WindowsPathsShareARecordWhateverTheirCase)
     EXPECT_EQ(records.find("C:\\WORK\\A.C").value_or(TXVCRECORD()).state, 5);
     ASSERT_EQ(records.all().size(), 1u);
     EXPECT_EQ(records.all().front().first, "c:\\work\\A.c");
+    for (const auto& [path, tool] : {std::pair("b", 4), {"c", 8}}) {
+        record.tool = tool;
+        records.write(path, record);
+    }
+    records.clear(4);  // and those without a tool
+    ASSERT_EQ(records.all().size(), 1u);
+    EXPECT_EQ(records.all().front().first, "c");
 }
 
 TEST_F(EditorTest, ReadsWellFormedXmlOnly)

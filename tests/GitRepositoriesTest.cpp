@@ -101,7 +101,11 @@ TEST_F(GitRepositoriesTest, ShowsEveryShapeAsGitDoes)
     git(top, {"tag", "--message=x", "nested", "v1.0"});
     git(top, {"tag", "--message=x", "of/a/tree", "v1^{tree}"});
     git(top, {"tag", "tree", "v1^{tree}"});
+    git(top, {"update-ref", "refs/remotes/first/far", "right"});
+    git(top, {"symbolic-ref", "refs/remotes/first/HEAD", "refs/remotes/first/far"});
+    git(top, {"remote", "add", "first", "nowhere"});
     expectSameAsGit(top);
+    git(top, {"remote", "add", "second", "nowhere"});
     git(top, {"worktree", "add", "--quiet", text(folder / "tree"), "left"});
     expectSameAsGit(folder / "tree");
     for (const char* option : {"--bare", "--object-format=sha256"}) {
@@ -168,21 +172,6 @@ TEST_F(GitRepositoriesTest, ShowsTextsThatMakeTroubleWhateverTheUserConfigured)
               "[notes]\ndisplayRef=*\n[i18n]\nlogOutputEncoding=ISO-8859-1\n");
     git(top, {"config", "include.path", "settings"});
     expectSameAsGit(top);
-}
-
-TEST_F(GitRepositoriesTest, ShowsClonesOfEveryKindAsGitDoes)
-{
-    if (cmNativePathStyle == cmPathStyle::windows)
-        GTEST_SKIP() << "git clones with the help of a shell, which Wine does not have";
-    importMerges();
-    const std::string address = "file://" + text(top);
-    git(folder.path(), {"clone", "--quiet", address, "clone"});
-    expectSameAsGit(folder / "clone");
-    git(folder.path(), {"clone", "--quiet", "--origin", "first", address, "two"});
-    git(folder / "two", {"remote", "add", "-f", "second", address});
-    expectSameAsGit(folder / "two");
-    git(folder.path(), {"clone", "--quiet", "--depth=2", "--no-single-branch", address, "shallow"});
-    expectSameAsGit(folder / "shallow");
 }
 
 }  // namespace

@@ -41,11 +41,9 @@ protected:
 
 TEST_F(StatusThreadTest, AddedPathsAndStopRequestsEndOneSleep)
 {
-    const std::function<void()> wakes[] = {[&] { thread.addPath("/a", "", false, false); },
-                                           [&] { thread.addPath("/a", "", false, false); }, [&] { thread.requestStop(); }};
-    for (const auto& wake : wakes) {
+    for (const bool stops : {false, false, true}) {
         ASSERT_FALSE(thread.isWoken());
-        wake();
+        stops ? thread.requestStop() : thread.addPath("/a", "", false, false);
         ASSERT_TRUE(thread.isWoken());
         thread.sleepIdle();
     }

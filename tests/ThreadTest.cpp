@@ -57,18 +57,6 @@ TEST(Thread, GoesThroughItsStatesAndStartsAgain)
     EXPECT_EQ(failing.getStatus(), cmThreadFailed);
 }
 
-TEST(Thread, LeavesNoThreadBehindWhenNobodyJoins)
-{
-    const std::size_t before = threadCount();
-    for (int round = 0; round < 50; ++round) {
-        Worker worker([](Worker&) { return 0; });
-        worker.start();
-        ASSERT_TRUE(eventually([&worker] { return !worker.isRunning(); }));
-    }
-    // The kernel may still list a thread for a moment after it was joined.
-    EXPECT_TRUE(eventually([before] { return threadCount() == before; }));
-}
-
 /// Starts a worker that deletes itself, and records the cmThread that deletes it in `deletedOn`, which is no thread at first.
 Worker* startAutoDeleted(std::function<std::int32_t(Worker&)> body, std::atomic<cmThread*>& deletedOn)
 {

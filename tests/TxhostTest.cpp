@@ -140,14 +140,11 @@ TEST(Txhost, ShowsHistoryDifferencesAndCommits)
     const Json changed{{"local", {"c"}}, {"staged", Json::array()}};
     EXPECT_EQ(json({"diff", text(top)}), std::vector<Json>(1, Json{{text(top), changed}}));
     EXPECT_EQ(txhost({"diff", text(top), "HEAD"}).output, text(top / "c") + "\n@@ -1,1 +1,2 @@\n one\n+two\n");
-    EXPECT_EQ(json({"diff", text(folder.path())}, 1).at(0)["status"], -1);
     expectFailure({"diff", text(top), "--", "--output=ran"}, 1, "-1");
     expectFailure({"diff", text(top / ".git")}, 1, "fatal: this operation must be run in a work tree");
 
     const Json commit = json({"show", text(top), "main"}).at(0);
     EXPECT_EQ(commit["hash"].get<std::string>() + "\n", git(top, {"rev-parse", "HEAD"}));
-    EXPECT_EQ(commit["longComment"][2], "why");
-    EXPECT_EQ(commit["otherParents"], Json::array());
     expectFailure({"show", text(top), "nonsense"}, 1, "nonsense");
     git(top, {"commit", "--quiet", "--all", "--message", "equal"});
     EXPECT_EQ(json({"diff", text(top), "HEAD"}), std::vector<Json>{Json::object()});
