@@ -209,10 +209,9 @@ TEST_F(GitQueryTest, GivesWhatAMergeChangedAgainstAllItsParents)
     for (const fs::path& directory : {top, top / "sub"}) {
         ASSERT_EQ(diff("HEAD", directory), 0);  // its hunk has other keys
         ASSERT_EQ(diff(merge.c_str(), directory), 0);
-        const std::string one = "[count[1]start[1]]";
-        EXPECT_TRUE(shownResult().ends_with(in("sub/g")
-                                            + "[binary[0]hunks[[lines[[- two][ -one][++three]]newCount[1]newStart[1]oldRanges["
-                                            + one + one + "]]]newMode[]oldMode[]oldPath[]]"))
+        const std::string ranges = "oldRanges[[count[1]start[1]][count[1]start[1]]]";
+        const std::string hunk = "lines[[- two][ -one][++three]]newCount[1]newStart[1]" + ranges;
+        EXPECT_TRUE(shownResult().ends_with(in("sub/g") + "[binary[0]hunks[[" + hunk + "]]newMode[]oldMode[]oldPath[]]"))
             << shownResult();
     }
 }

@@ -88,7 +88,7 @@ private:
         std::set<std::string> tags;
         for (const std::string& name : linesOf(git(top, {"for-each-ref", "--format=%(refname:lstrip=2)", "refs/tags"}))) {
             if (git(top, {"cat-file", "-t", name + "^{}"}) == "commit\n")
-                tags.insert(hashOf(name + "^{}") + " " + name);
+                tags.insert(hashOf(name + "^{}").append(" ").append(name));
         }
         return tags;
     }
@@ -147,7 +147,7 @@ TEST_F(GitRepositoriesTest, ShowsTextsThatMakeTroubleWhateverTheUserConfigured)
     last = history.commit("main", {last}, "\t[main]\tand \xC3\xBC < > \"'`$(x) %H", "Grace [G] \t \"H\" <g r@x>");
     last = history.commit("main", {last}, "no UTF-8: \xFF\xE9 in \xC3", "J\xF6rg <j\xF6@x>");
     last = history.commit("main", {last}, "", "<nobody@x>");
-    last = history.commit("main", {last}, "Uncomitted changes");
+    history.commit("main", {last}, "Uncomitted changes");
     history.import(folder, top);
     expectSameAsGit(top);
     const std::string digits = hashOf("one").substr(0, 7);

@@ -53,7 +53,7 @@ private:
     cmArray<GraphEdge> stopLongLines()
     {
         cmArray<GraphEdge> down;
-        for (std::uint16_t c = 0; c < m_columns.size(); ++c) {
+        for (std::uint16_t c = 0; c < columnCount(); ++c) {
             Column& column = m_columns[c];
             if (column.line != Column::undecided)
                 continue;
@@ -75,7 +75,7 @@ private:
         if (row.column == graphNoColumn)
             row.column = leftmostAvailable();
         cmArray<GraphEdge> ending;
-        for (std::uint16_t c = 0; c < m_columns.size(); ++c) {
+        for (std::uint16_t c = 0; c < columnCount(); ++c) {
             if (m_columns[c].line != Column::empty && m_columns[c].target == m_row) {
                 ending.push_back({c, row.column, ends});
                 m_columns[c] = {.availableFrom = m_row + 1};
@@ -123,6 +123,8 @@ private:
         const auto found = std::find_if(m_columns.begin(), m_columns.end(), isIt);
         return found == m_columns.end() ? graphNoColumn : static_cast<std::uint16_t>(found - m_columns.begin());
     }
+
+    std::uint16_t columnCount() const { return static_cast<std::uint16_t>(m_columns.size()); }
 
     std::uint16_t leftmostAvailable()
     {

@@ -36,7 +36,7 @@ void TagTable::read(cmROStringT output)
                 m_tags.push_back({hash, m_texts.keep(name.substr(tagPrefix.size()))});
         }
     }
-    std::ranges::sort(m_tags);
+    std::sort(m_tags.begin(), m_tags.end());
 }
 
 cmArray<cmStringT> TagTable::namesAt(cmROStringT hash) const

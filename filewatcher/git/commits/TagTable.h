@@ -4,6 +4,8 @@
 #include "common/cmString.h"
 #include "filewatcher/git/commits/TextBlocks.h"
 
+#include <tuple>
+
 /// The tags of one load, by the hash of the commit that each leads to. A tag takes 32 bytes, its hash and its name. Needs no
 /// commits, so that it is built without the lock that guards them. For one thread at a time.
 class TagTable {
@@ -20,7 +22,7 @@ private:
     struct Tag {
         cmROStringT hash;
         cmROStringT name;
-        auto operator<=>(const Tag&) const = default;
+        friend bool operator<(const Tag& a, const Tag& b) { return std::tie(a.hash, a.name) < std::tie(b.hash, b.name); }
     };
 
     cmArray<Tag> m_tags;  ///< by hash, then by name
