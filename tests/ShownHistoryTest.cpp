@@ -231,7 +231,7 @@ TEST_F(ShownHistoryTest, EveryLineLeadsToAShownParentWhateverTheLog)
             if (below(4) == 0)
                 shown.catchUp();
         }
-        while (shown.finishLog(1 + below(300))) {
+        while (shown.finishLog(static_cast<std::uint32_t>(1 + below(300)))) {
         }
         expectShownLines(shown, parents);
         EXPECT_TRUE(shown.filter("some"));
