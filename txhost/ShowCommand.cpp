@@ -14,6 +14,7 @@
 
 namespace {
 
+constexpr std::int32_t statusGitFailed = -1;
 constexpr const char* texts[] = {"hash", "parentHash", "authorName", "authorEmail", "committerDate", "comment"};
 constexpr const char* lists[] = {"otherParents", "longComment", "modifiedFiles", "modifiedFilesByParent", "stagedFiles"};
 
@@ -99,10 +100,12 @@ int runShow(const HostOptions& options, const std::string& repository)
         host.call("_GitGetCommitInfo", {host.programPath(gitTool), path, hash, CallArgument::variable(variable)});
     interrupts->check();
     interrupts.reset();
-    if (status != 0) {
-        printFailure(path, {gitTool.name, status, host.editor().takeQueryError()}, options.json);
+    // With a reason but no status, the commit is known, but not which of its files differ from which parent.
+    const cmStringT reason = host.editor().takeQueryError();
+    if (status != 0 || !reason.isNull())
+        printFailure(path, {gitTool.name, status != 0 ? status : statusGitFailed, reason}, options.json);
+    if (status != 0)
         return 1;
-    }
     VariableJson value(*host.editor().value(variable));
     Json& table = *value;
     if (table.at("hash") == "") {
@@ -120,5 +123,5 @@ int runShow(const HostOptions& options, const std::string& repository)
         console::printLine(jsonText(table));
     else
         printPlain(table);
-    return 0;
+    return reason.isNull() ? 0 : 1;
 }
