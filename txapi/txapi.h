@@ -142,8 +142,8 @@ TXAPI void txVCStatusChanged();
 /// 1204. Notifies the editor that a status pass over the watched directory `path` begins.
 TXAPI void txVCPassBegin(const tamarin::TMString& path);
 /// Tells the editor in words, the tool's or the system's, what the pass over `path` did not answer. Called at most once a pass,
-/// before txVCPassEnd. When the pass ends with an error status: why it failed. When it ends with 0: why the server gave no answer;
-/// the local status is right then, but what is newer in the repository is not known.
+/// before txVCPassEnd. When the pass ends with an error status: why it failed. When it ends with 0: why the server gave no
+/// answer; the local status is right then, but what is newer in the repository is not known.
 TXAPI void txVCPassError(const tamarin::TMString& path, const cmStringT& reason);
 /// 1205. Notifies the editor that the pass has ended: `status` is 0, or the negative code of what ended it early.
 TXAPI void txVCPassEnd(const tamarin::TMString& path, std::int32_t status);
