@@ -28,13 +28,15 @@ constexpr std::array<Setting, 12> quietSettings{{
     {"NoDefaultCurrentDirectoryInExePath", "1"},
 }};
 
-constexpr std::array<Setting, 13> gitConfiguration{{
+constexpr std::array<Setting, 15> gitConfiguration{{
     {"core.quotePath", "false"},
     {"color.ui", "false"},
     {"log.showSignature", "false"},
     {"log.showRoot", "true"},
-    {"core.fsmonitor", "false"},     // polling a repository must not run a program that it configures
-    {"log.diffMerges", "separate"},  // a merge lists its files too
+    {"status.showUntrackedFiles", "no"},  // none is reported, and the search takes most of the time
+    {"status.renames", "false"},          // slow for many staged files, and changes only what is not reported
+    {"core.fsmonitor", "false"},          // polling a repository must not run a program that it configures
+    {"log.diffMerges", "separate"},       // a merge lists its files too
     {"diff.noprefix", "false"},
     {"diff.mnemonicPrefix", "false"},
     {"diff.srcPrefix", "a/"},

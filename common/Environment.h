@@ -14,8 +14,8 @@ Environment hostEnvironment();
 cmStringT environmentValue(const Environment& environment, cmROStringT name, cmPathStyle style = cmNativePathStyle);
 
 /// The environment for a tool that is polled: no prompt, no pager, no colour, English messages in UTF-8, no locks, no
-/// file-system monitor and no hooks that a repository configures, no fetch of what a partial clone lacks, literal paths, and no
-/// repository but that of the current directory.
+/// file-system monitor and no hooks that a repository configures, no fetch of what a partial clone lacks, literal paths, no
+/// repository but that of the current directory, and no look for untracked or renamed files in a status.
 /// Each variable occurs once, in the order of `host`; new variables follow.
 Environment quietEnvironment(const Environment& host, cmPathStyle style = cmNativePathStyle);
 /// `environment` with the variables of `settings` ("NAME=VALUE") set or replaced. Of several variables with one name the first is

@@ -26,11 +26,11 @@ TEST(Environment, AppendsItsGitConfigurationToTheHosts)
     const Environment host{"GIT_CONFIG_COUNT=1", "GIT_CONFIG_KEY_0=safe.directory", "GIT_CONFIG_VALUE_0=*",
                            "GIT_CONFIG_KEY_1=left.over"};
     const Environment quiet = quietEnvironment(host, cmPathStyle::posix);
-    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_COUNT"), "15");
+    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_COUNT"), "17");
     EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_KEY_0"), "safe.directory");
     EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_KEY_1"), "core.quotePath");
     const Environment bad = quietEnvironment({"GIT_CONFIG_COUNT=many"}, cmPathStyle::posix);
-    EXPECT_EQ(environmentValue(bad, "GIT_CONFIG_COUNT"), "14");
+    EXPECT_EQ(environmentValue(bad, "GIT_CONFIG_COUNT"), "16");
     EXPECT_EQ(environmentValue(bad, "GIT_CONFIG_KEY_0"), "core.quotePath");
 }
 
@@ -41,7 +41,7 @@ TEST(Environment, ComparesNamesWithoutCaseOnWindowsOnly)
     EXPECT_EQ(environmentValue(quiet, "PATH", cmPathStyle::windows), "C:\\bin");
     EXPECT_TRUE(environmentValue(quiet, "GIT_DIR", cmPathStyle::windows).isNull());
     EXPECT_EQ(environmentValue(quiet, "=C:", cmPathStyle::windows), "C:\\work");
-    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_VALUE_13", cmPathStyle::windows), "C:\\Windows\\no-hooks");
+    EXPECT_EQ(environmentValue(quiet, "GIT_CONFIG_VALUE_15", cmPathStyle::windows), "C:\\Windows\\no-hooks");
     EXPECT_EQ(std::count_if(quiet.begin(), quiet.end(),
                             [](const cmStringT& v) { return cmEqualIgnoringCase(v.view().substr(0, 5), "path="); }),
               1);

@@ -11,13 +11,16 @@ TEST_F(GitStatusTest, MarksExactlyTheFilesModifiedInTheWorkTree)
     modify("staged");
     modify("both");
     fs::rename(top / "renamed", top / "after rename");
+    makeRepository(top / "changed inside", {"f"});
+    makeRepository(top / "only untracked", {"f"});
     git(top, {"add", "--all"});
     modify("modified");
     writeFile(top / "both", "three\n");
     writeFile(top / "after rename", "one\nand more\n");
     fs::remove(top / "deleted");
-    writeFile(top / "untracked", "x");
-    Status expected{{in("both"), "mod"}, {in("after rename"), "mod"}};
+    modify("changed inside/f");
+    writeFile(top / "only untracked/new", "x");
+    Status expected{{in("both"), "mod"}, {in("after rename"), "mod"}, {in("changed inside"), "mod"}};
     for (const std::string& name : odd) {
         modify(name);
         expected[in(name)] = "mod";
@@ -87,6 +90,8 @@ TEST_F(GitStatusTest, RunsNothingThatTheRepositoryNamesAndLeavesTheIndexAlone)
     }
     git(top, {"config", "core.fsmonitor", helperAs(folder, "monitor")});
     git(top, {"config", "status.showUntrackedFiles", "all"});
+    writeFile(top / std::string(100, 'u'), "x");  // alone more than the limit lets through
+    editor.setSetting(txVCMaxOutputSetting, static_cast<std::int32_t>(text(top).size()) + 50);
     fs::last_write_time(top / "a", fs::file_time_type::clock::now() + std::chrono::hours(1));  // makes git want to refresh
     const std::string index = readFile(top / ".git/index");
 
