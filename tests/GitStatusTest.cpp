@@ -60,7 +60,7 @@ TEST_F(GitStatusTest, LooksBelowTheWatchedDirectoryOnly)
     editor.clearRecords(gitType);
     fs::create_directory_symlink(top / "plain", folder / "link");
     EXPECT_EQ(pass(text(folder / "link")), 0);
-    EXPECT_EQ(localStatus(), (Status{{in("plain/f"), "mod"}}));
+    EXPECT_EQ(localStatus(), (Status{{text(folder / "link/f"), "mod"}}));
 }
 
 TEST_F(GitStatusTest, ReportsADirectoryOutsideAnyRepository)

@@ -10,16 +10,19 @@ constexpr cmPathStyle windows = cmPathStyle::windows;
 
 TEST(PerforceOutput, ReadsTheWorkspaceFromItsForm)
 {
+    const WatchedSpelling elsewhere("/else", "", posix);
     const PerforceClient plain =
-        parsePerforceClient("# Root: no\n\nClient:\tws\r\n\nRoot:\t/home/my work/\r\nView:\n\tRoot: x\n", "/else", posix);
+        parsePerforceClient("# Root: no\n\nClient:\tws\r\n\nRoot:\t/home/my work/\r\nView:\n\tRoot: x\n", elsewhere, posix);
     EXPECT_EQ(plain.name, "ws");
     EXPECT_EQ(plain.root, "/home/my work");
-    EXPECT_EQ(parsePerforceClient("Client: ws\nRoot: \"c:/my work\"\n", "", windows).root, R"(c:\my work)");
-    EXPECT_TRUE(parsePerforceClient("Client: ws\nRoot: null\nAltRoots:\n\tC:\\a\n", R"(C:\a)", windows).root.isEmpty());
-    EXPECT_TRUE(parsePerforceClient("Access denied\n", "/", posix).name.isNull());
+    EXPECT_EQ(parsePerforceClient("Client: ws\nRoot: \"c:/my work\"\n", elsewhere, windows).root, R"(c:\my work)");
+    EXPECT_TRUE(parsePerforceClient("Client: ws\nRoot: null\nAltRoots:\n\tC:\\a\n", elsewhere, windows).root.isEmpty());
+    EXPECT_TRUE(parsePerforceClient("Access denied\n", elsewhere, posix).name.isNull());
 
     const auto rootFor = [](cmROStringT watched, cmPathStyle style) {
-        return parsePerforceClient("Root: c:/a\n\nAltRoots:\n\t/b\n\n\t\"C:\\c d\\\"\n\nHost: c:/e\n", watched, style).root;
+        return parsePerforceClient("Root: c:/a\n\nAltRoots:\n\t/b\n\n\t\"C:\\c d\\\"\n\nHost: c:/e\n",
+                                   WatchedSpelling(watched, "", style), style)
+            .root;
     };
     EXPECT_EQ(rootFor("/b/below", posix), "/b");
     EXPECT_EQ(rootFor("/bb", posix), "c:/a");

@@ -1,3 +1,4 @@
+#include "common/cmPath.h"
 #include "tests/ModuleFixture.h"
 
 namespace {
@@ -26,18 +27,32 @@ protected:
 
     TempFolder folder;
     const fs::path root = folder / "my workspace";
+    const Texts tokens{"edit/mod/4", "edit|mod//4", "/mod/4"};  // of the files a@, b and c
 };
 
 TEST_F(PerforceStatusTest, GivesEachFileItsTokens)
 {
     for (int round = 0; round < 2; ++round) {
         EXPECT_EQ(perforcePass(), 0);
-        EXPECT_EQ((Texts{record(in("a@")), record(in("b")), record(in("c"))}), (Texts{"edit/mod/4", "edit|mod//4", "/mod/4"}));
+        EXPECT_EQ((Texts{record(in("a@")), record(in("b")), record(in("c"))}), tokens);
         EXPECT_EQ(editor.records().size(), 3u);
     }
     EXPECT_TRUE(editor.runUntil([&] { return notifications == 1; }, 5000));
     stopAndRunEvents();
     EXPECT_EQ(notifications, 1);  // the second pass changed nothing
+}
+
+TEST_F(PerforceStatusTest, NamesFilesByTheWatchedLink)
+{
+    if (cmNativePathStyle == cmPathStyle::windows)
+        return;  // no symbolic links under Wine
+    const fs::path link = folder / "link";
+    fs::create_directory(root / "src");
+    fs::create_directory_symlink(root / "src", link);
+    fs::create_directory_symlink(root, folder / "root");
+    answer("client-o", "Client: ada_ws\nRoot: " + text(folder / "root") + "\n");
+    EXPECT_EQ(pass(text(link), perforceType), 0);
+    EXPECT_EQ((Texts{record(text(link / "a@")), record(text(link / "b")), record(text(link / "c"))}), tokens);
 }
 
 TEST_F(PerforceStatusTest, WritesNothingUnlessAllCommandsSucceed)

@@ -7,16 +7,16 @@
 #include "filewatcher/bridge/ToolErrors.h"
 #include "filewatcher/status/GitPorcelain.h"
 #include "filewatcher/status/VCRecord.h"
+#include "filewatcher/status/WatchedSpelling.h"
 
 namespace {
 
 constexpr char workTreeModified = 'M';
 
 /// The watched path as an argument of a command that runs in the top level. git reports the top level with links resolved and
-/// in the spelling on the disk, so the path is resolved before the two are compared.
-cmStringT pathArgument(const cmStringT& path, const cmStringT& top)
+/// in the spelling on the disk, so it is compared with `real`, the resolved path.
+cmStringT pathArgument(const cmStringT& path, const cmStringT& real, const cmStringT& top)
 {
-    const cmStringT real = cmRealPath(path);
     cmROStringT relative;
     if (!cmRelativePath(real, top, relative) && !cmRelativePath(path, top, relative))
         return quoteArgument(path);
@@ -69,17 +69,19 @@ std::int32_t GitStatusThread::gitStatusForPath(const cmStringT& path)
     if (isStopping())
         return statusStopRequested;
 
-    status = runGit(cmStringT(cmCat(program) + " status --porcelain " + pathArgument(path, top)), top, output, errorOutput);
+    const cmStringT real = cmRealPath(path);
+    status = runGit(cmStringT(cmCat(program) + " status --porcelain " + pathArgument(path, real, top)), top, output, errorOutput);
     if (status != 0)
         return status;
     if (isUnanswered(output, errorOutput))
         return statusPassFailed;
+    const WatchedSpelling spelling(path, real);
     for (const GitPorcelainEntry& entry : parseGitPorcelain(output)) {
         if (isStopping())
             return statusStopRequested;
         if (entry.workTreeState != workTreeModified)
             continue;
-        markFile(cmJoinPath(top, cmNativeSeparators(entry.path)), tool().number, "mod");
+        markFile(spelling.respell(cmJoinPath(top, cmNativeSeparators(entry.path))), tool().number, "mod");
         noteChange();
     }
     return breaksOff(output) ? failPass(outputBreaksOff) : 0;

@@ -50,7 +50,7 @@ cmStringT decoded(cmROStringT text)
 
 }  // namespace
 
-PerforceClient parsePerforceClient(cmROStringT form, cmROStringT watched, cmPathStyle style)
+PerforceClient parsePerforceClient(cmROStringT form, const WatchedSpelling& watched, cmPathStyle style)
 {
     PerforceClient client;
     cmArray<cmStringT> roots;
@@ -69,11 +69,7 @@ PerforceClient parsePerforceClient(cmROStringT form, cmROStringT watched, cmPath
         else if (field == "Root" || field == "AltRoots")  // the form has them in this order
             roots.push_back(cmStringT(cmWithoutTrailingSeparator(cmNativeSeparators(value, style), style)));
     }
-    const cmStringT directory = cmNativeSeparators(watched, style);
-    const auto counts = [&](const cmStringT& root) {
-        cmROStringT below;
-        return root == nullRoot || cmRelativePath(directory, root, below, style);
-    };
+    const auto counts = [&](const cmStringT& root) { return root == nullRoot || watched.isBelow(root); };
     const auto chosen = std::find_if(roots.begin(), roots.end(), counts);
     client.root = chosen != roots.end() ? *chosen : roots.empty() ? cmStringT() : roots.front();
     if (client.root == nullRoot)

@@ -3,6 +3,7 @@
 #include "common/cmArray.h"
 #include "common/cmPath.h"
 #include "common/cmString.h"
+#include "filewatcher/status/WatchedSpelling.h"
 
 // Parsers for the output of the Perforce client. The formats are described in its public command reference:
 // https://www.perforce.com/manuals/cmdref/Content/CmdRef/p4_opened.html, and p4_client.html, p4_diff.html and p4_sync.html in
@@ -16,9 +17,9 @@ struct PerforceClient {
     cmStringT root;  ///< without a trailing separator; empty for the root "null", with which files have full local paths
 };
 
-/// Parses the form that `client -o` writes. The root is the first of "Root" and "AltRoots" that contains the directory `watched`;
+/// Parses the form that `client -o` writes. The root is the first of "Root" and "AltRoots" that contains the watched directory;
 /// "Root" when none does.
-PerforceClient parsePerforceClient(cmROStringT form, cmROStringT watched, cmPathStyle style = cmNativePathStyle);
+PerforceClient parsePerforceClient(cmROStringT form, const WatchedSpelling& watched, cmPathStyle style = cmNativePathStyle);
 
 /// A file that is opened in the workspace.
 struct PerforceOpenedFile {

@@ -1,8 +1,10 @@
 #include "filewatcher/status/PerforceStatusThread.h"
 
+#include "common/cmFile.h"
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/status/PerforceOutput.h"
 #include "filewatcher/status/VCRecord.h"
+#include "filewatcher/status/WatchedSpelling.h"
 
 #include <utility>
 
@@ -21,11 +23,14 @@ std::int32_t PerforceStatusThread::perforceStatusForPath(const cmStringT& path)
         if (isStopping())
             return statusStopRequested;
     }
-    const PerforceClient client = parsePerforceClient(form, path);
+    WatchedSpelling spelling(path, cmRealPath(path));
+    const PerforceClient client = parsePerforceClient(form, spelling);
     if (client.name.isNull())
         return quotedProgram().isEmpty() ? 0 : failPass("the client's form names no workspace");
-    const auto mark = [this](const cmStringT& file, cmROStringT token, cmStringT TXVCRECORD::*list) {
-        if (markFile(file, tool().number, token, list))
+    if (!client.root.isEmpty() && !spelling.isBelow(client.root))
+        spelling.addSpelling(client.root, cmRealPath(client.root));
+    const auto mark = [&](const cmStringT& file, cmROStringT token, cmStringT TXVCRECORD::*list) {
+        if (markFile(spelling.respell(file), tool().number, token, list))
             noteChange();
     };
     const cmArray<PerforceOpenedFile> openedFiles = parsePerforceOpened(opened, client);
