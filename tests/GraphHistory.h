@@ -37,7 +37,5 @@ private:
 /// come when it was laid out, GraphNode::noRow for all that ever come.
 GraphRows slowGraphLayout(const History& history, std::uint32_t cut, const std::vector<std::uint32_t>& known);
 
-/// Follows all lines from row to row, by nothing but the edges, and checks that each leads from a child to its parent or to an
-/// arrow, that the two arrows of a line name each other, that nothing else has a stub than a parent above, and that what stands
-/// directly below a commit or an arrow belongs to it.
-void expectLines(const GraphRows& rows, const History& history);
+/// Stops at the first row that differs.
+void expectSame(const GraphRows& rows, const GraphRows& expected);

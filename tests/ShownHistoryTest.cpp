@@ -176,27 +176,36 @@ TEST_F(ShownHistoryTest, AFilterShowsTheCommitsThatContainItsTextAndTheLinesBetw
     EXPECT_EQ(history.rowCount(), 11);
 }
 
-/// Follows the lines between the rows that are shown; `parents` are those of each number, and of 0 the commit of HEAD.
-void expectShownLines(ShownHistory& shown, const std::vector<std::vector<int>>& parents)
+/// Compares the rows that are shown with the slow layout's. `parents` are those of each number, and of 0 the commit of HEAD.
+/// `known` is as there; rows that it lacks were laid out when the log had ended.
+void expectSlowLayout(ShownHistory& shown, const std::vector<std::vector<int>>& parents, std::vector<std::uint32_t> known = {})
 {
     GraphRows rows(static_cast<std::size_t>(shown.rowCount()));
     History shownParents(rows.size());
+    std::vector<cmStringT> hashes;
     GitCommitInfo info;
     for (std::uint32_t row = 0; row < rows.size(); ++row) {
         const std::int64_t commit = shown.commitInRow(static_cast<std::int32_t>(row));
         ASSERT_TRUE(shown.copyCommit(commit, info) && shown.copyGraphRow(commit, rows[row]));
+        hashes.push_back(info.hash);
         const int number = commit == 0 ? 0 : std::stoi(info.hash.c_str() + 30, nullptr, 16);
         for (const int parent : parents[static_cast<std::size_t>(number)]) {
             if (shown.findCommit(hashOf(parent), info) && info.row >= 0)
                 shownParents[row].push_back(static_cast<std::uint32_t>(info.row));
         }
-        for (const GraphEdge& edge : rows[row].edges)
-            ASSERT_NE(edge.kind, GraphEdgeKind::stub) << row;
     }
-    expectLines(rows, shownParents);
+    known.resize(rows.size(), GraphNode::noRow);
+    GraphRows expected = slowGraphLayout(shownParents, GraphLayout::longLine, known);
+    for (GraphRow& row : expected) {
+        for (GraphEdge& edge : row.edges) {
+            ASSERT_NE(edge.kind, GraphEdgeKind::stub) << "a parent above its child";
+            edge.otherHash = edge.otherHash.isEmpty() ? cmStringT() : hashes[static_cast<std::size_t>(edge.other)];
+        }
+    }
+    expectSame(rows, expected);
 }
 
-TEST_F(ShownHistoryTest, EveryLineLeadsToAShownParentWhateverTheLog)
+TEST_F(ShownHistoryTest, ShowsTheLinesOfTheSlowLayoutWhateverTheLog)
 {
     std::mt19937 random(5);
     const auto below = [&random](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
@@ -221,6 +230,7 @@ TEST_F(ShownHistoryTest, EveryLineLeadsToAShownParentWhateverTheLog)
         }
         ShownHistory shown(restricted ? "main" : "");
         setRefs(shown, hashOf(parents[0][0]) + " HEAD\n");
+        std::vector<std::uint32_t> known;
         for (std::size_t next = 0; next < log.size();) {
             std::string piece;
             for (int left = 1 + below(100); left > 0 && next < log.size(); --left)
@@ -228,14 +238,17 @@ TEST_F(ShownHistoryTest, EveryLineLeadsToAShownParentWhateverTheLog)
             cmROStringT batch = piece;
             while (shown.addRecords(batch, 1 + below(60), neverStop)) {
             }
-            if (below(4) == 0)
+            known.resize(static_cast<std::size_t>(shown.rowCount()), GraphNode::noRow);
+            if (below(4) == 0) {
                 shown.catchUp();
+                known.resize(static_cast<std::size_t>(shown.rowCount()), static_cast<std::uint32_t>(shown.commitCount()));
+            }
         }
         while (shown.finishLog(static_cast<std::uint32_t>(1 + below(300)))) {
         }
-        expectShownLines(shown, parents);
+        expectSlowLayout(shown, parents, restricted ? std::vector<std::uint32_t>() : known);
         EXPECT_TRUE(shown.filter("some"));
-        expectShownLines(shown, parents);
+        expectSlowLayout(shown, parents);
     }
 }
 
