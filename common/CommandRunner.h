@@ -7,8 +7,8 @@ inline constexpr SpawnOptions spawnScannedCommand = spawnScanOperators | spawnSt
 inline constexpr SpawnOptions spawnPlainCommand = spawnStandardHandles | spawnHiddenWindow;
 
 /// Runs a command and passes its standard output to `sink`. Returns when the child has ended and nothing more is to be read; see
-/// CommandCapture. Blocks the calling thread meanwhile; a stop takes effect within 20 ms and the time that endProcessFamily takes.
-/// Throws only std::bad_alloc and what the callbacks throw; the command is terminated then. Any thread.
+/// CommandCapture. Blocks the calling thread meanwhile; a stop takes effect within 20 ms and the time that endProcessFamily
+/// takes. Throws only std::bad_alloc and what the callbacks throw; the command is terminated then. Any thread.
 CaptureResult captureCommand(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory,
                              const CaptureControl& control, const CaptureSink& sink);
 

@@ -62,6 +62,15 @@ protected:
         return lines;
     }
 
+    /// For each command whether it asked the server: "S" or "-".
+    std::string asked() const
+    {
+        std::string questions;
+        for (const std::string& command : commands())
+            questions += command.find("--show-updates") == std::string::npos ? '-' : 'S';
+        return questions;
+    }
+
     TempFolder folder;
     bool warned = false;
 };
@@ -112,28 +121,6 @@ TEST_F(SVNReplayTest, AsksByTheFlagsOfThePath)
                      "info --non-interactive --xml " + top() + " ", "info --non-interactive --xml " + in("a @ b") + "@ "}));
 }
 
-TEST_F(SVNReplayTest, AsksTheServerAtMostOnceAMinute)
-{
-    answer(document(""));
-    static cmMutex lock;
-    std::atomic<std::uint32_t> now = 0;
-    SVNStatusThread thread(lock, [&now] { return now.load(); });
-    thread.setStatusConfig(cmROStringT(tool), 5000, -1);
-    ASSERT_EQ(thread.start(), 0);
-    // Towards the end the clock wraps around.
-    for (const std::uint32_t tick : {5000u, 5001u, 64999u, 65000u, 124999u, 125000u, 0xFFFFFFF0u, 10u, 60009u, 60010u}) {
-        now = tick;
-        thread.addPath(top(), "", true, false);
-        EXPECT_EQ(waitForPass(top()), 0);
-    }
-    thread.requestStop();
-    thread.join();
-    std::string asked;
-    for (const std::string& command : commands())
-        asked += command.find("--show-updates") == std::string::npos ? '-' : 'S';
-    EXPECT_EQ(asked, "S--S-SSS-S");
-}
-
 TEST_F(SVNReplayTest, WritesNothingOfABrokenAnswer)
 {
     const std::string whole = document(entry("a", "modified"));
@@ -154,6 +141,121 @@ TEST_F(SVNReplayTest, WritesNothingOfABrokenAnswer)
     // Paths that the watched directory cannot hold.
     answerAndPass(document("<entry><wc-status item='modified'/></entry><entry path='../a'><wc-status item='modified'/></entry>"));
     EXPECT_TRUE(editor.records().empty());
+}
+
+/// The thread with a clock that the test sets. The server is silent about the directory "a" as long as `silence` exists.
+class SVNServerTest : public SVNReplayTest {
+protected:
+    SVNServerTest()
+    {
+        answer(document(entry("f", "modified")));
+        thread.setStatusConfig(cmROStringT(tool), 5000, -1);
+        EXPECT_EQ(thread.start(), 0);
+    }
+    ~SVNServerTest() override { stop(); }
+
+    void stop()
+    {
+        thread.requestStop();
+        thread.join();
+    }
+    /// Why a pass lacks the server's answer.
+    std::string passWithout(const std::string& path, std::int32_t status = 0)
+    {
+        reason.clear();
+        thread.addPath(path, "", true, false);
+        EXPECT_EQ(waitForPass(path), status) << path;
+        return reason;
+    }
+    /// Whether the commands come to be those of `questions`.
+    bool comesToAsk(const std::string& questions)
+    {
+        return eventually([&] { return asked() == questions; });
+    }
+
+    const std::string a = in("a"), b = in("b");
+    const fs::path silence = folder / "wc/a.silent";
+    std::atomic<std::uint32_t> now = 5000, clockReads = 0;
+    cmMutex lock;
+    SVNStatusThread thread{lock, [this] { return ++clockReads, now.load(); }};
+};
+
+TEST_F(SVNServerTest, AsksOnceAMinuteForEachDirectory)
+{
+    // Towards the end the clock wraps around.
+    for (const std::uint32_t tick : {5000u, 5001u, 64999u, 65000u, 124999u, 125000u, 0xFFFFFFF0u, 10u, 60009u, 60010u}) {
+        now = tick;
+        EXPECT_EQ(passWithout(a) + passWithout(b), "");
+    }
+    EXPECT_EQ(asked(), "SS----SS--SSSSSS--SS");
+    SVNQuestionPace pace;
+    for (std::uint32_t tick = 0; tick < 1000000; tick += 1000) {
+        const cmStringT directory(std::to_string(tick));
+        ASSERT_EQ(pace.showUpdates(directory, tick), SVNShowUpdates::now);
+        pace.noteAsked(directory, tick);
+        tick % 100000 ? pace.noteAnswer(directory) : pace.noteRefusal(directory, "no");
+    }
+    EXPECT_EQ(pace.size(), 70u) << "those of the last minute, and those with a reason";
+}
+
+TEST_F(SVNServerTest, TellsWhyTheServerGaveNoAnswer)
+{
+    const std::string refusal = "svn: E170013: Unable to connect", foreign = "svn: warning: W155007: 'b' is not a working copy";
+    writeFile(folder / "server.err", refusal);
+    EXPECT_EQ(passWithout(a), refusal);
+    EXPECT_EQ(passWithout(a), refusal);
+    EXPECT_EQ(record(in("f")), "mod//1");
+    fs::remove(folder / "server.err");
+    now = 65000;
+    EXPECT_EQ(passWithout(a), "");
+    writeFile(folder / "server.err", foreign);
+    answer(document(""));
+    EXPECT_EQ(passWithout(b, -1), foreign);
+    EXPECT_EQ(passWithout(b, -1), foreign) << "which was no question";
+    EXPECT_EQ(asked(), "S--SSS");
+}
+
+TEST_F(SVNServerTest, PutsQuestionsToASilentServerBehindThePasses)
+{
+    const std::string in15 = "the server did not answer within 15 s", in120 = "the server did not answer within 120 s";
+    writeFile(silence, "");
+    thread.addPath(a, "", true, false);
+    EXPECT_TRUE(comesToAsk("S"));
+    now = 19999;
+    EXPECT_TRUE(eventually([&, before = clockReads + 1] { return clockReads > before; }));
+    EXPECT_TRUE(passesEnded.empty());
+    now = 20000;
+    EXPECT_EQ(waitForPass(a), 0);
+    EXPECT_EQ(reason, in15);
+    now = 79999;  // the last millisecond of the minute without questions
+    EXPECT_EQ(passWithout(b), "the server was not asked, as one did not answer less than a minute ago");
+    EXPECT_EQ(passWithout(a), in15);
+    now = 80000;
+    EXPECT_EQ(passWithout(a), in15);
+    EXPECT_TRUE(comesToAsk("S----S"));
+    EXPECT_EQ(passWithout(b), "") << "it asks meanwhile";
+    now = 140000;
+    EXPECT_EQ(passWithout(a), "the server has not answered yet");
+    EXPECT_EQ(asked(), "S----SS-");
+    answer(document(entry("f", "normal", outdated)));
+    EXPECT_EQ(record(in("f")), "mod//1");
+    fs::remove(silence);
+    EXPECT_TRUE(eventually([&] { return record(in("f")) == "mod/mod/1"; })) << "its local status is not of now";
+
+    writeFile(silence, "");
+    EXPECT_EQ(passWithout(a), "");
+    EXPECT_TRUE(comesToAsk("S----SS--S"));
+    now = 259999;
+    EXPECT_TRUE(eventually([&, before = clockReads + 1] { return clockReads > before; }));
+    EXPECT_EQ(processesOf(tool), 1u);
+    now = 260000;
+    EXPECT_TRUE(eventually([&] { return processesOf(tool) == 0; }));
+    EXPECT_EQ(passWithout(a), in120);
+    EXPECT_TRUE(comesToAsk("S----SS--S-S"));
+    EXPECT_EQ(passWithout(b), "") << "nobody was held up, so all are asked";
+    EXPECT_EQ(asked(), "S----SS--S-SS");
+    stop();
+    EXPECT_EQ(processesOf(tool), 0u);
 }
 
 }  // namespace

@@ -1,5 +1,15 @@
 #include "common/CommandRunner.h"
+#include "filewatcher/status/SVNStatusThread.h"
 #include "tests/ModuleFixture.h"
+
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <thread>
 
 namespace {
 
@@ -8,6 +18,40 @@ void run(const std::string& commandLine, const fs::path& directory)
     const CaptureResult result = captureCommand(cmROStringT(commandLine), 0, directory.string(), {}, [](cmROStringT) {});
     EXPECT_EQ(result.status, 0) << commandLine << ": " << result.failure.c_str();
     EXPECT_EQ(result.errorOutput.view().find("svn: E"), cmROStringT::npos) << result.errorOutput.c_str();
+}
+
+TEST_F(ModuleTest, GetsTheLocalStatusWhileARealServerIsSilent)
+{
+    const TempFolder folder;
+    const int server = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address{AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
+    socklen_t size = sizeof address;
+    auto* const generic = reinterpret_cast<sockaddr*>(&address);
+    ASSERT_TRUE(bind(server, generic, size) == 0 && listen(server, 8) == 0 && getsockname(server, generic, &size) == 0);
+    run("svnadmin create repo", folder.path());
+    const std::string checkOut = "svn checkout --quiet svn://127.0.0.1:" + std::to_string(ntohs(address.sin_port)) + "/repo wc";
+    std::thread client([&] { run(checkOut, folder.path()); });
+    const int connection = accept(server, nullptr, nullptr);
+    const std::string stream = std::to_string(connection);
+    EXPECT_EQ(std::system(("bash -c 'svnserve -i -r " + text(folder.path()) + " <&" + stream + " >&" + stream + "'").c_str()), 0);
+    close(connection);
+    client.join();
+
+    std::atomic<std::uint32_t> now = 0;
+    cmMutex lock;
+    SVNStatusThread thread(lock, [&now] { return now.load(); });
+    thread.setStatusConfig("svn", 5000, -1);
+    ASSERT_EQ(thread.start(), 0);
+    thread.addPath(text(folder / "wc"), "", true, false);
+    pollfd listening{server, POLLIN, 0};
+    EXPECT_EQ(poll(&listening, 1, 10000), 1);  // svn is connected, and hears nothing
+    now = 15000;
+    EXPECT_EQ(waitForPass(text(folder / "wc")), 0);
+    EXPECT_EQ(reason, "the server did not answer within 15 s");
+    EXPECT_EQ(record(text(folder / "wc")), "//1");
+    thread.requestStop();
+    thread.join();
+    close(server);
 }
 
 TEST_F(ModuleTest, MarksExactlyTheFilesThatTheRealSubversionCallsModified)

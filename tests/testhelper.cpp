@@ -43,16 +43,20 @@ void leaveTrace(const Arguments&)
     std::ofstream(cmSystemPath(cmProgramPath()).replace_filename("trace")) << "was here";
 }
 
-/// A Subversion client that answers with the content of the file beside it, and logs its arguments.
+/// A Subversion client that logs its arguments and answers with the content of the file beside it. When it asks the server, that
+/// is silent as long as there is a file named after the directory, and what it complains about is in a file of its own.
 void replaySvn(const Arguments& arguments)
 {
     const std::filesystem::path folder = cmSystemPath(cmProgramPath()).parent_path();
+    const bool asksServer = std::find(arguments.begin(), arguments.end(), "--show-updates") != arguments.end();
     std::ofstream log(folder / "svn.log", std::ios::app | std::ios::binary);
     for (const std::string& argument : arguments)
         log << argument << ' ';
-    log << '\n';
+    log << std::endl;
+    while (asksServer && std::filesystem::exists(cmSystemPath(arguments.back() + ".silent")))
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     std::cout << std::ifstream(folder / "svn.xml", std::ios::binary).rdbuf();
-    std::cerr << std::ifstream(folder / "svn.err", std::ios::binary).rdbuf();
+    std::cerr << std::ifstream(folder / (asksServer ? "server.err" : "svn.err"), std::ios::binary).rdbuf();
 }
 
 /// A Perforce client that answers each command with what the files beside it hold, such as "diff-sa.out" and "diff-sa.err".

@@ -1,7 +1,6 @@
 #include "filewatcher/status/FileWatcherThreadBase.h"
 
-#include <algorithm>
-#include <utility>
+#include "common/cmPath.h"
 
 namespace {
 
@@ -43,8 +42,7 @@ void FileWatcherThreadBase::addPath(cmROStringT path, cmROStringT context, bool 
 {
     {
         cmMutexLock hold(listLock);
-        if (indexOf(path) < 0)
-            m_paths.push_back({path, context, pathFlag, contextFlag});
+        m_paths.add({path, context, pathFlag, contextFlag});
     }
     m_wakeEvent.set();
 }
@@ -52,38 +50,39 @@ void FileWatcherThreadBase::addPath(cmROStringT path, cmROStringT context, bool 
 std::int32_t FileWatcherThreadBase::findPath(cmROStringT path)
 {
     cmMutexLock hold(listLock);
-    return indexOf(path);
-}
-
-std::int32_t FileWatcherThreadBase::indexOf(cmROStringT path)
-{
-    const auto found =
-        std::find_if(m_paths.begin(), m_paths.end(), [path](const WatchEntry& entry) { return entry.path == path; });
-    return found == m_paths.end() ? -1 : static_cast<std::int32_t>(found - m_paths.begin());
+    return m_paths.find(path);
 }
 
 void FileWatcherThreadBase::removePath(cmROStringT path)
 {
     cmMutexLock hold(listLock);
-    const std::int32_t index = indexOf(path);
-    if (index >= 0)
-        m_paths.erase(m_paths.begin() + index);
+    m_paths.remove(path);
+    m_deferred.remove(cmWithoutTrailingSeparator(path));
 }
 
 void FileWatcherThreadBase::removeAllPaths()
 {
     cmMutexLock hold(listLock);
     m_paths.clear();
+    m_deferred.clear();
 }
 
 bool FileWatcherThreadBase::takeFirstPath(WatchEntry& entry)
 {
     cmMutexLock hold(listLock);
-    if (m_paths.empty())
-        return false;
-    entry = std::move(m_paths.front());
-    m_paths.erase(m_paths.begin());
-    return true;
+    return m_paths.takeFirst(entry);
+}
+
+void FileWatcherThreadBase::deferEntry(const WatchEntry& entry)
+{
+    cmMutexLock hold(listLock);
+    m_deferred.add(entry);
+}
+
+bool FileWatcherThreadBase::takeFirstDeferred(WatchEntry& entry)
+{
+    cmMutexLock hold(listLock);
+    return m_deferred.takeFirst(entry);
 }
 
 void FileWatcherThreadBase::setSuspended(bool on)

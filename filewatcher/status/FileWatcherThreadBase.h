@@ -1,15 +1,7 @@
 #pragma once
 
-#include "common/cmArray.h"
 #include "common/cmThread.h"
-
-/// A directory that waits for one status pass.
-struct WatchEntry {
-    cmStringT path;
-    cmStringT context;         ///< text that the editor attached to the request
-    bool pathFlag = false;     ///< the flag argument of filewatcherAddPath
-    bool contextFlag = false;  ///< the editor's flag for the request
-};
+#include "filewatcher/status/WatchQueue.h"
 
 /// Base of the version-control status threads: a queue of watched paths, and the flags that the editor sets. The editor's
 /// thread fills the queue, the derived thread takes entries from it. An entry is gone once it is taken; the editor adds its
@@ -28,7 +20,7 @@ public:
     void addPath(cmROStringT path, cmROStringT context, bool pathFlag, bool contextFlag);
     /// Index of the first entry with this path, or -1. Paths are compared byte by byte.
     std::int32_t findPath(cmROStringT path);
-    /// Removes the entry with this path, if there is one.
+    /// Removes the entry with this path, if there is one, and what the thread itself has deferred of it.
     void removePath(cmROStringT path);
     void removeAllPaths();
     /// Moves the first entry into `entry`; false when the queue is empty.
@@ -42,16 +34,18 @@ protected:
     /// call.
     void sleepIdle();
     void setConfigured();
+    /// For what the thread wants to do itself with an entry, once no path waits: a second queue like the first one.
+    void deferEntry(const WatchEntry& entry);
+    bool takeFirstDeferred(WatchEntry& entry);
     /// The event that `sleepIdle` waits for.
     cmThreadEvent& wakeEvent() { return m_wakeEvent; }
 
 private:
-    std::int32_t indexOf(cmROStringT path) CM_REQUIRES(listLock);
-
     cmMutex listLock;
     bool suspended CM_GUARDED_BY(stateLock) = false;
     cmMutex stateLock;
     bool configured CM_GUARDED_BY(stateLock) = false;
-    cmArray<WatchEntry> m_paths CM_GUARDED_BY(listLock);
+    WatchQueue m_paths CM_GUARDED_BY(listLock);
+    WatchQueue m_deferred CM_GUARDED_BY(listLock);
     cmThreadEvent m_wakeEvent{true, false};
 };

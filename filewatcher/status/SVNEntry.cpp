@@ -37,17 +37,21 @@ SVNEntry readSvnEntry(const XMLDocument& document, std::int32_t node)
     return entry;
 }
 
-bool applySvnEntry(const SVNEntry& entry, bool serverAnswered, TXVCRECORD& record)
+bool applyLocalStatus(const SVNEntry& entry, TXVCRECORD& record)
+{
+    if (entry.hasWorkingStatus)
+        return applyItem(entry.workingItem, record.localStatus);
+    if (record.localStatus.isEmpty())
+        return false;
+    record.localStatus = "";
+    return true;
+}
+
+bool applyRepositoryStatus(const SVNEntry& entry, bool serverAnswered, TXVCRECORD& record)
 {
     bool write = false;
-    if (entry.hasWorkingStatus) {
-        write = applyItem(entry.workingItem, record.localStatus);
-    } else if (!record.localStatus.isEmpty()) {
-        record.localStatus = "";
-        write = true;
-    }
     if (!entry.repositoryItem.isNull()) {
-        write |= applyItem(entry.repositoryItem, record.repositoryStatus);
+        write = applyItem(entry.repositoryItem, record.repositoryStatus);
     } else if (serverAnswered && !record.repositoryStatus.isEmpty()) {
         record.repositoryStatus = "";  // the client writes no "repos-status" for an entry that is up to date
         write = true;

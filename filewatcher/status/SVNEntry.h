@@ -19,6 +19,8 @@ struct SVNEntry {
 /// Reads the element `node`. For the thread that owns the document.
 SVNEntry readSvnEntry(const XMLDocument& document, std::int32_t node);
 
-/// Updates the status lists of a file's record from its entry. `serverAnswered` says that the output covers newer changes in the
-/// repository, so an entry without them is up to date. Returns whether the record must be written. Any thread.
-bool applySvnEntry(const SVNEntry& entry, bool serverAnswered, TXVCRECORD& record);
+// Each of these updates one status list of a file's record from its entry and returns whether the record must be written. Any
+// thread.
+bool applyLocalStatus(const SVNEntry& entry, TXVCRECORD& record);
+/// `serverAnswered` says that the output covers newer changes in the repository, so an entry without them is up to date.
+bool applyRepositoryStatus(const SVNEntry& entry, bool serverAnswered, TXVCRECORD& record);

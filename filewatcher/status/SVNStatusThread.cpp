@@ -2,16 +2,23 @@
 
 #include "common/CommandQuoting.h"
 #include "common/cmPath.h"
+#include "common/cmStringCatHelper.h"
+#include "filewatcher/bridge/DebugLog.h"
 #include "filewatcher/bridge/ToolErrors.h"
 #include "filewatcher/bridge/XMLDocument.h"
 #include "filewatcher/status/SVNEntry.h"
 #include "filewatcher/status/VCRecord.h"
 
+#include <exception>
 #include <utility>
 
 namespace {
 
-constexpr std::uint32_t showUpdatesPaceMs = 60000;
+/// How long the client may write nothing while it asks the server, during a pass and after one.
+constexpr std::uint32_t silenceLimitMs = 15000;
+constexpr std::uint32_t lateSilenceLimitMs = 120000;
+
+constexpr const char* heldBackReason = "the server was not asked, as one did not answer less than a minute ago";
 
 /// The path as a quoted argument. The client reads what follows the last "@" of a path as a revision, so a path that holds one
 /// gets an empty revision at its end.
@@ -30,60 +37,136 @@ bool haveSameStatus(const TXVCRECORD& a, const TXVCRECORD& b)
 
 }  // namespace
 
-std::int32_t SVNStatusThread::processEntry(const WatchEntry& entry)
+std::int32_t SVNStatusThread::run()
 {
-    const bool asksServer = showUpdates && !entry.contextFlag;
-    const std::int32_t status = runAndParse(entry);
-    // When the server does not answer, the output breaks off. The local command needs no server.
-    return status == statusPassFailed && asksServer ? runAndParse(entry) : status;
+    const std::int32_t status = VCStatusThread::run();
+    m_lateQuestion.reset();  // ends the client
+    return status;
 }
 
-std::int32_t SVNStatusThread::runAndParse(const WatchEntry& entry)
+std::int32_t SVNStatusThread::processEntry(const WatchEntry& entry)
+{
+    if (quotedProgram().isEmpty())
+        return 0;
+    if (entry.contextFlag)
+        return runLocally(entry);
+    const SVNShowUpdates showUpdates = m_pace.showUpdates(entry.path, m_clock());
+    const std::optional<std::int32_t> answer = showUpdates == SVNShowUpdates::now ? ask(entry) : std::nullopt;
+    const std::int32_t status = answer ? *answer : runLocally(entry);
+    if (status != 0)
+        return status;
+    if (showUpdates == SVNShowUpdates::afterPass && !(m_lateQuestion && m_lateQuestion->entry().path == entry.path))
+        deferEntry(entry);
+    const cmStringT missing = m_pace.missingAnswer(entry.path);
+    tellMissingAnswer(missing.isEmpty() && showUpdates == SVNShowUpdates::heldBack ? heldBackReason : missing);
+    return 0;
+}
+
+std::int32_t SVNStatusThread::runLocally(const WatchEntry& entry)
 {
     cmStringT output;
     cmStringT errorOutput;
     const std::int32_t status = svnStatusForItem(entry, output, errorOutput);
-    if (status != 0 || output.isNull())
-        return status;
-    return isStopping() ? statusStopRequested : parseSvnStatus(output, !errorOutput.isEmpty() && !entry.contextFlag);
+    return status != 0 ? status : readAnswer(entry, output, errorOutput, true);
 }
 
-cmROStringT SVNStatusThread::subcommand(const WatchEntry& item)
+std::optional<std::int32_t> SVNStatusThread::ask(const WatchEntry& entry)
 {
-    const std::uint32_t now = m_clock();
-    if (!showUpdates && (now < lastShowUpdatesTick || now - lastShowUpdatesTick >= showUpdatesPaceMs)) {
-        lastShowUpdatesTick = 0;
-        showUpdates = true;
+    SVNQuestion question(entry, silenceLimitMs, m_clock, toolControl());
+    startQuestion(question);
+    while (question.advance()) {
     }
-    if (item.contextFlag)
-        return " info --non-interactive --xml ";
-    if (!std::exchange(showUpdates, false))
-        return " status --non-interactive --xml --verbose ";
-    lastShowUpdatesTick = now;  // set before the run: a server that fails is not asked more often
-    return " status --non-interactive --xml --show-updates --verbose ";
+    const std::int32_t status = conclude(question, true);
+    // When the server does not answer, the output breaks off. The local command needs no server.
+    return status == statusPassFailed && !m_isNoWorkingCopy ? std::nullopt : std::optional(status);
+}
+
+bool SVNStatusThread::advanceIdleWork()
+{
+    try {
+        if (!m_lateQuestion)
+            return beginLateQuestion();
+        if (!m_lateQuestion->advance()) {
+            const std::unique_ptr<SVNQuestion> question = std::move(m_lateQuestion);
+            conclude(*question, false);
+        }
+        return true;
+    } catch (const std::exception& failure) {  // out of memory, say: the question has no answer
+        m_lateQuestion.reset();
+        debugLog("SVNStatusThread::advanceIdleWork", __LINE__, failure.what());
+        return false;
+    }
+}
+
+bool SVNStatusThread::beginLateQuestion()
+{
+    WatchEntry entry;
+    if (m_pace.isSilentMinute(m_clock()) || !takeFirstDeferred(entry))
+        return false;
+    m_lateQuestion = std::make_unique<SVNQuestion>(entry, lateSilenceLimitMs, m_clock, toolControl());
+    startQuestion(*m_lateQuestion);
+    return true;
+}
+
+void SVNStatusThread::startQuestion(SVNQuestion& question)
+{
+    m_pace.noteAsked(question.entry().path, m_clock());
+    question.start(commandLine(question.entry(), " status --non-interactive --xml --show-updates --verbose "));
+}
+
+std::int32_t SVNStatusThread::conclude(SVNQuestion& question, bool appliesLocalStatus)
+{
+    const cmStringT& directory = question.entry().path;
+    cmStringT errorOutput;
+    std::int32_t status = noteRun(question.commandLine(), question.finish(), errorOutput);
+    m_isNoWorkingCopy = false;
+    if (question.wasSilent()) {
+        m_pace.noteSilence(directory, m_clock(), question.silenceReason());
+        return isStopping() ? statusStopRequested : statusPassFailed;
+    }
+    if (status == 0)
+        status = readAnswer(question.entry(), question.output(), errorOutput, appliesLocalStatus);
+    if (status == 0)
+        m_pace.noteAnswer(directory);
+    else if (m_isNoWorkingCopy)
+        m_pace.forget(directory);
+    else if (status != statusStopRequested)
+        m_pace.noteRefusal(directory, lastToolError());
+    return status;
 }
 
 std::int32_t SVNStatusThread::svnStatusForItem(const WatchEntry& item, cmStringT& output, cmStringT& errorOutput)
 {
-    cmStringT command = quotedProgram();
-    if (command.isEmpty())
-        return 0;
-    command += subcommand(item);
-    if (!item.pathFlag && !item.contextFlag)
-        command += "--non-recursive ";
-    command += pathArgument(item.path);
-    const std::int32_t status = runTool(command, spawnPlainCommand, "", output, errorOutput);
-    return status == 0 && hasSvnError(errorOutput) ? statusPassFailed : status;
+    const cmROStringT subcommand =
+        item.contextFlag ? " info --non-interactive --xml " : " status --non-interactive --xml --verbose ";
+    return runTool(commandLine(item, subcommand), spawnPlainCommand, "", output, errorOutput);
 }
 
-std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output, bool hasErrors)
+cmStringT SVNStatusThread::commandLine(const WatchEntry& item, cmROStringT subcommand)
+{
+    const cmROStringT depth = item.pathFlag || item.contextFlag ? "" : "--non-recursive ";
+    return cmCat(quotedProgram()) + subcommand + depth + pathArgument(item.path);
+}
+
+std::int32_t SVNStatusThread::readAnswer(const WatchEntry& item, const cmStringT& output, cmROStringT errorOutput,
+                                         bool appliesLocalStatus)
+{
+    if (hasSvnError(errorOutput))
+        return statusPassFailed;
+    if (isStopping())
+        return statusStopRequested;
+    return parseSvnStatus(output, item.contextFlag ? "" : errorOutput, appliesLocalStatus);
+}
+
+std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output, cmROStringT warnings, bool appliesLocalStatus)
 {
     if (output.view().find("<!DOCTYPE") != cmROStringT::npos)  // the client writes no entities of its own
         return failPass("the client's answer declares a document type");
     XMLDocument document(output);
     const cmArray<std::int32_t> nodes = document.isLoaded() ? document.select("/status/target/entry") : cmArray<std::int32_t>();
-    if (!document.isLoaded() || (nodes.empty() && hasErrors)) {  // a working copy has at least one entry, for itself
+    if (!document.isLoaded() || (nodes.empty() && !warnings.empty())) {  // a working copy has at least one entry, for itself
         const bool whole = document.isLoaded();
+        m_isNoWorkingCopy = whole && warnings.find("W155007") != cmROStringT::npos;
         document.close();
         // A whole answer without an entry comes with a warning that says why, such as "is not a working copy".
         return whole ? statusPassFailed : failPass("the client's answer is incomplete");
@@ -101,7 +184,9 @@ std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output, bool hasEr
             continue;
         const TXVCRECORD before = readVCRecord(entry.path);
         TXVCRECORD record = before;
-        if (!applySvnEntry(entry, serverAnswered, record))
+        bool write = appliesLocalStatus && applyLocalStatus(entry, record);
+        write |= applyRepositoryStatus(entry, serverAnswered, record);
+        if (!write)
             continue;
         record.tool = tool().number;
         txVCSetRecord(tamarin::TMString(entry.path), record);

@@ -2,18 +2,21 @@
 
 #include "common/cmDateTime.h"
 #include "filewatcher/status/LockedInstance.h"
+#include "filewatcher/status/SVNQuestion.h"
+#include "filewatcher/status/SVNQuestionPace.h"
 #include "filewatcher/status/VCStatusThread.h"
 
 #include <cstdint>
-#include <functional>
+#include <memory>
+#include <optional>
 #include <utility>
 
 /// Keeps the editor's per-file Subversion status. It runs the client for each watched path, reads its XML output through the
 /// editor, and records which files are modified in the working copy and in the repository. The server is asked at most once a
-/// minute.
+/// minute for each path. A server that was silent during a pass is asked after the next ones, while no path waits.
 class SVNStatusThread : public VCStatusThread {
 public:
-    using TickClock = std::function<std::uint32_t()>;  ///< milliseconds; wraps around
+    using TickClock = SVNQuestion::TickClock;
 
     /// `clock` paces the questions to the server; this thread alone calls it.
     explicit SVNStatusThread(cmMutex& lock, TickClock clock = &cmTickCount)
@@ -21,23 +24,40 @@ public:
     {
     }
 
+    std::int32_t run() override;
+
     static SVNStatusThread* instance(bool create) { return m_instance.get(create); }
     static void stopInstance() { m_instance.stop(); }
 
 private:
     std::int32_t processEntry(const WatchEntry& entry) override;
-    std::int32_t runAndParse(const WatchEntry& entry);
-    /// Runs the command for one entry. Returns 0, also when the editor named no executable; the status of runTool; or
-    /// statusPassFailed when the client reported an error.
-    std::int32_t svnStatusForItem(const WatchEntry& item, cmStringT& output, cmStringT& errorOutput);
-    /// Updates the editor's records from the output. Returns 0; statusStopRequested; or statusPassFailed when the output is no
-    /// complete document, or has no entry although the client reported an error (`hasErrors`).
-    std::int32_t parseSvnStatus(const cmStringT& output, bool hasErrors);
-    cmROStringT subcommand(const WatchEntry& item);
+    bool advanceIdleWork() override;
 
+    /// The part of a pass that needs no server.
+    std::int32_t runLocally(const WatchEntry& entry);
+    /// The pass with a question to the server. Returns its status; nothing when runLocally must take its place.
+    std::optional<std::int32_t> ask(const WatchEntry& entry);
+    /// Begins the next question that waits for the end of the passes. Returns false when there is none.
+    bool beginLateQuestion();
+    void startQuestion(SVNQuestion& question);
+    /// Takes what a question that is over has brought. Returns the status of a pass; statusPassFailed after silence.
+    std::int32_t conclude(SVNQuestion& question, bool appliesLocalStatus);
+
+    /// Runs the local command for one entry. Returns the status of runTool.
+    std::int32_t svnStatusForItem(const WatchEntry& item, cmStringT& output, cmStringT& errorOutput);
+    cmStringT commandLine(const WatchEntry& item, cmROStringT subcommand);
+    /// Returns what parseSvnStatus returns; or statusPassFailed when the client reported an error.
+    std::int32_t readAnswer(const WatchEntry& item, const cmStringT& output, cmROStringT errorOutput, bool appliesLocalStatus);
+    /// Updates the editor's records from the output; their local status only if `appliesLocalStatus` holds. Returns 0;
+    /// statusStopRequested; or statusPassFailed when the output is no complete document, or has no entry although the client
+    /// wrote `warnings`.
+    std::int32_t parseSvnStatus(const cmStringT& output, cmROStringT warnings, bool appliesLocalStatus);
+
+    // All are used by this thread only.
     const TickClock m_clock;
-    bool showUpdates = true;                ///< the next status command asks the server; used by this thread only
-    std::uint32_t lastShowUpdatesTick = 0;  ///< when the server was last asked; used by this thread only
+    SVNQuestionPace m_pace;
+    std::unique_ptr<SVNQuestion> m_lateQuestion;  ///< the one that goes on beside the passes; null for none
+    bool m_isNoWorkingCopy = false;               ///< the client said so of the directory of the last answer
 
     static inline LockedInstance<SVNStatusThread> m_instance;
 };

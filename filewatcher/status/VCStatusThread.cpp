@@ -16,7 +16,7 @@ namespace {
 
 void endPass(const tamarin::TMString& path, std::int32_t status, const cmStringT& reason)
 {
-    if (status != 0 && !reason.isEmpty())
+    if (!reason.isEmpty())
         txVCPassError(path, reason);
     txVCPassEnd(path, status);
 }
@@ -66,7 +66,7 @@ std::int32_t VCStatusThread::run()
         WatchEntry entry;
         if (!paused && takeFirstPath(entry)) {
             process(entry);
-        } else {
+        } else if (paused || !advanceIdleWork()) {
             if (!paused)
                 notifyIfChanged();
             reapEndedChildren();
@@ -83,8 +83,9 @@ void VCStatusThread::process(WatchEntry& entry)
     const tamarin::TMString path(entry.path);
     txVCPassBegin(path);
     toolError.clear();
+    missingAnswer.clear();
     const std::int32_t status = processGuarded(entry);
-    endPass(path, status, toolError);
+    endPass(path, status, status == 0 ? missingAnswer : toolError);
 }
 
 void VCStatusThread::failQueuedPaths()
@@ -127,10 +128,8 @@ cmStringT VCStatusThread::quotedProgram()
     return exePath.isEmpty() ? cmStringT("") : cmStringT(cmCat("\"") + exePath + "\"");
 }
 
-std::int32_t VCStatusThread::runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory,
-                                     cmStringT& output, cmStringT& errorOutput)
+CaptureControl VCStatusThread::toolControl()
 {
-    constexpr cmROStringT function = "VCStatusThread::runTool";
     CaptureControl control;
     control.stopRequested = [this] { return isStopping(); };
     control.maxOutput = static_cast<std::uint32_t>(getMaxOutputSize());
@@ -139,9 +138,21 @@ std::int32_t VCStatusThread::runTool(cmROStringT commandLine, SpawnOptions optio
         statusOutputTooLarge = true;
         requestStop();
     };
+    return control;
+}
+
+std::int32_t VCStatusThread::runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory,
+                                     cmStringT& output, cmStringT& errorOutput)
+{
     output.clear();
     const auto append = [&output](cmROStringT bytes) { output += bytes; };
-    CaptureResult result = captureLogged(function, __LINE__, commandLine, options, workingDirectory, control, append);
+    return noteRun(commandLine, captureCommand(commandLine, options, workingDirectory, toolControl(), append), errorOutput);
+}
+
+std::int32_t VCStatusThread::noteRun(cmROStringT commandLine, CaptureResult result, cmStringT& errorOutput)
+{
+    constexpr cmROStringT function = "VCStatusThread::runTool";
+    logProblems(function, __LINE__, result);
     toolError = result.failure.isEmpty() ? cmStringT(toolSentence(result.errorOutput)) : result.failure;
     errorOutput = std::move(result.errorOutput);
     const std::int32_t status = result.status == 0 && result.stopped ? statusStopRequested : result.status;

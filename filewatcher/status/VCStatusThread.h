@@ -38,6 +38,9 @@ public:
 protected:
     /// One pass over a path, which has no trailing separator unless it is a root. Returns 0, or the status that ended the pass.
     virtual std::int32_t processEntry(const WatchEntry& entry) = 0;
+    /// Called again and again while no path waits and the thread is not suspended: does a small part of what the thread has to do
+    /// besides its passes, 20 ms or so. Returns false when there is nothing to do: the thread then sleeps. Throws nothing.
+    virtual bool advanceIdleWork() { return false; }
 
     /// The beginning of a command line: the executable in double quotes. Empty when the editor named none; a pass then does
     /// nothing.
@@ -48,6 +51,14 @@ protected:
     /// statusOutputLimit; in the last case the thread has set `statusOutputTooLarge` and requested its own stop.
     std::int32_t runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory, cmStringT& output,
                          cmStringT& errorOutput);
+    /// For a run of the tool that is captured pass by pass: its control, and then what runTool does with the result. The latter
+    /// returns what runTool returns.
+    CaptureControl toolControl();
+    std::int32_t noteRun(cmROStringT commandLine, CaptureResult result, cmStringT& errorOutput);
+    /// What went wrong in the last run of the tool, in words; empty when nothing did.
+    const cmStringT& lastToolError() const { return toolError; }
+    /// Lets the present pass, if it ends with 0, tell the editor why the server gave no answer; empty for an answer.
+    void tellMissingAnswer(const cmStringT& reason) { missingAnswer = reason; }
     /// Returns statusPassFailed. The editor is told `reason`, unless the last run of the tool wrote an error.
     std::int32_t failPass(cmROStringT reason);
     /// Makes the loop notify the editor as soon as the queue is empty and it is not suspended. Call when a record has changed.
@@ -64,6 +75,7 @@ private:
     std::uint32_t intervalMs CM_GUARDED_BY(singletonLock) = 0;
     std::int32_t maxOutputSize CM_GUARDED_BY(singletonLock) = -1;
     bool statusOutputTooLarge CM_GUARDED_BY(singletonLock) = false;
-    cmStringT toolError;   ///< what went wrong in the last run of the tool, in words; used by this thread only
-    bool changed = false;  ///< records changed since the last notification; used by this thread only
+    cmStringT toolError;      ///< what went wrong in the last run of the tool, in words; used by this thread only
+    cmStringT missingAnswer;  ///< why the server gave no answer to the present pass; used by this thread only
+    bool changed = false;     ///< records changed since the last notification; used by this thread only
 };

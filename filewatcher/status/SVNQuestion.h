@@ -1,0 +1,44 @@
+#pragma once
+
+#include "common/CommandCapture.h"
+#include "filewatcher/status/FileWatcherThreadBase.h"
+
+#include <cstdint>
+#include <functional>
+
+/// One run of the client that asks the server. It ends early when the client has written no output for a time. For the thread
+/// that makes it.
+class SVNQuestion {
+public:
+    using TickClock = std::function<std::uint32_t()>;  ///< milliseconds; wraps around
+
+    /// `control` is completed with the limit of the silence; `clock` must outlive the object.
+    SVNQuestion(const WatchEntry& entry, std::uint32_t silenceMs, const TickClock& clock, CaptureControl control);
+
+    /// Starts the client; `finish` tells if that failed.
+    void start(const cmStringT& commandLine);
+    /// One pass of the capture, see CommandCapture::pass. Returns false after the last one.
+    bool advance() { return m_started && m_capture.pass(); }
+    CaptureResult finish() { return m_capture.finish(); }
+
+    const WatchEntry& entry() const { return m_entry; }
+    const cmStringT& commandLine() const { return m_commandLine; }
+    const cmStringT& output() const { return m_output; }
+    /// Whether the run was ended because of silence.
+    bool wasSilent() const { return m_silent; }
+    /// The same for a person.
+    cmStringT silenceReason() const;
+
+private:
+    CaptureControl withSilenceLimit(CaptureControl control);
+
+    const WatchEntry m_entry;
+    const std::uint32_t m_silenceMs;
+    const TickClock& m_clock;
+    cmStringT m_commandLine;
+    cmStringT m_output;
+    std::uint32_t m_lastOutputTick = 0;  ///< that of the start before the first output
+    bool m_started = false;
+    bool m_silent = false;
+    CommandCapture m_capture;
+};
