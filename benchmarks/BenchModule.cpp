@@ -24,8 +24,9 @@ BenchModule::BenchModule(const std::string& tool, std::int32_t type) : m_tool(cm
     observer.passBegan = [this](const cmStringT&) { m_begun = true; };
     observer.statusChanged = [this] { m_changed = true; };
     observer.passEnded = [this](const cmStringT&, std::int32_t status) {
-        m_ended = true;
-        m_status = status;
+        ++m_ended;
+        if (m_status == 0)
+            m_status = status;
     };
     m_editor.setObserver(observer);
     if (txDllInit() != 0)
@@ -48,18 +49,27 @@ std::int32_t BenchModule::call(cmROStringT name, const cmArray<CallArgument>& ar
 void BenchModule::addPath(const std::string& path)
 {
     forgetPass();
+    queue(path);
+}
+
+void BenchModule::queue(const std::string& path)
+{
     call("filewatcherAddPath", {cmStringT(cmROStringT(path)), m_type, 1});
 }
 
-void BenchModule::statusPass(const std::string& path)
+void BenchModule::statusPasses(const std::vector<std::string>& paths)
 {
-    addPath(path);
-    // When there are changes the module notifies the editor of them after the end of the pass.
-    const auto isComplete = [this] { return m_ended && (m_status != 0 || m_changed || m_editor.records().empty()); };
+    forgetPass();
+    for (const std::string& path : paths)
+        queue(path);
+    // When there are changes the module notifies the editor of them after the end of the last pass.
+    const auto isComplete = [&] {
+        return m_status != 0 || (m_ended == paths.size() && (m_changed || m_editor.records().empty()));
+    };
     if (!m_editor.runUntil(isComplete, passLimitMs))
-        throw BenchError("no status pass over " + path);
+        throw BenchError("no status pass over " + paths.back());
     if (m_status != 0)
-        throw BenchError("a status pass over " + path + " ended with " + std::to_string(m_status));
+        throw BenchError("a status pass ended with " + std::to_string(m_status));
 }
 
 void BenchModule::waitFor(const std::function<bool()>& done, const char* what)
@@ -84,7 +94,8 @@ std::size_t BenchModule::takeMarkedFiles()
 
 void BenchModule::forgetPass()
 {
-    m_begun = m_ended = m_changed = false;
+    m_begun = m_changed = false;
+    m_ended = 0;
     m_status = 0;
 }
 

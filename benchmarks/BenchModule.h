@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 /// An editor that has initialised the module, with settings for one tool. The destructor stops the module's threads. For the
 /// thread that creates it.
@@ -28,7 +29,9 @@ public:
     /// Queues a status pass over `path`.
     void addPath(const std::string& path);
     /// Runs a status pass and waits until the editor is notified of its changes. Throws BenchError when the pass fails.
-    void statusPass(const std::string& path);
+    void statusPass(const std::string& path) { statusPasses({path}); }
+    /// The same for several paths, which are queued at once.
+    void statusPasses(const std::vector<std::string>& paths);
     /// Runs the editor's event loop until `done`, which is checked every millisecond, returns true. Throws BenchError after 20 s;
     /// its message names `what`.
     void waitFor(const std::function<bool()>& done, const char* what);
@@ -39,15 +42,16 @@ public:
     std::size_t takeMarkedFiles();
 
 private:
+    void queue(const std::string& path);
     void forgetPass();
 
     cmStringT m_tool;
     std::int32_t m_type;
     Editor m_editor;
     bool m_begun = false;
-    bool m_ended = false;
+    std::size_t m_ended = 0;  ///< passes that ended since the last were queued
     bool m_changed = false;
-    std::int32_t m_status = 0;
+    std::int32_t m_status = 0;  ///< of the pass that ended last; of one that failed, if there was one
 };
 
 /// The path of a program. Throws BenchError when it is not in PATH.

@@ -63,6 +63,10 @@ Row measureStatusPass(const std::optional<std::string>& repository);
 Row measureSvnPass();
 /// What each further file costs in a Subversion pass, see makeGrowthRow.
 Row measureSvnGrowth();
+/// Adding the 10,000th path to a queue against adding the 100th.
+Row measureQueue();
+/// A status pass over each of 50 small Git repositories against a shell loop over the same commands.
+Row measureManyRepositories();
 /// Capturing the output of a command against a pipe in a shell.
 Row measureCapture();
 /// The processor time of waiting for a silent child, against the elapsed time.

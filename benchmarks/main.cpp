@@ -100,12 +100,14 @@ struct Measurement {
 int runAll(bool json, const std::string& only, const std::optional<std::string>& repository)
 {
     const auto one = [](Row (*measure)()) { return [measure] { return std::vector<Row>{measure()}; }; };
-    const std::array<Measurement, 12> measurements{{
+    const std::array<Measurement, 14> measurements{{
         {"git browser",
          [&repository] { return measureBrowser(repository); }},  // first, because it measures the memory of this process
         {"git graph", &measureBrowserGraph},
         {"git picture", [&repository] { return measurePicture(repository); }},
         {"status pass", [&repository] { return std::vector<Row>{measureStatusPass(repository)}; }},
+        {"queue", one(&measureQueue)},
+        {"many repositories", one(&measureManyRepositories)},
         {"svn status pass", one(&measureSvnPass)},
         {"svn growth", one(&measureSvnGrowth)},
         {"reload dates", one(&measureReload)},
