@@ -142,6 +142,11 @@ cmArray<std::pair<cmStringT, TXVCRECORD>> Editor::records() const
     return m_parts->records.all();
 }
 
+cmArray<std::pair<cmStringT, TXVCRECORD>> Editor::takeChangedRecords()
+{
+    return m_parts->records.takeChanged();
+}
+
 void Editor::clearRecords(std::int32_t tool)
 {
     m_parts->records.clear(tool);

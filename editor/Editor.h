@@ -115,7 +115,10 @@ public:
     std::optional<TXVCRECORD> record(cmROStringT path) const;
     /// Any thread. Copies of all records, ordered by path.
     cmArray<std::pair<cmStringT, TXVCRECORD>> records() const;
-    /// Any thread. Removes the records that `tool` wrote and those without a tool.
+    /// Any thread. Copies of the records whose status, local or repository, has changed since the last call, in no order. A
+    /// record that was removed is not among them.
+    cmArray<std::pair<cmStringT, TXVCRECORD>> takeChangedRecords();
+    /// Any thread. Removes the records that `tool` wrote; with 0 those without a tool.
     void clearRecords(std::int32_t tool);
     /// The rows of the browser tree from the top; valid until the module changes it.
     const std::deque<TreeRow>& tree() const;

@@ -19,8 +19,11 @@ public:
     /// A copy of the record; nothing when there is none.
     std::optional<TXVCRECORD> find(cmROStringT path) const;
     void write(cmROStringT path, const TXVCRECORD& record);
-    /// Removes the records that `tool` wrote and those without a tool.
+    /// Removes the records that `tool` wrote; with 0 those without a tool.
     void clear(std::int32_t tool);
+    /// Copies of the records whose status, local or repository, has changed since the last call, in no order. A record that was
+    /// removed is not among them.
+    cmArray<std::pair<cmStringT, TXVCRECORD>> takeChanged();
     /// Copies of all records, ordered by path.
     cmArray<std::pair<cmStringT, TXVCRECORD>> all() const;
 
@@ -33,6 +36,13 @@ private:
         bool operator()(cmROStringT a, cmROStringT b) const;
     };
 
+    struct Entry {
+        TXVCRECORD record;
+        bool isInChanged = false;  ///< whether m_changed holds it
+    };
+    using Entries = std::unordered_map<cmStringT, Entry, SamePath, SamePath>;
+
     mutable cmMutex m_lock;
-    std::unordered_map<cmStringT, TXVCRECORD, SamePath, SamePath> m_records CM_GUARDED_BY(m_lock);
+    Entries m_records CM_GUARDED_BY(m_lock);
+    cmArray<Entries::pointer> m_changed CM_GUARDED_BY(m_lock);
 };

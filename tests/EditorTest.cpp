@@ -64,11 +64,18 @@ TEST(VCRecordsTest, AreSharedByWindowsPathsWhateverTheirCaseAndClearedByTool)
     EXPECT_EQ(records.all().front().first, "c:\\work\\A.c");
     for (const auto& [path, tool] : {std::pair("b", 4), {"c", 8}}) {
         record.tool = tool;
+        record.localStatus = path;
         records.write(path, record);
     }
-    records.clear(4);  // and those without a tool
+    records.clear(4);
+    records.clear(0);
     ASSERT_EQ(records.all().size(), 1u);
     EXPECT_EQ(records.all().front().first, "c");
+    for (const auto& [status, changes] : {std::pair("mod", 1u), {"mod", 0u}, {"", 1u}}) {
+        record.localStatus = status;
+        records.write("C", record);
+        EXPECT_EQ(records.takeChanged().size(), changes) << status;
+    }
 }
 
 TEST_F(EditorTest, ReadsWellFormedXmlOnly)

@@ -121,7 +121,7 @@ TEST_F(GitStatusTest, FailsRatherThanCallABrokenRepositoryClean)
     expectFailure("fatal: not a git repository: ");
     EXPECT_EQ(editor.record(text(top))->state, txVCStateOutsideRepository);
 
-    editor.clearRecords(gitType);
+    editor.clearRecords(0);
     call("filewatcherStop", {gitType});
     setTool(text(folder / "no-git"));
     expectFailure("", -102646);
