@@ -67,13 +67,16 @@ TEST_F(RegistryTest, KeepsAQueueOfDistinctPathsWithTheEditorsContext)
     call("filewatcherAddPath", {"/p", perforceType, 0});
     call("filewatcherRemovePath", {"/b", 8});
     call("filewatcherRemovePath", {"/not there", 8});
+    addPath("/b");
+    EXPECT_EQ(GitStatusThread::instance(false)->findPath("/c"), 2);
 
     WatchEntry entry;
     ASSERT_TRUE(GitStatusThread::instance(false)->takeFirstPath(entry));
     EXPECT_EQ(entry.path, "/a");
     EXPECT_EQ(entry.context, "context");
     EXPECT_TRUE(entry.pathFlag && entry.contextFlag);
-    EXPECT_EQ(takeQueue<GitStatusThread>(), (Texts{"/A", "/c"}));
+    addPath("/a");
+    EXPECT_EQ(takeQueue<GitStatusThread>(), (Texts{"/A", "/c", "/b", "/a"}));
     ASSERT_TRUE(PerforceStatusThread::instance(false)->takeFirstPath(entry));
     EXPECT_EQ(entry.context, "");
     EXPECT_FALSE(entry.pathFlag || entry.contextFlag);

@@ -68,12 +68,14 @@ TEST(Txhost, ShowsTheStatusOfEachDirectoryByItsTool)
 {
     const TempFolder folder;
     const fs::path top = folder / "it's a repo";
-    makeRepository(top, {"a b.txt"});
+    makeRepository(top, {"a b.txt", "sub/c"});
     writeFile(top / "a b.txt", "22");
+    writeFile(top / "sub/c", "22");
     const Json outside{{"path", text(folder.path())}, {"tool", "git"}, {"outside", true}};
     const Json none = Json::array();
-    EXPECT_EQ(json({"status", text(top), text(folder.path())}),
-              (std::vector<Json>{outside, fileStatus(top / "a b.txt", "git", {"mod"}, none)}));
+    const Json first = fileStatus(top / "a b.txt", "git", {"mod"}, none);
+    EXPECT_EQ(json({"status", text(top), text(folder.path()), text(top / "sub")}),
+              (std::vector<Json>{first, fileStatus(top / "sub" / "c", "git", {"mod"}, none), outside}));
 
     const std::string below = text(folder / "wc" / "deep" / "below");
     const std::string svn = helperAs(folder, "tool-svn");
@@ -83,8 +85,12 @@ TEST(Txhost, ShowsTheStatusOfEachDirectoryByItsTool)
                                       + "'><wc-status item='modified'/></entry><entry path='" + text(folder / "b")
                                       + "'><repos-status item='modified'/></entry></target></status>");
     const Json modified = fileStatus(folder / "a", "svn", {"mod"}, none);
-    EXPECT_EQ(json({"status", "--updates", "--svn", svn, below}),
-              (std::vector<Json>{modified, fileStatus(folder / "b", "svn", none, {"mod"})}));
+    const Json outdated = fileStatus(folder / "b", "svn", none, {"mod"});
+    EXPECT_EQ(json({"status", "--updates", "--svn", svn, below}), (std::vector<Json>{modified, outdated}));
+    writeFile(folder / "server.err", "svn: E170013: no server\n");
+    const Json unanswered{{"path", below}, {"tool", "svn"}, {"status", 0}, {"meaning", "svn: E170013: no server"}};
+    EXPECT_EQ(json({"status", "--updates", "--svn", svn, below}, 1), (std::vector<Json>{unanswered, modified, outdated}));
+    expectFailure({"status", "--updates", "--svn", svn, below}, 1, below + ": svn: svn: E170013: no server\n");
     writeFile(folder / "wc" / "deep" / ".git", "gitdir: elsewhere\n");
     EXPECT_EQ(json({"status", "--tool", "svn", "--svn", svn, below}), std::vector<Json>{modified});
     const std::string missing = text(folder / "missing");
@@ -166,12 +172,15 @@ TEST(Txhost, WatchesForChanges)
 {
     const TempFolder folder;
     const fs::path top = folder / "repo";
+    const fs::path other = folder / "other";
     makeRepository(top, {"a"});
+    makeRepository(other, {"b"});
     writeFile(top / "a", "22");
+    writeFile(other / "b", "22");
     writeFile(folder / "file", "x");
     const Json date = json({"reload", text(folder / "file")}).at(0);
     EXPECT_TRUE(date["time"] > 130'000'000'000'000'000 && date["readOnly"] == false) << date;
-    WatchProcess watch({text(top), text(folder / "file")});
+    WatchProcess watch({text(top), text(other), text(folder / "file")});
     WatchProcess flooded({"--git", helperAs(folder, "tool-floods"), text(top), text(folder / "file")});
     EXPECT_TRUE(flooded.shows("-6657")) << flooded.output();
     EXPECT_TRUE(watch.shows("modified")) << watch.output();
@@ -181,15 +190,35 @@ TEST(Txhost, WatchesForChanges)
     };
     overwriteIndex(std::string(index.size(), '\0'));
     EXPECT_TRUE(watch.shows("fatal: index file corrupt")) << watch.output();
+    git(other, {"checkout", "--quiet", "b"});
+    EXPECT_TRUE(watch.shows("clean")) << watch.output();
     writeFile(folder / "file", "y");
     EXPECT_TRUE(watch.shows("changed") && flooded.shows("changed")) << watch.output();
     fs::remove(folder / "file");
     EXPECT_TRUE(watch.shows("removed") && flooded.shows("removed")) << watch.output();
     overwriteIndex(index);
     git(top, {"checkout", "--quiet", "a"});
-    EXPECT_TRUE(watch.shows("clean")) << watch.output();
+    EXPECT_TRUE(watch.shows("\"clean\",\"path\":" + Json(text(top / "a")).dump())) << watch.output();
     watch.terminate();
-    EXPECT_EQ(jsonLines(watch.output()).size(), 5u) << watch.output();
+    EXPECT_EQ(jsonLines(watch.output()).size(), 7u) << watch.output();
+}
+
+TEST(Txhost, AToolThatHangsHoldsUpItsOwnDirectoriesAlone)
+{
+    const TempFolder folder;
+    const fs::path top = folder / "repo";
+    makeRepository(top, {"a"});
+    writeFile(top / "a", "22");
+    for (const char* name : {"w1", "w2"})
+        fs::create_directories(folder / name / ".svn");
+    const Texts names{"--svn", helperAs(folder, "hang"), text(folder / "w1"), text(top), text(folder / "w2")};
+    WatchProcess watch(names);
+    WatchProcess status(names, "status");
+    const std::string awaited = "waiting for svn in " + text(folder / "w1") + " and 1 more directory behind it";
+    for (WatchProcess* process : {&watch, &status})
+        EXPECT_TRUE(process->shows("mod") && process->shows(awaited)) << process->output() << process->errors();
+    git(top, {"checkout", "--quiet", "a"});
+    EXPECT_TRUE(watch.shows("clean")) << watch.output();
 }
 
 TEST(Txhost, ShowsBranchesAndTheHistoryWithItsGraph)

@@ -20,6 +20,12 @@ TEST(Txhost, EndsItsWatchOnCtrlCAndFailsWhenItsOutputCannotBeWritten)
     kill(static_cast<pid_t>(watch.id()), SIGINT);
     EXPECT_TRUE(watch.ends());
     EXPECT_EQ(std::count(watch.output().begin(), watch.output().end(), '\n'), 1);
+
+    const std::string tool = helperAs(folder, "hang");
+    WatchProcess status({"--git", tool, text(folder / "repo")}, "status");
+    EXPECT_TRUE(eventually([&] { return processesOf(tool) == 1; }));
+    kill(static_cast<pid_t>(status.id()), SIGINT);
+    EXPECT_TRUE(status.shows("txhost: interrupted: no answer from git in " + text(folder / "repo") + "\n")) << status.errors();
 }
 
 TEST(Txhost, EndsTheToolsThatItWaitsForOnCtrlC)

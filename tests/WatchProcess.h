@@ -4,26 +4,27 @@
 #include "common/CommandQuoting.h"
 #include "tests/TestSupport.h"
 
-/// A running `txhost watch --json` and its output. The destructor ends it.
+/// A running `txhost watch --json`, or another command of txhost, and what it writes. The destructor ends it.
 class WatchProcess {
 public:
-    explicit WatchProcess(const Texts& names)
+    explicit WatchProcess(const Texts& names, const std::string& command = "watch --json --interval 1")
     {
         SpawnStreams streams;
         streams.output = &m_output;
-        std::string command = "\"" + builtProgram("txhost") + "\" watch --json --interval 1";
+        streams.error = &m_error;
+        std::string line = "\"" + builtProgram("txhost") + "\" " + command;
         for (const std::string& name : names)
-            command += std::string(" ") + quoteArgument(name).c_str();
-        spawnProcess(m_process, command, 0, {}, "", streams, nullptr, false);
+            line += std::string(" ") + quoteArgument(name).c_str();
+        spawnProcess(m_process, line, 0, {}, "", streams, nullptr, false);
     }
     ~WatchProcess() { terminate(); }
     WatchProcess(const WatchProcess&) = delete;
     WatchProcess& operator=(const WatchProcess&) = delete;
 
-    /// Waits until the output contains `wanted`; returns false when it never does.
+    /// Waits until the output or the errors contain `wanted`; returns false when they never do.
     bool shows(const std::string& wanted)
     {
-        return eventually([&] { return output().find(wanted) != std::string::npos; });
+        return eventually([&] { return (output() + errors()).find(wanted) != std::string::npos; });
     }
     /// Waits for the end of the process; returns false when it does not end.
     bool ends()
@@ -32,16 +33,21 @@ public:
     }
     void terminate() { m_process.terminate(), ends(); }
     std::uint32_t id() const { return m_process.getProcessId(); }
-    const std::string& output()
-    {
-        char buffer[1000];
-        while (m_output.dataAvailable())
-            m_shown.append(buffer, static_cast<std::size_t>(m_output.read(buffer, sizeof buffer)));
-        return m_shown;
-    }
+    const std::string& output() { return readOn(m_output, m_shown); }
+    const std::string& errors() { return readOn(m_error, m_told); }
 
 private:
+    static const std::string& readOn(ChildPipe& pipe, std::string& text)
+    {
+        char buffer[1000];
+        while (pipe.dataAvailable())
+            text.append(buffer, static_cast<std::size_t>(pipe.read(buffer, sizeof buffer)));
+        return text;
+    }
+
     ChildPipe m_output;
+    ChildPipe m_error;
     ChildProcess m_process;
     std::string m_shown;
+    std::string m_told;
 };

@@ -82,10 +82,10 @@ bool console::isOutputComplete()
     return false;
 }
 
-void console::printInterrupted()
+void console::printInterrupted(cmROStringT missing)
 {
     if (!isReaderGone())
-        printError("interrupted");
+        printError(cmStringT(cmCat("interrupted") + (missing.empty() ? "" : ": ") + missing));
 }
 
 void console::printError(cmROStringT line)

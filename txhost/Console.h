@@ -19,8 +19,8 @@ void releaseInterrupts();
 bool wasInterrupted();
 /// Whether the interrupt came from a standard output that nobody reads any more.
 bool isReaderGone();
-/// Prints "interrupted" on standard error, unless isReaderGone().
-void printInterrupted();
+/// Prints "interrupted" on standard error and, unless it is empty, what is missing for that; nothing when isReaderGone().
+void printInterrupted(cmROStringT missing = {});
 /// Whether standard output is a terminal.
 bool isTerminal();
 /// Whether standard error is a terminal.

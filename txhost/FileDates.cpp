@@ -52,7 +52,7 @@ FileDates askFileDates(Host& host, const cmArray<cmStringT>& paths, std::int32_t
         dates.known[cmROStringT(path)] = {entry.at(0).get<cmUTCTime>(), entry.at(1) != 0};
     const Json slowFiles = filledTable(host, slow);
     for (const auto& [path, one] : slowFiles.items())
-        dates.slow.emplace_back(cmROStringT(path));
+        dates.slow.emplace(cmROStringT(path));
     return dates;
 }
 

@@ -6,6 +6,7 @@
 #include "txhost/Host.h"
 
 #include <cstdint>
+#include <set>
 
 /// A file's date as the module reports it.
 struct FileDate {
@@ -17,7 +18,7 @@ struct FileDate {
 /// The answer of one reload check. A path that is in neither list was not answered within the budget.
 struct FileDates {
     cmSortedDictionary<cmStringT, FileDate> known;
-    cmArray<cmStringT> slow;  ///< files whose dates take too long to read; the module does not check them again
+    std::set<cmStringT> slow;  ///< files whose dates take too long to read; the module does not check them again
 };
 
 /// Asks the module for the dates of files (absolute paths) and waits at most `budgetMs` milliseconds for them. Throws HostError

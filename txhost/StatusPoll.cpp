@@ -1,96 +1,48 @@
 #include "txhost/StatusPoll.h"
 
 #include "common/CommandRunner.h"
-#include "common/cmFile.h"
-#include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
-#include "common/cmSystemPath.h"
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <map>
 #include <string>
+#include <utility>
 
 namespace {
 
-cmArray<cmStringT> tokens(cmROStringT list)
+/// How long a tool may be silent before it is named.
+constexpr std::chrono::milliseconds silenceBeforeNamed{2000};
+
+/// Queues a pass. Returns 0, or why the module refuses.
+std::int32_t addPath(Host& host, const WatchedDirectory& directory)
 {
-    cmArray<cmStringT> found;
-    while (!list.empty()) {
-        const std::size_t end = std::min(list.find('|'), list.size());
-        found.push_back(list.substr(0, end));
-        list.remove_prefix(std::min(end + 1, list.size()));
-    }
-    return found;
+    const std::int32_t result = host.call("filewatcherAddPath", {directory.path, directory.tool.number, 1});
+    if (host.editor().setting(directory.tool.showFileStatusSetting) == 0)
+        return statusOutputLimit;  // the module has switched the tool off, and adds no path of it any more
+    return result == -1 ? 0 : result;
 }
 
-void collectRecords(const Editor& editor, bool updates, StatusRound& round)
+/// How long to wait for `time`, in milliseconds; -1 when it never comes.
+std::int32_t millisecondsUntil(StatusPoll::Clock::time_point time)
 {
-    for (const auto& [path, record] : editor.records()) {
-        if (record.state == txVCStateOutsideRepository && !round.failed.contains(path))
-            round.outside.push_back(path);
-        FileStatus file{toolNumbered(record.tool).name, tokens(record.localStatus), {}};
-        if (updates)
-            file.repository = tokens(record.repositoryStatus);
-        if (!file.local.empty() || !file.repository.empty())
-            round.files[path] = file;
-    }
+    if (time == StatusPoll::Clock::time_point::max())
+        return -1;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(time - StatusPoll::Clock::now());
+    return static_cast<std::int32_t>(std::max<std::chrono::milliseconds::rep>(left.count(), 0));
 }
 
-/// Asks for a pass over each directory. A directory that the module refuses fails at once and is no longer waited for.
-void addPaths(Host& host, const cmArray<WatchedDirectory>& directories, std::map<cmStringT, Tool>& waiting, StatusRound& round)
+/// "svn in /wc and 3 more directories behind it"
+cmStringT awaitedText(const char* tool, cmROStringT directory, std::size_t behind)
 {
-    for (const WatchedDirectory& directory : directories) {
-        std::int32_t result = host.call("filewatcherAddPath", {directory.path, directory.tool.number, 1});
-        if (host.editor().setting(directory.tool.showFileStatusSetting) == 0)
-            result = statusOutputLimit;  // the module has switched the tool off, and adds no path of it any more
-        if (result == 0 || result == -1)
-            continue;
-        waiting.erase(directory.path);
-        round.failed[directory.path] = {directory.tool.name, result};
-    }
+    cmStringT text = cmCat(tool) + " in " + directory;
+    if (behind > 0)
+        text += cmStringT(cmCat(" and ") + std::to_string(behind) + (behind == 1 ? " more directory" : " more directories")
+                          + " behind it");
+    return text;
 }
 
 }  // namespace
-
-cmArray<WatchedDirectory> watchedDirectories(const std::vector<std::string>& named, const std::string& tool)
-{
-    const Tool* chosen = toolNamed(tool);
-    cmArray<WatchedDirectory> directories;
-    for (const std::string& name : named) {
-        if (name.empty())
-            throw UsageError("an empty name is no directory");
-        std::error_code error;
-        const std::filesystem::path absolute = std::filesystem::absolute(cmSystemPath(name), error).lexically_normal();
-        const bool exists = !error && std::filesystem::exists(absolute, error);
-        if (error)
-            throw HostError(name + ": " + error.message());
-        if (!exists)
-            throw HostError("no such directory: " + name);
-        const cmStringT text = cmPathText(absolute);
-        if (!cmIsDirectory(text))
-            throw HostError("not a directory: " + name);
-        const cmStringT path(cmWithoutTrailingSeparator(text));
-        if (std::none_of(directories.begin(), directories.end(), [&](const WatchedDirectory& one) { return one.path == path; }))
-            directories.push_back({path, chosen ? *chosen : findTool(path)});
-    }
-    return directories;
-}
-
-void requireTools(const Host& host, const cmArray<WatchedDirectory>& directories)
-{
-    for (const WatchedDirectory& directory : directories)
-        host.requireTool(directory.tool);
-}
-
-bool StatusRound::isSwitchedOff(std::size_t directories) const
-{
-    return failed.size() == directories && std::all_of(failed.begin(), failed.end(), [](const auto& failure) {
-               return failure.second.status == statusOutputLimit;
-           });
-}
 
 void printFailure(const cmStringT& directory, const FailedPass& failure, bool json)
 {
@@ -100,46 +52,180 @@ void printFailure(const cmStringT& directory, const FailedPass& failure, bool js
                                      {"tool", jsonString(failure.tool)},
                                      {"status", failure.status},
                                      {"meaning", jsonString(meaning)}}));
-    console::printError(
-        cmStringT(cmCat(directory) + ": " + failure.tool + ": " + std::to_string(failure.status) + ", " + meaning));
+    const std::string status = failure.status == 0 ? "" : std::to_string(failure.status) + ", ";
+    console::printError(cmStringT(cmCat(directory) + ": " + failure.tool + ": " + status + meaning));
 }
 
-StatusRound pollStatus(Host& host, const cmArray<WatchedDirectory>& directories)
+StatusPoll::StatusPoll(Host& host, cmArray<WatchedDirectory> directories, StatusListener listener)
+    : m_host(host), m_directories(std::move(directories)), m_listener(std::move(listener))
 {
-    Editor& editor = host.editor();
-    StatusRound round;
-    std::map<cmStringT, Tool> waiting;
-    for (const WatchedDirectory& directory : directories)
-        waiting.emplace(directory.path, directory.tool);
+    for (const WatchedDirectory& directory : m_directories) {
+        const Tool& tool = toolNumbered(directory.tool.number);
+        m_rounds.try_emplace(tool.number, tool).first->second.directories.push_back(&directory);
+        m_byPath[directory.path] = &directory;
+    }
     EditorObserver observer;
-    std::map<cmStringT, cmStringT> reasons;  // of the passes that failed
-    observer.passFailed = [&](const cmStringT& path, const cmStringT& reason) { reasons[path] = reason; };
-    observer.passEnded = [&](const cmStringT& path, std::int32_t status) {
-        const auto ended = waiting.find(path);
-        if (ended == waiting.end())
-            return;
-        const Tool tool = ended->second;
-        waiting.erase(ended);
-        if (status != 0)
-            round.failed[path] = {tool.name, status, reasons[path]};
-        if (status != statusOutputLimit)
-            return;
-        std::erase_if(waiting,
-                      [&](const auto& other) {  // the tool's thread has ended for good, so its other directories fail as well
-                          if (other.second.number == tool.number)
-                              round.failed[other.first] = {tool.name, status};
-                          return other.second.number == tool.number;
-                      });
+    observer.passBegan = [this](const cmStringT& path) { beginPass(path); };
+    observer.passFailed = [this](const cmStringT& path, const cmStringT& reason) { m_reasons[path] = reason; };
+    observer.passEnded = [this](const cmStringT& path, std::int32_t status) {
+        const auto directory = m_byPath.find(path);
+        if (directory != m_byPath.end() && !console::wasInterrupted())
+            endPass(*directory->second, status);
     };
-    editor.setObserver(observer);
-    // For these two tools the module only adds to a file's status, so the records of the previous round are removed.
-    editor.clearRecords(gitTool.number);
-    editor.clearRecords(p4Tool.number);
-    addPaths(host, directories, waiting, round);
-    editor.runUntil([&] { return waiting.empty() || console::wasInterrupted(); }, -1);
-    // Ctrl-C may have ended the tool as well; its answer is incomplete then.
-    round.finished = waiting.empty() && !console::wasInterrupted();
-    editor.setObserver({});
-    collectRecords(editor, host.options().updates, round);
-    return round;
+    host.editor().setObserver(observer);
+}
+
+StatusPoll::~StatusPoll()
+{
+    m_host.editor().setObserver({});
+}
+
+cmArray<const Tool*> StatusPoll::tools() const
+{
+    cmArray<const Tool*> found;
+    for (const auto& [number, round] : m_rounds)
+        found.push_back(&round.tool);
+    return found;
+}
+
+void StatusPoll::start(const Tool& tool)
+{
+    Round& round = m_rounds.at(tool.number);
+    if (round.files.areAddedToOnly())
+        m_host.editor().clearRecords(tool.number);
+    if (tool.number == gitTool.number)
+        m_host.editor().clearRecords(0);  // those of directories outside
+    round.files.beginRound();
+    round.current = round.directories.front()->path;
+    expectSign(round);
+    cmArray<std::pair<const WatchedDirectory*, std::int32_t>> refused;
+    for (const WatchedDirectory* directory : round.directories) {
+        round.waiting.insert(directory->path);
+        if (const std::int32_t status = addPath(m_host, *directory); status != 0)
+            refused.emplace_back(directory, status);
+    }
+    for (const auto& [directory, status] : refused)
+        endPass(*directory, status);
+}
+
+bool StatusPoll::runUntil(const std::function<bool()>& done, Clock::time_point deadline)
+{
+    for (;;) {
+        if (m_host.editor().runUntil(done, millisecondsUntil(std::min(deadline, nextTelling()))))
+            return true;
+        tellWaiting();
+        if (Clock::now() >= deadline)
+            return false;
+    }
+}
+
+bool StatusPoll::isWaiting() const
+{
+    return std::any_of(m_rounds.begin(), m_rounds.end(), [](const auto& round) { return !round.second.waiting.empty(); });
+}
+
+cmStringT StatusPoll::awaited() const
+{
+    cmStringT all("");
+    for (const auto& [number, round] : m_rounds) {
+        if (round.waiting.empty())
+            continue;
+        all += all.isEmpty() ? "" : "; ";
+        all += awaitedText(round.tool.name, round.current, round.waiting.size() - 1);
+    }
+    return all;
+}
+
+FileStatuses StatusPoll::takeUnreported()
+{
+    collectChanges();
+    FileStatuses files;
+    for (auto& [number, round] : m_rounds)
+        files.merge(round.files.takeOthers());
+    return files;
+}
+
+void StatusPoll::expectSign(Round& round)
+{
+    round.tellAt = Clock::now() + silenceBeforeNamed;
+}
+
+void StatusPoll::beginPass(const cmStringT& path)
+{
+    const auto directory = m_byPath.find(path);
+    if (directory != m_byPath.end())
+        roundOf(*directory->second).current = path;
+}
+
+void StatusPoll::endPass(const WatchedDirectory& directory, std::int32_t status)
+{
+    Round& round = roundOf(directory);
+    if (round.waiting.erase(directory.path) == 0)
+        return;
+    expectSign(round);
+    collectChanges();
+    reportPass(directory, status);
+    if (status == statusOutputLimit) {  // the tool's thread has ended for good, so its other directories fail as well
+        for (const cmStringT& other : std::exchange(round.waiting, {}))
+            reportPass(*m_byPath.at(other), status);
+    }
+    if (round.waiting.empty())
+        endRound(round);
+}
+
+void StatusPoll::reportPass(const WatchedDirectory& directory, std::int32_t status)
+{
+    Round& round = roundOf(directory);
+    PassAnswer answer{directory, false, {}, round.files.takeBelow(directory.path)};
+    const auto reason = m_reasons.extract(directory.path);
+    if (status != 0 || (reason && m_host.options().updates))
+        answer.failure = {round.tool.name, status, reason ? reason.mapped() : cmStringT()};
+    if (status == 0) {
+        const std::optional<TXVCRECORD> record = m_host.editor().record(directory.path);
+        answer.isOutside = record && record->state == txVCStateOutsideRepository;
+    }
+    round.files.endPass(directory.path, status != 0);
+    m_listener.passEnded(answer);
+}
+
+void StatusPoll::endRound(Round& round)
+{
+    round.tellAt.reset();
+    if (!std::exchange(round.isNamed, false))
+        round.told.clear();
+    FileStatuses files = round.files.takeOthers();
+    files.merge(round.files.takeGone());
+    m_listener.roundEnded(round.tool, files);
+}
+
+/// Sorts what the module has written by tool.
+void StatusPoll::collectChanges()
+{
+    for (const auto& [path, record] : m_host.editor().takeChangedRecords()) {
+        const auto round = m_rounds.find(toolNumbered(record.tool).number);
+        if (round != m_rounds.end())
+            round->second.files.change(path, record, m_host.options().updates);
+    }
+}
+
+StatusPoll::Clock::time_point StatusPoll::nextTelling() const
+{
+    Clock::time_point next = Clock::time_point::max();
+    for (const auto& [number, round] : m_rounds)
+        next = std::min(next, round.tellAt.value_or(next));
+    return next;
+}
+
+void StatusPoll::tellWaiting()
+{
+    for (auto& [number, round] : m_rounds) {
+        if (!round.tellAt || *round.tellAt > Clock::now())
+            continue;
+        round.tellAt.reset();
+        const cmStringT text = awaitedText(round.tool.name, round.current, round.waiting.size() - 1);
+        if (text != round.told)
+            console::printError(cmStringT(cmCat("waiting for ") + text));
+        round.told = text;
+        round.isNamed = true;
+    }
 }

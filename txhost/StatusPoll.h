@@ -2,52 +2,98 @@
 
 #include "common/cmArray.h"
 #include "common/cmDictionary.h"
-#include "txhost/Host.h"
+#include "txhost/ToolFiles.h"
+#include "txhost/WatchedDirectories.h"
 
-#include <string>
-#include <vector>
-
-/// A directory to report the status of, and the tool that it belongs to.
-struct WatchedDirectory {
-    cmStringT path;
-    Tool tool = gitTool;
-};
-
-/// The status of a file as the module reported it.
-struct FileStatus {
-    cmROStringT tool;               ///< the tool's name
-    cmArray<cmStringT> local;       ///< tokens of the local status
-    cmArray<cmStringT> repository;  ///< tokens of the repository status; always empty without --updates
-    bool operator==(const FileStatus&) const = default;
-};
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <set>
 
 /// A status pass that failed, or another failure of a tool in a directory.
 struct FailedPass {
     cmROStringT tool;
-    std::int32_t status = 0;
-    cmStringT reason = {};  ///< what the tool or the system said; null: the meaning of `status` is shown instead
+    std::int32_t status = 0;  ///< 0: the local status is right, but the server gave no answer
+    cmStringT reason = {};    ///< what the tool or the system said; null: the meaning of `status` is shown instead
     bool operator==(const FailedPass&) const = default;
 };
-
-/// The result of one status pass over each directory.
-struct StatusRound {
-    bool finished = false;                             ///< false when Ctrl-C interrupted the round
-    cmSortedDictionary<cmStringT, FileStatus> files;   ///< by absolute path
-    cmArray<cmStringT> outside;                        ///< watched directories that are in no repository
-    cmSortedDictionary<cmStringT, FailedPass> failed;  ///< by directory
-
-    /// Whether the passes over all `directories` failed because their tool wrote too much, which ends its thread for good.
-    bool isSwitchedOff(std::size_t directories) const;
-};
-
-/// The directories as the editor would name them: absolute, without ".", ".." and trailing separators, each once. Their tool is
-/// `tool`, or detected when that is empty. Throws HostError for a name that does not exist or is no directory.
-cmArray<WatchedDirectory> watchedDirectories(const std::vector<std::string>& named, const std::string& tool);
-/// Throws HostError when there is no program for the tool of one of the directories.
-void requireTools(const Host& host, const cmArray<WatchedDirectory>& directories);
 
 /// Prints a failure: as text on standard error and, with `json`, also as an object on standard output.
 void printFailure(const cmStringT& directory, const FailedPass& failure, bool json);
 
-/// Asks the module for one status pass over each directory and waits until all have ended, or for Ctrl-C.
-StatusRound pollStatus(Host& host, const cmArray<WatchedDirectory>& directories);
+/// What the pass over a directory has answered.
+struct PassAnswer {
+    const WatchedDirectory& directory;
+    bool isOutside;                     ///< it is in no repository
+    std::optional<FailedPass> failure;  ///< why the answer is not complete, if it is not
+    FileStatuses files;                 ///< the files in it whose status has changed since they were last reported
+};
+
+/// Functions that a StatusPoll calls, on the editor's thread.
+struct StatusListener {
+    std::function<void(const PassAnswer&)> passEnded;
+    /// All passes of a round have ended. `files` are what PassAnswer::files did not report: files outside of the watched
+    /// directories, and those that have no status any more.
+    std::function<void(const Tool&, const FileStatuses& files)> roundEnded;
+};
+
+/// Asks the module for the status of directories. Each tool has rounds of its own, of one pass over each of its directories, so
+/// that a tool which hangs holds up no other. The first round reports every file that has a status, later ones report changes.
+/// For the editor's thread; there may be one at a time.
+class StatusPoll {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    StatusPoll(Host& host, cmArray<WatchedDirectory> directories, StatusListener listener);
+    ~StatusPoll();
+    StatusPoll(const StatusPoll&) = delete;
+    StatusPoll& operator=(const StatusPoll&) = delete;
+
+    /// The tools of the directories.
+    cmArray<const Tool*> tools() const;
+    /// Begins a round of a tool, whose last round must have ended. When the module refuses all of its directories, the round ends
+    /// at once.
+    void start(const Tool& tool);
+    /// Runs the editor's event loop until `done` returns true, which is the result then, or until `deadline`. The listener is
+    /// called meanwhile. A tool of which no pass ends for 2 s is named on standard error, with the directory that it hangs in.
+    bool runUntil(const std::function<bool()>& done, Clock::time_point deadline = Clock::time_point::max());
+
+    /// Whether a round has not ended. After an interrupt none ends, because it may have ended the tool as well.
+    bool isWaiting() const;
+    /// Whose answers have not come, in words.
+    cmStringT awaited() const;
+    /// The files whose changed status has not been reported, because their rounds have not ended.
+    FileStatuses takeUnreported();
+
+private:
+    /// The passes of one tool.
+    struct Round {
+        explicit Round(const Tool& asked) : tool(asked), files(asked) {}
+
+        const Tool& tool;
+        ToolFiles files;
+        cmArray<const WatchedDirectory*> directories;
+        std::set<cmStringT> waiting;              ///< directories whose passes have not ended
+        cmStringT current;                        ///< the directory that the tool is looking at
+        std::optional<Clock::time_point> tellAt;  ///< when the tool is named as one that is waited for
+        cmStringT told;                           ///< what was said about it last
+        bool isNamed = false;                     ///< whether something was said in this round
+    };
+
+    Round& roundOf(const WatchedDirectory& directory) { return m_rounds.at(directory.tool.number); }
+    void expectSign(Round& round);
+    void beginPass(const cmStringT& path);
+    void endPass(const WatchedDirectory& directory, std::int32_t status);
+    void endRound(Round& round);
+    void reportPass(const WatchedDirectory& directory, std::int32_t status);
+    void collectChanges();
+    Clock::time_point nextTelling() const;
+    void tellWaiting();
+
+    Host& m_host;
+    const cmArray<WatchedDirectory> m_directories;
+    const StatusListener m_listener;
+    cmSortedDictionary<std::int32_t, Round> m_rounds;  ///< by the tool's number
+    cmDictionary<cmStringT, const WatchedDirectory*> m_byPath;
+    cmDictionary<cmStringT, cmStringT> m_reasons;  ///< what the running passes have said, by directory
+};

@@ -13,6 +13,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace {
@@ -79,7 +80,29 @@ private:
         console::printLine(cmStringT(cmCat(mark) + line + console::printable(outcome.detail)));
     }
 
-    StatusRound poll(const cmStringT& directory) { return pollStatus(m_host, {WatchedDirectory{directory, gitTool}}); }
+    /// What one round over a directory has answered.
+    struct Round {
+        bool finished = false;
+        bool isOutside = false;
+        std::optional<FailedPass> failure;
+        FileStatuses files;
+    };
+
+    Round poll(const cmStringT& directory)
+    {
+        Round round;
+        StatusListener listener;
+        listener.passEnded = [&round](const PassAnswer& answer) {
+            round.isOutside = answer.isOutside;
+            round.failure = answer.failure;
+            round.files = answer.files;
+        };
+        listener.roundEnded = [&round](const Tool&, const FileStatuses&) { round.finished = true; };
+        StatusPoll poll(m_host, {WatchedDirectory{directory, gitTool}}, listener);
+        poll.start(gitTool);
+        poll.runUntil([&round] { return round.finished || console::wasInterrupted(); });
+        return round;
+    }
 
     Outcome module()
     {
@@ -89,16 +112,16 @@ private:
 
     Outcome cleanStatus()
     {
-        const StatusRound round = poll(m_repository->path());
-        return {round.finished && round.failed.empty() && round.outside.empty() && round.files.empty(), m_repository->path()};
+        const Round round = poll(m_repository->path());
+        return {round.finished && !round.failure && !round.isOutside && round.files.empty(), m_repository->path()};
     }
 
     /// Succeeds when a round over `directory` finds that `name` is modified and nothing else.
     Outcome onlyModified(const cmStringT& directory, cmROStringT name)
     {
-        const StatusRound round = poll(directory);
+        const Round round = poll(directory);
         const cmStringT path = cmJoinPath(m_repository->path(), cmNativeSeparators(name));
-        const bool found = round.finished && round.files.size() == 1 && round.files.begin()->first == path
+        const bool found = round.finished && round.files.size() == 1 && round.files.begin()->second.path == path
                            && round.files.begin()->second.local == cmArray<cmStringT>{"mod"};
         return {found, cmStringT(cmCat(name) + (found ? " is modified" : " was not found"))};
     }
@@ -119,9 +142,8 @@ private:
 
     Outcome outsideStatus()
     {
-        const StatusRound round = poll(m_repository->outsidePath());
-        return {round.finished && round.outside == cmArray<cmStringT>{m_repository->outsidePath()} && round.files.empty(),
-                "reported as outside"};
+        const Round round = poll(m_repository->outsidePath());
+        return {round.finished && round.isOutside && round.files.empty(), "reported as outside"};
     }
 
     Outcome reloaded()
@@ -179,7 +201,7 @@ private:
     Outcome stopped()
     {
         m_host.call("filewatcherStop", {gitTool.number});
-        const StatusRound round = poll(m_repository->path());
+        const Round round = poll(m_repository->path());
         return {round.finished && round.files.size() == 2, "and a new one took over"};
     }
 
@@ -187,11 +209,10 @@ private:
     {
         m_host.call("filewatcherStop", {gitTool.number});
         m_host.editor().setSetting(txVCMaxOutputSetting, 10);
-        const StatusRound round = poll(m_repository->path());
+        const Round round = poll(m_repository->path());
         m_host.call("filewatcherAddPath", {m_repository->path(), gitTool.number, 1});
         const bool off = m_host.editor().setting(gitTool.showFileStatusSetting) == 0;
-        return {round.failed.size() == 1 && round.failed.begin()->second.status == -6657 && off,
-                "def_git_show_file_status is 0 now"};
+        return {round.failure && round.failure->status == -6657 && off, "def_git_show_file_status is 0 now"};
     }
 
     bool m_json;

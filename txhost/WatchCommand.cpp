@@ -1,108 +1,96 @@
+#include "common/CommandRunner.h"
 #include "common/cmFile.h"
-#include "common/cmStringCatHelper.h"
+#include "txhost/ChangePrinter.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
-#include "txhost/FileDates.h"
-#include "txhost/JsonText.h"
-#include "txhost/StatusPoll.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
-/// Prints what has changed since the previous round.
-class ChangePrinter {
-public:
-    explicit ChangePrinter(bool json) : m_json(json) {}
+using Clock = StatusPoll::Clock;
 
-    /// Prints changed dates. The first dates of a file are only stored.
-    void show(const FileDates& dates)
+/// Asks for dates and status, each tool in its own rounds: the interval between two counts from the end of the first.
+class Watch {
+public:
+    Watch(Host& host, cmArray<cmStringT> files, cmArray<WatchedDirectory> directories)
+        : m_host(host), m_files(std::move(files)), m_printer(host.options().json),
+          m_poll(host, std::move(directories), listener()), m_datesDue(m_files.empty() ? never : Clock::now())
     {
-        for (const auto& [path, date] : dates.known) {
-            const auto [before, isNew] = m_dates.known.emplace(path, date);
-            if (isNew || before->second == date)
-                continue;
-            printDateChange(path, before->second, date);
-            before->second = date;
-        }
-        for (const cmStringT& path : dates.slow) {
-            if (std::find(m_dates.slow.begin(), m_dates.slow.end(), path) == m_dates.slow.end())
-                print("slow", console::yellow, path);
-        }
-        m_dates.slow = dates.slow;
+        for (const Tool* tool : m_poll.tools())
+            m_rounds[tool->number].due = Clock::now();
     }
 
-    /// Prints changed status; everything in the first round is a change.
-    void show(StatusRound round)
+    /// Returns the exit code: after an interrupt 0, and 1 when every tool is switched off and there are no files.
+    int run()
     {
-        keepUnknownFiles(round);
-        for (const cmStringT& path : round.outside) {
-            if (std::find(m_last.outside.begin(), m_last.outside.end(), path) == m_last.outside.end())
-                print("outside", console::grey, path);
+        while (!isOver()) {
+            m_hasRoundEnded = false;
+            startWhatIsDue();
+            m_poll.runUntil([this] { return m_hasRoundEnded || console::wasInterrupted(); }, nextDue());
+            if (console::wasInterrupted())
+                return 0;
         }
-        for (const auto& [path, failure] : round.failed) {
-            const auto before = m_last.failed.find(path);
-            if (before == m_last.failed.end() || before->second != failure)
-                printFailure(path, failure, m_json);
-        }
-        for (const auto& [path, status] : round.files) {
-            const auto before = m_last.files.find(path);
-            if (before != m_last.files.end() && before->second == status)
-                continue;
-            if (std::find(status.local.begin(), status.local.end(), "mod") != status.local.end())
-                print("modified", console::yellow, path);
-            else if (!status.local.empty())
-                print("opened", console::yellow, path);
-            else
-                print("outdated", console::red, path);
-        }
-        for (const auto& [path, status] : m_last.files) {
-            if (!round.files.contains(path))
-                print("clean", console::green, path);
-        }
-        m_last = round;
+        return 1;
     }
 
 private:
-    /// When a tool failed in one of its directories, the status of its files is unknown: they keep their previous status.
-    void keepUnknownFiles(StatusRound& round) const
+    static constexpr Clock::time_point never = Clock::time_point::max();
+
+    struct Round {
+        Clock::time_point due;      ///< when the next one begins; never while one is going on
+        bool isSwitchedOff = true;  ///< the tool wrote too much in every directory, which ends its thread for good
+    };
+
+    StatusListener listener()
     {
-        for (const auto& file : m_last.files) {
-            const bool unknown = std::any_of(round.failed.begin(), round.failed.end(),
-                                             [&file](const auto& failure) { return failure.second.tool == file.second.tool; });
-            if (unknown)
-                round.files.insert(file);
+        return {[this](const PassAnswer& answer) {
+                    m_printer.show(answer);
+                    if (!answer.failure || answer.failure->status != statusOutputLimit)
+                        m_rounds[answer.directory.tool.number].isSwitchedOff = false;
+                },
+                [this](const Tool& tool, const FileStatuses& files) {
+                    m_printer.show(files);
+                    m_hasRoundEnded = true;
+                    Round& round = m_rounds[tool.number];
+                    round.due = round.isSwitchedOff ? never : afterInterval();
+                }};
+    }
+
+    void startWhatIsDue()
+    {
+        for (auto& [tool, round] : m_rounds) {
+            if (round.due > Clock::now())
+                continue;
+            round = {never, true};
+            m_poll.start(toolNumbered(tool));
         }
-    }
-
-    void printDateChange(const cmStringT& path, const FileDate& before, const FileDate& date)
-    {
-        if (date.time == 0)
-            print("removed", console::red, path);
-        else if (before.time == 0)
-            print("created", console::green, path);
-        else if (before.time != date.time)
-            print("changed", console::yellow, path);
-        else
-            print(date.readOnly ? "read-only" : "writable", console::grey, path);
-    }
-
-    void print(cmROStringT change, int colour, const cmStringT& path)
-    {
-        const cmStringT time = console::timeOfDay();
-        if (m_json) {
-            console::printLine(
-                jsonText({{"time", jsonString(time)}, {"change", jsonString(change)}, {"path", jsonString(path)}}));
+        if (m_datesDue > Clock::now())
             return;
-        }
-        const cmStringT padded = cmCat(change) + "          ";
-        console::printLine(
-            cmStringT(cmCat(time) + "  " + console::coloured(colour, padded.view().substr(0, 10)) + console::printable(path)));
+        m_printer.show(askFileDates(m_host, m_files, m_host.options().budgetMs));
+        m_datesDue = afterInterval();
     }
 
-    bool m_json;
-    StatusRound m_last;
-    FileDates m_dates;
+    Clock::time_point afterInterval() const { return Clock::now() + std::chrono::seconds(m_host.options().intervalSeconds); }
+
+    Clock::time_point nextDue() const
+    {
+        Clock::time_point next = m_datesDue;
+        for (const auto& [tool, round] : m_rounds)
+            next = std::min(next, round.due);
+        return next;
+    }
+
+    bool isOver() const { return !m_poll.isWaiting() && nextDue() == never; }
+
+    Host& m_host;
+    const cmArray<cmStringT> m_files;
+    ChangePrinter m_printer;
+    cmSortedDictionary<std::int32_t, Round> m_rounds;  ///< by the tool's number
+    StatusPoll m_poll;
+    Clock::time_point m_datesDue;
+    bool m_hasRoundEnded = false;
 };
 
 bool isDirectory(const std::string& name)
@@ -125,16 +113,5 @@ int runWatch(const HostOptions& options, const std::vector<std::string>& named)
     Host host(options);
     requireTools(host, directories);
     console::catchInterrupts();
-    ChangePrinter printer(options.json);
-    for (;;) {
-        printer.show(askFileDates(host, files, options.budgetMs));
-        const StatusRound round = pollStatus(host, directories);
-        if (!round.finished)
-            return 0;
-        printer.show(round);
-        if (files.empty() && round.isSwitchedOff(directories.size()))
-            return 1;
-        if (host.editor().runUntil([] { return console::wasInterrupted(); }, options.intervalSeconds * 1000))
-            return 0;
-    }
+    return Watch(host, files, directories).run();
 }
