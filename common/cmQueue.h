@@ -60,6 +60,13 @@ public:
         return true;
     }
 
+    /// Removes all items and returns them, the head first.
+    std::deque<T> takeAll()
+    {
+        const Hold hold(m_lock);
+        return std::exchange(m_items, {});
+    }
+
     bool isEmpty() const
     {
         const Hold hold(m_lock);

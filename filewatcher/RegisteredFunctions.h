@@ -52,8 +52,10 @@ void filewatcherSetSuspendState(std::int32_t suspended);
 /// for them; a budget below 0 counts as 0. Results that have arrived, from earlier calls too, go into the hash table `result`:
 /// the key is the name, the value an array of the modification time (64-bit, 100 ns units since 1601-01-01 UTC; 0 for none) and
 /// 1 for a file that is read-only or not on a local path, else 0. There is no result for a file system without file times, and
-/// none is delivered for an empty array. A file whose date took half the budget of the latest call or longer is slow: it has no
-/// result and is never requested again, until filewatcher_stop_async_work. `arg1` and `arg2` are carried along without effect.
+/// none is delivered for an empty array; results without a `result` are dropped. A file whose date takes half the budget of the
+/// latest call or longer is slow, even while its read still hangs: it has no result and is never requested again, until
+/// filewatcher_stop_async_work. The other files are read meanwhile; while four reads hang, no file is read or waited for. A file
+/// whose request still waits is not requested again. `arg1` and `arg2` are carried along without effect.
 /// Returns 0; 1, with nothing requested, when there is no memory for the shared data or the thread cannot be started.
 /// Out of memory: 1.
 std::int32_t getFastReloadInfoTable(TXHREFVAR fileNames, std::int32_t arg1, std::int32_t arg2, TXHREFVAR result,

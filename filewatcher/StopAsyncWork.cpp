@@ -3,7 +3,7 @@
 #include "filewatcher/bridge/EditorEntry.h"
 #include "filewatcher/git/browser/GitBrowser.h"
 #include "filewatcher/livediff/GetFileFromVCThreaded.h"
-#include "filewatcher/reload/FileDateThread.h"
+#include "filewatcher/reload/FileDateData.h"
 #include "filewatcher/status/StatusThreads.h"
 
 void filewatcher_stop_async_work()

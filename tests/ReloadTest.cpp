@@ -1,4 +1,4 @@
-#include "filewatcher/reload/FileDateThread.h"
+#include "filewatcher/reload/FileDateData.h"
 #include "tests/ModuleFixture.h"
 
 #include <atomic>
@@ -9,36 +9,60 @@ using TimeAndFlag = std::pair<std::int64_t, std::int64_t>;
 
 std::atomic<std::uint32_t> now{0};
 std::atomic<int> reads{0};
+std::atomic<int> blocked{0};
+std::atomic<bool> editorWaits{false};
 cmThreadEvent gate{true, false};
+int timeouts = 0;
 
-/// Behaves as the file name says: "blocked" waits for the gate, "awaited" until the editor's thread waits, and "takesN" takes N
-/// milliseconds of the test's clock.
+/// Behaves as the file name says: "blocked" waits for the gate or the stop of its thread, "awaited" until the editor's thread
+/// waits, and "takesN" does so and takes N milliseconds of the test's clock.
 CMFD_ITEM readAsNamed(cmROStringT path)
 {
     ++reads;
-    if (path.ends_with("blocked"))
-        gate.wait(cmWaitInfinite);
-    if (path.ends_with("awaited"))
-        eventually([] { return FileDateData::instance()->isEditorWaiting(); });
-    if (const std::size_t at = path.rfind("takes"); at != cmROStringT::npos)
-        now += static_cast<std::uint32_t>(std::stoul(std::string(path.substr(at + 5))));
+    if (path.ends_with("blocked")) {
+        ++blocked;
+        while (gate.wait(1) == cmWaitTimeout && !cmThread::current()->isJoining()) {
+        }
+        --blocked;
+    }
+    const std::size_t takes = path.rfind("takes");
+    if (path.ends_with("awaited") || takes != cmROStringT::npos)
+        eventually([] { return editorWaits.load(); });
+    if (takes != cmROStringT::npos)
+        now += static_cast<std::uint32_t>(std::stoul(std::string(path.substr(takes + 5))));
     return cmReadFileItem(path);
 }
 
-constexpr FileDateSource testSource{&readAsNamed, [] { return now.load(); }};
+/// Times out, and only then the clock goes on, as often as a further read is blocked.
+std::uint32_t waitByTestClock(cmThreadEvent& event, std::uint32_t timeoutMs)
+{
+    std::uint32_t result = cmWaitTimeout;
+    editorWaits = true;
+    for (int i = 0; i < 5000 && result == cmWaitTimeout && blocked <= timeouts; ++i)
+        result = event.wait(1);
+    editorWaits = false;
+    if (result == cmWaitTimeout) {
+        ++timeouts;
+        now += timeoutMs;
+    }
+    return result;
+}
+
+constexpr FileDateSource testSource{&readAsNamed, [] { return now.load(); }, &waitByTestClock};
 
 class ReloadTest : public ModuleTest {
 protected:
     ReloadTest()
     {
         gate.reset();
-        reads = 0;
+        now = 0xFFFFFFF0;
+        reads = timeouts = 0;
     }
     ~ReloadTest() override
     {
         gate.set();
         call("filewatcher_stop_async_work", {});
-        FileDateData::setSource(nullptr);
+        setFileDateSource(nullptr);
     }
 
     std::map<std::string, TimeAndFlag> ask(const Texts& names, std::int32_t budgetMs = 60000, std::int32_t status = 0)
@@ -97,7 +121,8 @@ TEST_F(ReloadTest, ReportsTimeAndReadOnlyFlagOfEveryFile)
 
 TEST_F(ReloadTest, CountsAFileAsSlowFromHalfTheBudgetOn)
 {
-    FileDateData::setSource(&testSource);
+    setFileDateSource(&testSource);
+    now = 0;
     EXPECT_EQ(ask({in("takes29999"), in("takes30000"), in("takes30001")}).size(), 1u);
     EXPECT_EQ(slowCount(), 2u);
     now = 0xFFFFFFF0;
@@ -109,9 +134,12 @@ TEST_F(ReloadTest, CountsAFileAsSlowFromHalfTheBudgetOn)
         call("filewatcher_stop_async_work", {});
         gate.reset();
         EXPECT_EQ(slowCount(), 0u);
-        EXPECT_TRUE(ask({in("blocked"), in("takes0")}, budgetMs).empty());
+        EXPECT_TRUE(ask({in("blocked"), in("missing")}, budgetMs).empty());
+        EXPECT_TRUE(eventually([] { return blocked == 1; }));
+        EXPECT_EQ(slowCount(), 0u);
+        ++now;
+        EXPECT_TRUE(eventually([this] { return slowCount() == 2; })) << "after a millisecond, while the read still hangs";
         gate.set();
-        EXPECT_TRUE(eventually([this] { return slowCount() == 2; }));
     }
 }
 
@@ -123,19 +151,55 @@ TEST_F(ReloadTest, DeliversLateDatesWithALaterCall)
     cmSetDefaultStackSize(std::size_t{1} << 60);
     EXPECT_TRUE(ask({in("blocked")}, 60000, 1).empty()) << "without a thread nothing is asked, and nothing waited for";
     cmSetDefaultStackSize(stack);
-    FileDateData::setSource(&testSource);
-    EXPECT_TRUE(ask({in("blocked"), in("late")}, 100).empty());
+    setFileDateSource(&testSource);
+    EXPECT_TRUE(ask({in("blocked"), in("late")}, 0).empty());
+    EXPECT_TRUE(ask({}).empty()) << "half of 60 s makes a file slow from now on";
     gate.set();
     ASSERT_TRUE(eventually([] { return !FileDateData::instance()->hasWork(); }));
     EXPECT_TRUE(ask({}).empty());
     const auto late = ask({""});
     EXPECT_TRUE(late.contains(in("late")) && late.contains(in("blocked")));
     EXPECT_TRUE(ask({""}).empty());
+    reads = 0;
+    EXPECT_TRUE(ask({in("awaited"), in("late")}, 0).empty());
+    EXPECT_EQ(ask({in("late"), in("awaited")}).size(), 2u) << "a call that queues nothing waits for what waits";
+    EXPECT_EQ(reads, 2);
+}
+
+TEST_F(ReloadTest, GoesOnWithTheOthersWhileUpToFourReadsHang)
+{
+    setFileDateSource(&testSource);
+    const std::size_t threads = threadCount();
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(ask({in("a"), in("1blocked"), in("1blocked"), in("b")}).size(), 2u);
+        EXPECT_EQ(now, 0xFFFFFFF0 + 30000) << "half the budget, once";
+    }
+    EXPECT_EQ(slowCount(), 1u);
+    EXPECT_TRUE(ask({in("awaited")}, 0).empty());
+    EXPECT_TRUE(ask({in("1blocked")}).empty()) << "for slow files alone nothing is waited for";
+    EXPECT_EQ(ask({in("awaited")}).size(), 1u);
+    const Texts names{in("2blocked"), in("3blocked"), in("4blocked"), in("5blocked"), in("c")};
+    for (int round = 0; round < 100; ++round)
+        EXPECT_TRUE(ask(names).empty());
+    EXPECT_EQ(now, 0xFFFFFFF0 + 120000) << "when four hang, nothing is waited for";
+    EXPECT_EQ(slowCount(), 4u);
+    EXPECT_EQ(threadCount(), threads + FileDateData::maxHangingReads);
+    reads = 0;
+    gate.set();
+    EXPECT_TRUE(eventually([&] { return threadCount() == threads; })) << "given up, a thread ends with its read";
+    EXPECT_EQ(ask({in("d")}).size(), 3u);
+    EXPECT_EQ(reads, 3) << "what waits is queued once";
+    EXPECT_EQ(threadCount(), threads + 1);
+    gate.reset();
+    timeouts = 0;
+    EXPECT_TRUE(ask({in("6blocked")}).empty());
+    call("filewatcher_stop_async_work", {});
+    EXPECT_EQ(threadCount(), threads);
 }
 
 TEST_F(ReloadTest, WaitsForEveryRequestAndThenSleeps)
 {
-    FileDateData::setSource(&testSource);
+    setFileDateSource(&testSource);
     for (int round = 0; round < 2; ++round) {
         EXPECT_EQ(ask({in("awaited")}).size(), 1u);
         EXPECT_FALSE(FileDateData::instance()->hasWork()) << "the thread would run without a request";

@@ -1,5 +1,5 @@
 #include "filewatcher/RegisteredFunctions.h"
-#include "filewatcher/reload/FileDateThread.h"
+#include "filewatcher/reload/FileDateData.h"
 
 #include <utility>
 
@@ -39,13 +39,14 @@ std::int32_t getFastReloadInfoTable(TXHREFVAR fileNames, std::int32_t arg1, std:
         if (!name.isEmpty())
             requests.push_back({name, arg1, arg2});
     }
-    if (!requests.empty() && !data->startThread())
+    if (!requests.empty() && !data->startReader())
         return notPossible;
     if (!requests.empty() && data->enqueue(std::move(requests)))
         data->waitUntilDone(budgetMs);
-    FILE_DATE_THREAD_OUTPUT_INFO found;
-    while (count > 0 && result && data->takeResult(found))
-        addResult(result, found);
+    if (count > 0) {
+        for (const FILE_DATE_THREAD_OUTPUT_INFO& found : data->takeResults())
+            addResult(result, found);
+    }
     return 0;
 }
 
