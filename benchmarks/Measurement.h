@@ -75,6 +75,10 @@ Row measureIdleCapture();
 Row measureStop();
 /// Asking the module for the dates of 10,000 files against asking the system for them in a loop.
 Row measureReload();
+/// The same with a file whose date takes 60 s to read, against without it: each poll but the first, and the first.
+std::vector<Row> measureReloadHang();
+/// The memory of this process after 1,000 polls of 10,000 files, one of which hangs, against after 10.
+Row measureReloadMemory();
 /// What the date of each further file costs, see makeGrowthRow.
 Row measureReloadGrowth();
 /// Fetching a revision of 50 MB into the cache against redirecting it into a file in a shell.

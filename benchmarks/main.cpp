@@ -111,6 +111,8 @@ int runAll(bool json, const std::string& only, const std::optional<std::string>&
         {"svn status pass", one(&measureSvnPass)},
         {"svn growth", one(&measureSvnGrowth)},
         {"reload dates", one(&measureReload)},
+        {"reload hang", &measureReloadHang},
+        {"reload memory", one(&measureReloadMemory)},
         {"reload growth", one(&measureReloadGrowth)},
         {"live diff", one(&measureLiveDiff)},
         {"capture", one(&measureCapture)},
