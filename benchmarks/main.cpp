@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
-#include <array>
 #include <cmath>
 #include <cstdio>
 #include <exception>
@@ -100,7 +99,7 @@ struct Measurement {
 int runAll(bool json, const std::string& only, const std::optional<std::string>& repository)
 {
     const auto one = [](Row (*measure)()) { return [measure] { return std::vector<Row>{measure()}; }; };
-    const std::array<Measurement, 14> measurements{{
+    const Measurement measurements[]{
         {"git browser",
          [&repository] { return measureBrowser(repository); }},  // first, because it measures the memory of this process
         {"git graph", &measureBrowserGraph},
@@ -118,7 +117,7 @@ int runAll(bool json, const std::string& only, const std::optional<std::string>&
         {"capture", one(&measureCapture)},
         {"processor time", one(&measureIdleCapture)},
         {"stop", one(&measureStop)},
-    }};
+    };
     const Report report(json);
     int result = 0;
     for (const Measurement& measurement : measurements) {
