@@ -31,9 +31,14 @@ bool cmIsPathSeparator(char c, cmPathStyle style)
 cmStringT cmNativeSeparators(cmROStringT path, cmPathStyle style)
 {
     cmStringT native(path);
-    if (style == cmPathStyle::windows)
-        std::replace(native.data(), native.data() + native.length(), '/', '\\');
+    cmUseNativeSeparators(native, style);
     return native;
+}
+
+void cmUseNativeSeparators(cmStringT& path, cmPathStyle style)
+{
+    if (style == cmPathStyle::windows)
+        std::replace(path.data(), path.data() + path.length(), '/', '\\');
 }
 
 cmROStringT cmWithoutTrailingSeparator(cmROStringT path, cmPathStyle style)

@@ -16,6 +16,8 @@ char cmPathSeparator(cmPathStyle style = cmNativePathStyle);
 bool cmIsPathSeparator(char c, cmPathStyle style = cmNativePathStyle);
 /// On Windows, `path` with backslashes in place of slashes; elsewhere `path` itself.
 cmStringT cmNativeSeparators(cmROStringT path, cmPathStyle style = cmNativePathStyle);
+/// The same in place.
+void cmUseNativeSeparators(cmStringT& path, cmPathStyle style = cmNativePathStyle);
 /// `path` without one trailing separator. A root ("/", "C:\") keeps it.
 cmROStringT cmWithoutTrailingSeparator(cmROStringT path, cmPathStyle style = cmNativePathStyle);
 /// The part of `path` before its last separator. A root keeps its separator. Empty for a bare name.

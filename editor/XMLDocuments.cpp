@@ -34,10 +34,12 @@ public:
 
     std::int32_t child(std::int32_t node, const char* name) { return indexOf(at(node).child(name)); }
 
-    std::optional<cmStringT> attribute(std::int32_t node, const char* name) const
+    bool attribute(std::int32_t node, const char* name, cmStringT& value) const
     {
         const pugi::xml_attribute found = at(node).attribute(name);
-        return found ? std::optional<cmStringT>(found.value()) : std::nullopt;
+        if (found)
+            value.assign(found.value());
+        return !found.empty();
     }
 
 private:
@@ -59,21 +61,17 @@ private:
         return known ? m_nodes[static_cast<std::size_t>(node) - 1] : pugi::xml_node();
     }
 
-    /// The index of a node, which is assigned when the node is first found.
+    /// An index for a node, each time a new one: to look for an older one would cost more than all else.
     std::int32_t indexOf(const pugi::xml_node& node)
     {
         if (!node)
             return 0;
-        const auto next = static_cast<std::int32_t>(m_nodes.size()) + 1;
-        const auto [entry, isNew] = m_indices.try_emplace(node.internal_object(), next);
-        if (isNew)
-            m_nodes.push_back(node);
-        return entry->second;
+        m_nodes.push_back(node);
+        return static_cast<std::int32_t>(m_nodes.size());
     }
 
     pugi::xml_document m_tree;
     cmArray<pugi::xml_node> m_nodes;
-    cmDictionary<const void*, std::int32_t> m_indices;
 };
 
 XMLDocuments::XMLDocuments() = default;
@@ -113,14 +111,16 @@ std::int32_t XMLDocuments::select(std::int32_t document, const char* path, cmArr
 
 std::int32_t XMLDocuments::child(std::int32_t document, std::int32_t node, const char* name)
 {
-    const auto found = find(document);
-    return found && name ? found->child(node, name) : 0;
+    cmMutexLock hold(m_lock);
+    const auto found = m_documents.find(document);
+    return found != m_documents.end() && name ? found->second->child(node, name) : 0;
 }
 
-std::optional<cmStringT> XMLDocuments::attribute(std::int32_t document, std::int32_t node, const char* name)
+bool XMLDocuments::attribute(std::int32_t document, std::int32_t node, const char* name, cmStringT& value)
 {
-    const auto found = find(document);
-    return found && name ? found->attribute(node, name) : std::nullopt;
+    cmMutexLock hold(m_lock);
+    const auto found = m_documents.find(document);
+    return found != m_documents.end() && name && found->second->attribute(node, name, value);
 }
 
 void XMLDocuments::close(std::int32_t document)

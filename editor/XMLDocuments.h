@@ -8,10 +8,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
 
-/// The open XML documents by handle (above 0). The nodes of a document are numbered from 1; 0 is no node. Any thread may call,
-/// but only one at a time for the same document.
+/// The open XML documents by handle (above 0). A node is a number from 1, which a later call need not give again; 0 is no node.
+/// Any thread may call, but only one at a time for the same document.
 class XMLDocuments {
 public:
     XMLDocuments();
@@ -27,8 +26,8 @@ public:
     std::int32_t select(std::int32_t document, const char* path, cmArray<std::int32_t>& nodes);
     /// The first child element of that name; 0 when there is none.
     std::int32_t child(std::int32_t document, std::int32_t node, const char* name);
-    /// The attribute's value; nothing when there is no such node or attribute.
-    std::optional<cmStringT> attribute(std::int32_t document, std::int32_t node, const char* name);
+    /// Sets `value` to that of the attribute; false, and no change, when there is no such node or attribute.
+    bool attribute(std::int32_t document, std::int32_t node, const char* name, cmStringT& value);
     void close(std::int32_t document);
     /// How many documents are open.
     std::size_t count() const;

@@ -97,12 +97,7 @@ std::int32_t txXMLChild(std::int32_t document, std::int32_t node, TXPSZ name)
 std::int32_t txXMLCFGGetAttributeCMString(std::int32_t document, std::int32_t node, TXPSZ name, cmStringT& value)
 {
     value.clear();
-    return onAnyThread([&](EditorParts& editor) {
-        std::optional<cmStringT> found = editor.documents.attribute(document, node, name);
-        if (found)
-            value = std::move(*found);
-        return found ? 1 : 0;
-    });
+    return onAnyThread([&](EditorParts& editor) { return editor.documents.attribute(document, node, name, value) ? 1 : 0; });
 }
 
 void txXMLClose(std::int32_t document)

@@ -82,15 +82,15 @@ TEST_F(SVNReplayTest, SetsAndClearsWhatTheEntriesTell)
 {
     markAsModified({"normal", "added", "same", "gone", "left", "behind", "equal", "alone", "conflicted"});
     answerAndPass(document("<entry path='" + top() + "/a/b'><wc-status item='modified'/></entry>" + entry("normal", "normal")
-                           + entry("added", "added") + entry("conflicted", "conflicted") + entry("newer", "normal", outdated)
-                           + entry("same", "added", upToDate) + "<entry path='" + in("gone") + "'/>"
-                           + revisions("ahead", "9", "<commit revision='10'/>")
+                           + entry("added", "added") + entry("!DOCTYPE", "modified") + entry("conflicted", "conflicted")
+                           + entry("newer", "normal", outdated) + entry("same", "added", upToDate) + "<entry path='" + in("gone")
+                           + "'/>" + revisions("ahead", "9", "<commit revision='10'/>")
                            + revisions("behind", "10", "<commit revision='9'/>")
                            + revisions("equal", "9", "<commit revision='9'/>") + revisions("alone", "3", "<commit/>")));
     const std::map<std::string, std::string> expected{
-        {"ahead", "/mod/1"},         {"behind", "//1"},      {"equal", "//1"},      {"alone", "/mod/1"}, {"a/b", "mod//1"},
-        {"newer", "/mod/1"},         {"added", "mod/mod/0"}, {"left", "mod/mod/0"}, {"gone", "/mod/1"},  {"same", "mod//1"},
-        {"conflicted", "mod/mod/0"}, {"normal", "/mod/1"}};  // the server was not asked
+        {"ahead", "/mod/1"},    {"behind", "//1"},           {"equal", "//1"},       {"alone", "/mod/1"},   {"a/b", "mod//1"},
+        {"!DOCTYPE", "mod//1"}, {"newer", "/mod/1"},         {"added", "mod/mod/0"}, {"left", "mod/mod/0"}, {"gone", "/mod/1"},
+        {"same", "mod//1"},     {"conflicted", "mod/mod/0"}, {"normal", "/mod/1"}};  // the server was not asked
     for (const auto& [name, wanted] : expected)
         EXPECT_EQ(record(in(name)), wanted) << name;
     answerAndPass(document(entry("newer", "normal", outdated)));

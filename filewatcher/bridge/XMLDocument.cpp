@@ -27,9 +27,3 @@ cmArray<std::int32_t> XMLDocument::select(TXPSZ path) const
         nodes.clear();
     return nodes;
 }
-
-cmStringT XMLDocument::attribute(std::int32_t node, TXPSZ name) const
-{
-    cmStringT value;
-    return txXMLCFGGetAttributeCMString(m_handle, node, name, value) ? value : cmStringT();
-}

@@ -25,8 +25,11 @@ public:
     cmArray<std::int32_t> select(TXPSZ path) const;
     /// Returns the first child element with this name, or 0.
     std::int32_t child(std::int32_t node, TXPSZ name) const { return txXMLChild(m_handle, node, name); }
-    /// Returns the attribute's value; null when the node has no such attribute.
-    cmStringT attribute(std::int32_t node, TXPSZ name) const;
+    /// Replaces `value` by the attribute's; returns false and empties it when there is no such node or attribute.
+    bool readAttribute(std::int32_t node, TXPSZ name, cmStringT& value) const
+    {
+        return txXMLCFGGetAttributeCMString(m_handle, node, name, value) != 0;
+    }
 
 private:
     std::int32_t m_handle;

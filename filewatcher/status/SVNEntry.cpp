@@ -21,20 +21,20 @@ bool applyItem(const cmStringT& item, cmStringT& status)
 
 }  // namespace
 
-SVNEntry readSvnEntry(const XMLDocument& document, std::int32_t node)
+void readSvnEntry(const XMLDocument& document, std::int32_t node, SVNEntry& entry)
 {
-    SVNEntry entry;
-    entry.path = cmNativeSeparators(document.attribute(node, "path"));
-    entry.revision = document.attribute(node, "revision");
-    if (const std::int32_t working = document.child(node, "wc-status")) {
-        entry.hasWorkingStatus = true;
-        entry.workingItem = document.attribute(working, "item");
-    }
-    if (const std::int32_t repository = document.child(node, "repos-status"))
-        entry.repositoryItem = document.attribute(repository, "item");
-    if (const std::int32_t commit = document.child(node, "commit"))
-        entry.commitRevision = document.attribute(commit, "revision");
-    return entry;
+    document.readAttribute(node, "path", entry.path);
+    cmUseNativeSeparators(entry.path);
+    const std::int32_t working = document.child(node, "wc-status");
+    entry.hasWorkingStatus = working != 0;
+    if (working)
+        document.readAttribute(working, "item", entry.workingItem);
+    const std::int32_t repository = document.child(node, "repos-status");
+    entry.hasRepositoryStatus = repository != 0;
+    if (repository)
+        document.readAttribute(repository, "item", entry.repositoryItem);
+    entry.hasRevisions = document.readAttribute(node, "revision", entry.revision)
+                         && document.readAttribute(document.child(node, "commit"), "revision", entry.commitRevision);
 }
 
 bool applyLocalStatus(const SVNEntry& entry, TXVCRECORD& record)
@@ -50,13 +50,13 @@ bool applyLocalStatus(const SVNEntry& entry, TXVCRECORD& record)
 bool applyRepositoryStatus(const SVNEntry& entry, bool serverAnswered, TXVCRECORD& record)
 {
     bool write = false;
-    if (!entry.repositoryItem.isNull()) {
+    if (entry.hasRepositoryStatus) {
         write = applyItem(entry.repositoryItem, record.repositoryStatus);
     } else if (serverAnswered && !record.repositoryStatus.isEmpty()) {
         record.repositoryStatus = "";  // the client writes no "repos-status" for an entry that is up to date
         write = true;
     }
-    if (!entry.revision.isNull() && !entry.commitRevision.isNull()) {
+    if (entry.hasRevisions) {
         const bool newer = std::atoll(entry.commitRevision.c_str()) > std::atoll(entry.revision.c_str());
         record.repositoryStatus = newer ? "mod" : "";
         write = true;

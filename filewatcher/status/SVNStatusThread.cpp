@@ -30,6 +30,16 @@ cmStringT pathArgument(const cmStringT& path)
     return inDoubleQuotes(argument);
 }
 
+bool declaresDocumentType(cmROStringT document)
+{
+    // The "<" in front of it is looked at last: it stands everywhere, which would slow the search.
+    constexpr cmROStringT declaration = "!DOCTYPE";
+    std::size_t found = document.find(declaration);
+    while (found != cmROStringT::npos && !document.substr(0, found).ends_with('<'))
+        found = document.find(declaration, found + 1);
+    return found != cmROStringT::npos;
+}
+
 bool haveSameStatus(const TXVCRECORD& a, const TXVCRECORD& b)
 {
     return a.localStatus == b.localStatus && a.repositoryStatus == b.repositoryStatus && a.tool == b.tool;
@@ -160,7 +170,7 @@ std::int32_t SVNStatusThread::readAnswer(const WatchEntry& item, const cmStringT
 
 std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output, cmROStringT warnings, bool appliesLocalStatus)
 {
-    if (output.view().find("<!DOCTYPE") != cmROStringT::npos)  // the client writes no entities of its own
+    if (declaresDocumentType(output))  // the client writes no entities of its own
         return failPass("the client's answer declares a document type");
     XMLDocument document(output);
     const cmArray<std::int32_t> nodes = document.isLoaded() ? document.select("/status/target/entry") : cmArray<std::int32_t>();
@@ -174,22 +184,24 @@ std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output, cmROString
     const bool serverAnswered = !document.select("/status/target/against").empty();
     bool changed = false;
     std::int32_t status = 0;
+    SVNEntry entry;
     for (const std::int32_t node : nodes) {
         if (isStopping()) {
             status = statusStopRequested;
             break;
         }
-        const SVNEntry entry = readSvnEntry(document, node);
+        readSvnEntry(document, node, entry);
         if (!cmIsAbsolutePath(entry.path))  // the watched path is absolute, so are those of its files
             continue;
-        const TXVCRECORD before = readVCRecord(entry.path);
+        const tamarin::TMString path(entry.path);
+        const TXVCRECORD before = readVCRecord(path);
         TXVCRECORD record = before;
         bool write = appliesLocalStatus && applyLocalStatus(entry, record);
         write |= applyRepositoryStatus(entry, serverAnswered, record);
         if (!write)
             continue;
         record.tool = tool().number;
-        txVCSetRecord(tamarin::TMString(entry.path), record);
+        txVCSetRecord(path, record);
         changed |= !haveSameStatus(before, record);
     }
     document.close();

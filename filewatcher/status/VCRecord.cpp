@@ -19,11 +19,11 @@ bool addStatusToken(cmStringT& list, cmROStringT token)
     return true;
 }
 
-TXVCRECORD readVCRecord(const cmStringT& path)
+TXVCRECORD readVCRecord(const tamarin::TMString& path)
 {
     TXVCRECORD record;
     record.state = txVCStateUnknown;
-    txVCGetRecord(tamarin::TMString(path), record);
+    txVCGetRecord(path, record);
     return record;
 }
 
