@@ -214,8 +214,10 @@ void append(std::vector<Row>& rows, const std::vector<Row>& more)
 
 std::vector<Row> measureBrowser(const std::optional<std::string>& repository)
 {
-    if (repository)
-        return {measureLoad(fs::absolute(*repository), fs::absolute(*repository).filename().string(), std::nullopt)};
+    if (repository) {
+        const fs::path top = fs::canonical(*repository);
+        return {measureLoad(top, top.filename().string(), std::nullopt)};
+    }
     const ScratchFolder folder;
     const MadeHistory made(folder / "repository", 1'000'000);
     const std::string history = "1,000,000 commits";

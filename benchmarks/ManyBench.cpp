@@ -76,7 +76,7 @@ Row measureManyRepositories()
         const fs::path top = folder / ("repository" + std::to_string(number));
         makeSmallRepository(top);
         tops.push_back(top.string());
-        script += (script.empty() ? "" : " && ") + bench::statusScript(git, top);
+        script += (script.empty() ? "" : " && ") + bench::statusScript(git, top, "");
     }
     // When an index is as old as the files, git reads them all in every pass.
     std::this_thread::sleep_for(std::chrono::milliseconds(1100));

@@ -48,6 +48,18 @@ Row makeGrowthRow(const std::string& what, const std::function<double(int files)
                    (times[1] - times[0]) * microseconds / (middle - small), Aim::ratioAtMost, 1.2, rounds);
 }
 
+Row makeSlopeRow(const std::string& what, const std::function<Samples(int files)>& measure, int few, int many, double limit)
+{
+    const Samples less = measure(few);
+    const Samples more = measure(many);
+    const auto slope = [&](const std::vector<double>& smaller, const std::vector<double>& larger) {
+        constexpr double microseconds = 1000;
+        return (percentile(larger, 0) - percentile(smaller, 0)) * microseconds / (many - few);
+    };
+    return makeRow(what, "us", slope(less.ours, more.ours), slope(less.reference, more.reference), Aim::ratioAtMost, limit,
+                   static_cast<int>(less.ours.size()));
+}
+
 Samples interleave(int rounds, const std::function<double()>& ours, const std::function<double()>& reference)
 {
     Samples samples;

@@ -48,6 +48,10 @@ Row makeRow(const std::string& what, const std::string& unit, const Samples& sam
 /// must be about the same. `measure` returns the time for a number of files in milliseconds.
 Row makeGrowthRow(const std::string& what, const std::function<double(int files)>& measure, int rounds);
 
+/// A row with what each further file costs from `few` to `many` files, by the fastest of the samples; `measure` returns those for
+/// a number of files in milliseconds.
+Row makeSlopeRow(const std::string& what, const std::function<Samples(int files)>& measure, int few, int many, double limit);
+
 /// How long `work` takes, in milliseconds.
 double elapsedMilliseconds(const std::function<void()>& work);
 /// The smallest value that at least `share` (0 to 1) of the values do not exceed.
@@ -57,8 +61,11 @@ double median(std::vector<double> values);
 double fastest(int rounds, const std::function<double()>& measure);
 
 // --- The measurements ---
-/// A Git status pass over `repository`, or over one that is made for the measurement, against the same commands in a shell.
-Row measureStatusPass(const std::optional<std::string>& repository);
+/// A Git status pass over `repository`, or over those that are made for the measurement, against the same commands in a plain
+/// shell. Empty, with a word on standard error, for a repository without a work tree.
+std::vector<Row> measureStatusPass(const std::optional<std::string>& repository);
+/// What each further tracked file costs in a Git status pass to 30,000 or, when `large`, to 200,000 files, against `status -uno`.
+Row measureStatusGrowth(bool large);
 /// A Subversion status pass over 10,000 files against the same command in a shell.
 Row measureSvnPass();
 /// What each further file costs in a Subversion pass, see makeGrowthRow.

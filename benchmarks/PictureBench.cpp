@@ -144,6 +144,8 @@ std::vector<Row> measure(const fs::path& top, const std::string& history)
     BrowserLoad load(top);
     load.wholeLoad();
     const std::vector<PictureRow> rows = readRows(load, top);
+    if (rows.empty())
+        throw BenchError(history + " has no commits");
     double edges = 0;
     double stubs = 0;
     double hidden = 0;
@@ -174,8 +176,10 @@ std::vector<Row> measure(const fs::path& top, const std::string& history)
 
 std::vector<Row> measurePicture(const std::optional<std::string>& repository)
 {
-    if (repository)
-        return measure(fs::absolute(*repository), fs::absolute(*repository).filename().string());
+    if (repository) {
+        const fs::path top = fs::canonical(*repository);
+        return measure(top, top.filename().string());
+    }
     const ScratchFolder folder;
     const fs::path top = folder / "repository";
     makeRepository(top);

@@ -20,8 +20,9 @@ std::string sleepCommand(int seconds);
 void runInShell(const std::string& script);
 /// The same; returns the elapsed time in milliseconds.
 double timeInShell(const std::string& script);
-/// A script that asks `git` for the top level and the status of the repository at `top`, as a status pass does.
-std::string statusScript(const std::filesystem::path& git, const std::filesystem::path& top);
+/// A script that asks `git` for the top level and the status of the repository at `top`. `options` of the status begin with a
+/// blank.
+std::string statusScript(const std::filesystem::path& git, const std::filesystem::path& top, const std::string& options);
 /// A script that asks `svn` for the status of the working copy at `top`, as a status pass does.
 std::string svnStatusScript(const std::filesystem::path& svn, const std::filesystem::path& top);
 /// A script that creates a Subversion repository beside the folder `files`, commits these files, and checks them out as `top`.

@@ -72,14 +72,11 @@ double bench::timeInShell(const std::string& script)
     return elapsedMilliseconds([&script] { runInShell(script); });
 }
 
-std::string bench::statusScript(const fs::path& git, const fs::path& top)
+std::string bench::statusScript(const fs::path& git, const fs::path& top, const std::string& options)
 {
-    // The module's own settings: no lock for refreshing the index, and no file-system monitor.
-    const std::string settings = "export GIT_OPTIONAL_LOCKS=0 GIT_CONFIG_COUNT=1 GIT_CONFIG_KEY_0=core.fsmonitor "
-                                 "GIT_CONFIG_VALUE_0=false; ";
     const std::string program = quoted(git);
-    return settings + "cd " + quoted(top) + " && " + program + " rev-parse --show-toplevel >/dev/null && " + program
-           + " status --porcelain >/dev/null";
+    return "cd " + quoted(top) + " && " + program + " rev-parse --show-toplevel >/dev/null && " + program + " status --porcelain"
+           + options + " >/dev/null";
 }
 
 std::string bench::svnStatusScript(const fs::path& svn, const fs::path& top)

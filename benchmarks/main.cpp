@@ -96,7 +96,7 @@ struct Measurement {
 };
 
 /// Makes all measurements whose name contains `only`; a failure does not keep the others from being made. Returns the exit code.
-int runAll(bool json, const std::string& only, const std::optional<std::string>& repository)
+int runAll(bool json, bool large, const std::string& only, const std::optional<std::string>& repository)
 {
     const auto one = [](Row (*measure)()) { return [measure] { return std::vector<Row>{measure()}; }; };
     const Measurement measurements[]{
@@ -104,7 +104,8 @@ int runAll(bool json, const std::string& only, const std::optional<std::string>&
          [&repository] { return measureBrowser(repository); }},  // first, because it measures the memory of this process
         {"git graph", &measureBrowserGraph},
         {"git picture", [&repository] { return measurePicture(repository); }},
-        {"status pass", [&repository] { return std::vector<Row>{measureStatusPass(repository)}; }},
+        {"status pass", [&repository] { return measureStatusPass(repository); }},
+        {"status growth", [large] { return std::vector<Row>{measureStatusGrowth(large)}; }},
         {"queue", one(&measureQueue)},
         {"many repositories", one(&measureManyRepositories)},
         {"svn status pass", one(&measureSvnPass)},
@@ -140,9 +141,11 @@ int main(int argc, char** argv)
 {
     CLI::App app{"Measures the filewatcher module against plain commands", "filewatcher_bench"};
     bool json = false;
+    bool large = false;
     std::string only;
     std::optional<std::string> repository;
     app.add_flag("--json", json, "One JSON object a line");
+    app.add_flag("--large", large, "The growth of the status pass up to 200,000 files, not 30,000");
     app.add_option("--only", only, "Only the measurements with this in their name")->type_name("TEXT");
     app.add_option("REPOSITORY", repository,
                    "A Git repository for the browser and the status pass, instead of those that are made for them");
@@ -151,5 +154,5 @@ int main(int argc, char** argv)
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : exitUsage;
     }
-    return runAll(json, only, repository);
+    return runAll(json, large, only, repository);
 }
