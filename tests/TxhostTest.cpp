@@ -116,6 +116,15 @@ TEST(Txhost, TellsFailuresAndWrongUsageApart)
     ASSERT_EQ(flood.size(), 2u);
     for (const Json& failure : flood)
         EXPECT_EQ(failure["status"], -6657);
+    Texts names;
+    for (int number = 10; number < 99; ++number)
+        names.push_back(std::to_string(number));
+    const std::string small = text(folder / "small");
+    makeRepository(folder / "small", {"a"});
+    makeRepository(folder / "large", names);
+    git(folder / "large", {"read-tree", "--empty"});  // its status is long
+    expectFailure({"watch", "--interval", "1", "--max-output", "300", small, text(folder / "large")}, 1,
+                  small + ": git: -6657, ");
     writeFile(folder / "refused" / ".git", "gitdir: /no/where\n");
     const std::string refused = text(folder / "refused");
     const std::string file = text(folder / "refused" / "file");
