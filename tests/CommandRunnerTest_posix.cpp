@@ -65,11 +65,18 @@ TEST(CommandRunner, GivesTheChildItsThreeStreamsAndNothingElse)
     std::fclose(leaked);
 }
 
-TEST(CommandRunner, GivesTheChildItsStreamsWhenTheHostHasNone)
+TEST(ChildPipe, IsNoStandardStreamOfAHostThatHasNone)
 {
-    const TempFolder folder;
-    run(helper("capture-without-streams error"), {}, spawnPlainCommand, text(folder.path()));
-    EXPECT_EQ(readFile(folder / "error"), pattern(3));
+    const int kept[] = {dup(STDIN_FILENO), dup(STDOUT_FILENO)};
+    close(STDIN_FILENO);
+    close(STDOUT_FILENO);
+    ChildPipe pipe;
+    pipe.create(true, 4096);
+    EXPECT_TRUE(fcntl(STDIN_FILENO, F_GETFD) == -1 && fcntl(STDOUT_FILENO, F_GETFD) == -1);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO}) {
+        dup2(kept[stream], stream);
+        close(kept[stream]);
+    }
 }
 
 TEST(CommandRunner, StopsWhatItsDescendantsHaveStartedInOtherGroupsAndSessions)

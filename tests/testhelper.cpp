@@ -1,10 +1,8 @@
 // The child program of the tests, with named behaviours. The first argument selects one; otherwise the name of the program
 // does, so that a copy of it can stand in for a tool.
 
-#include "common/ChildProcess.h"
-#include "common/CommandQuoting.h"
+#include "common/Environment.h"
 #include "common/cmFile.h"
-#include "common/cmStringCatHelper.h"
 #include "common/cmSystemPath.h"
 #include "tests/HelperSystem.h"
 
@@ -79,22 +77,6 @@ void pauseInLog(const Arguments& arguments)
     hang();
 }
 
-/// A host that has no standard streams and captures standard error alone, into the file that it is given.
-void captureWithoutStreams(const Arguments& arguments)
-{
-    for (std::FILE* stream : {stdin, stdout, stderr})
-        std::fclose(stream);
-    ChildPipe error;
-    SpawnStreams streams;
-    streams.error = &error;
-    ChildProcess child;
-    const cmStringT command = cmCat(inDoubleQuotes(cmProgramPath())) + " both 3";
-    spawnProcess(child, command, 0, {}, "", streams, nullptr, true);
-    char bytes[8];
-    const int count = error.read(bytes, sizeof bytes);
-    std::ofstream(arguments.at(0), std::ios::binary).write(bytes, count);
-}
-
 void floodBoth(std::size_t count)
 {
     const std::string block = pattern(count);
@@ -127,7 +109,6 @@ const std::map<std::string, std::function<void(const Arguments&)>> behaviours{
          writeTo(stdout, "parent");
          startBeside("hang");
      }},
-    {"capture-without-streams", &captureWithoutStreams},
     {"directory", [](const Arguments&) { std::cout << cmPathText(std::filesystem::current_path()).c_str(); }},
     {"environment",
      [](const Arguments&) {
