@@ -1,6 +1,7 @@
 #include "common/CommandQuoting.h"
 #include "filewatcher/livediff/GetFileFromVCThreaded.h"
 #include "filewatcher/livediff/LiveDiffCachePath.h"
+#include "tests/Captured.h"
 #include "tests/ModuleFixture.h"
 
 #include <utility>
@@ -46,12 +47,12 @@ protected:
         editor.setDirectory(cmROStringT(text(folder / "editor")));
     }
 
-    std::int32_t fetch(const char* function, const std::string& command, const std::string& file)
+    std::int32_t fetch(const char* function, cmROStringT command, const std::string& file)
     {
         const TXHVAR cache = txHvarAlloc();
         const std::string directory = text(folder / "work");
         const std::int32_t status =
-            call(function, {"origin", command.c_str(), file.c_str(), CallArgument::variable(cache), directory.c_str()});
+            call(function, {"origin", cmStringT(command), file.c_str(), CallArgument::variable(cache), directory.c_str()});
         const auto* path = std::get_if<cmStringT>(editor.value(cache));
         cacheFile = path ? path->c_str() : "";
         return status;
@@ -59,7 +60,6 @@ protected:
     std::int32_t have() { return call("_SVCLiveDiffHaveVCFile", {cacheFile.c_str()}); }
     std::string cached() const { return readFile(cmSystemPath(cacheFile)); }
     std::string in(const std::string& name) const { return text(folder / "work" / cmSystemPath(name)); }
-    static std::string helper(const std::string& arguments) { return '"' + builtProgram("testhelper") + "\" " + arguments; }
     /// The size of all files below the editor's directory.
     std::uintmax_t bytesInCache() const
     {
@@ -124,6 +124,8 @@ TEST_F(LiveDiffTest, KeepsTheOldCacheFileWhenTheToolFails)
     EXPECT_EQ(have(), 1);
     editor.setProperty(txPropertyLiveDiffReset, 1);
     EXPECT_EQ(have(), 0);
+    editor.setProperty(txPropertyLiveDiffReset, 0);
+    EXPECT_EQ(have(), 0) << "forgotten";
 }
 
 TEST_F(LiveDiffTest, FetchesOneFileAtATime)

@@ -1,7 +1,7 @@
 #include "common/cmFileReplacement.h"
 #include "filewatcher/livediff/LiveDiffCachePath.h"
 #include "filewatcher/livediff/LiveDiffFetch.h"
-#include "tests/TestSupport.h"
+#include "tests/Captured.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -16,13 +16,12 @@ TEST(LiveDiffFetch, KeepsTheOldCacheFileWhenTheDiskIsFull)
 {
     const TempFolder folder;
     writeFile(folder / "f", "old");
-    const std::string command = '"' + builtProgram("testhelper") + "\" bytes 100000";
     rlimit unlimited{};
     getrlimit(RLIMIT_FSIZE, &unlimited);
     const rlimit limit{50000, unlimited.rlim_max};
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     setrlimit(RLIMIT_FSIZE, &limit);
-    const std::int32_t status = fetchLiveDiffFile({"", cmROStringT(command), "f", cmROStringT(text(folder / "f")), ""}, {}, -7);
+    const std::int32_t status = fetchLiveDiffFile({"", helper("bytes 100000"), "f", cmROStringT(text(folder / "f")), ""}, {}, -7);
     setrlimit(RLIMIT_FSIZE, &unlimited);
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(status, -7);
