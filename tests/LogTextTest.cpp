@@ -34,17 +34,9 @@ GraphRow amongLines(std::uint16_t commit, std::uint16_t columns, std::initialize
 
 TEST(GraphText, TellsEveryKindOfLineFromEveryOther)
 {
-    const GraphRow both{3,
-                        {{1, 1, passes},
-                         {2, 2, passes},
-                         {4, 4, passes},
-                         {5, 5, passes},
-                         {7, 7, passes},
-                         {0, 3, ends},
-                         {6, 3, ends},
-                         {3, 2, begins},
-                         {3, 5, begins},
-                         {3, 8, begins}}};
+    GraphRow both = amongLines(3, 8, {2, 5, 8});
+    both.edges[0] = {0, 3, ends};
+    both.edges[5] = {6, 3, ends};
     EXPECT_EQ(drawn(both), "╰─│─┼─●─│─┼─┴─│─╮ |");
     EXPECT_EQ(drawn({1, {{0, 0, passes}, {2, 2, passes}, {1, 0, begins}, {1, 2, begins}}}), "├─●─┤ |");
     EXPECT_EQ(drawn({2, {{2, 2, ends}, {2, 0, begins}, {2, 1, begins}, {2, 5, begins}, {3, 3, arrowDown}, {4, 4, arrowUp}}}),
