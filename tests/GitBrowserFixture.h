@@ -6,17 +6,16 @@
 
 #include <sstream>
 
-/// Commits for git fast-import, each a minute later than the one before it, unless the clock is wrong or stands still.
+/// Commits for git fast-import, each a minute later than the one before it, unless the clock is wrong.
 class History {
 public:
     int minutesAhead = 0;
-    int minutesApart = 1;
 
     /// Returns the mark of the commit. `parents` are marks.
     int commit(const std::string& branch, const std::vector<int>& parents, const std::string& subject,
                const std::string& author = "Ada <ada@example.org>")
     {
-        const std::string when = std::to_string(1700000000 + 60 * (++m_last * minutesApart + minutesAhead)) + " +0000\n";
+        const std::string when = std::to_string(1700000000 + 60 * (++m_last + minutesAhead)) + " +0000\n";
         m_text << "commit refs/heads/" << branch << "\nmark :" << m_last << "\nauthor " << author << " " << when
                << "committer C <c@example.org> " << when << "data " << subject.size() << "\n"
                << subject << "\n";

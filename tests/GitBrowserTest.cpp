@@ -59,6 +59,9 @@ TEST_F(GitBrowserTest, StartsALoadOnlyWhenSomethingChanged)
     EXPECT_EQ(captions()[1].substr(0, 27), "\t[extra] [origin/far] extra");
     EXPECT_EQ(published(), 5);
     EXPECT_EQ(callback<std::int32_t()>(txSlotGitGraphWidth)(), 2);
+    GraphRow row;
+    EXPECT_EQ(callback<std::int32_t(std::int64_t, GraphRow&)>(txSlotGitGraphRow)(0, row), 0);
+    EXPECT_TRUE(row.edges.empty()) << "the restricted log lacks HEAD";
     const std::string log = "cmdLine.get()=\"git\" --no-pager log  --date=iso ";
     const std::string format = " \"--pretty=format:%H%x00%P%x00%ct%x00%ae%x00%an%x00%s%x01\" ";
     EXPECT_EQ(commands,

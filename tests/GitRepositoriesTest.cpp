@@ -124,19 +124,6 @@ TEST_F(GitRepositoriesTest, ShowsEveryShapeAsGitDoes)
     expectSameAsGit(top);
 }
 
-TEST_F(GitRepositoriesTest, ShowsTheCommitsOfOneSecondAboveTheirParents)
-{
-    History history;
-    history.minutesApart = 0;
-    history.commit("z", {history.commit("main", {}, "root")}, "child");
-    history.import(folder, top);
-    EXPECT_TRUE(git(top, {"rev-list", "--all"}).starts_with(hashOf("main"))) << "git lists the root first";
-    show();
-    EXPECT_EQ(commit(1).subject, "child");
-    show({1, "--reverse z"});
-    EXPECT_EQ(commit(1).subject, "root");
-}
-
 TEST_F(GitRepositoriesTest, ShowsTextsThatMakeTroubleWhateverTheUserConfigured)
 {
     History history;

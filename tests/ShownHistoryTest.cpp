@@ -124,6 +124,15 @@ TEST_F(ShownHistoryTest, ARestrictedLogIsLaidOutAnewWithoutTheParentsThatNeverCa
     EXPECT_EQ(info.firstParent, cmStringT(hashOf(504)));
 }
 
+TEST_F(ShownHistoryTest, KeepsTheOrderOfALogThatIsReversed)
+{
+    ShownHistory reversed("--reverse");
+    const std::string log = logRecord(1, {});
+    cmROStringT batch = log;
+    EXPECT_FALSE(reversed.addRecords(batch, 100, neverStop));
+    EXPECT_EQ(reversed.commitCount(), 2) << "no record is held back";
+}
+
 TEST_F(ShownHistoryTest, JoinsTheWorkingCopyToHead)
 {
     load();
