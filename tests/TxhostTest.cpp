@@ -205,9 +205,11 @@ TEST(Txhost, WatchesForChanges)
     EXPECT_TRUE(watch.shows("changed") && flooded.shows("changed")) << watch.output();
     fs::remove(folder / "file");
     EXPECT_TRUE(watch.shows("removed") && flooded.shows("removed")) << watch.output();
+    const std::string clean = "\"clean\",\"path\":" + Json(text(top / "a")).dump();
+    EXPECT_EQ(watch.output().find(clean), std::string::npos) << "its status is not known";
     overwriteIndex(index);
     git(top, {"checkout", "--quiet", "a"});
-    EXPECT_TRUE(watch.shows("\"clean\",\"path\":" + Json(text(top / "a")).dump())) << watch.output();
+    EXPECT_TRUE(watch.shows(clean)) << watch.output();
     watch.terminate();
     EXPECT_EQ(jsonLines(watch.output()).size(), 7u) << watch.output();
 }
