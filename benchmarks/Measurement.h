@@ -68,7 +68,7 @@ std::vector<Row> measureStatusPass(const std::optional<std::string>& repository)
 Row measureStatusGrowth(bool large);
 /// A Subversion status pass over 10,000 files against the same command in a shell.
 Row measureSvnPass();
-/// What each further file costs in a Subversion pass, see makeGrowthRow.
+/// What each further file costs in a Subversion pass, against the same command in a shell.
 Row measureSvnGrowth();
 /// Adding the 10,000th path to a queue against adding the 100th.
 Row measureQueue();

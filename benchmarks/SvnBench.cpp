@@ -9,6 +9,8 @@ namespace {
 
 constexpr int passRounds = 21;
 constexpr int growthRounds = 7;
+constexpr int fewFiles = 10000;
+constexpr int manyFiles = 50000;
 constexpr int filesPerFolder = 100;
 
 /// A Subversion working copy of so many files, of which one in a hundred is modified.
@@ -47,27 +49,26 @@ private:
     fs::path m_top;
 };
 
-double fastestPass(int files)
+/// Passes over a new working copy beside the same command in a shell.
+Samples measurePasses(int files, int rounds)
 {
     const WorkingCopy copy(files);
     BenchModule module(programInPath("svn"), BenchModule::svnType);
-    copy.pass(module);  // the first pass also asks the server
-    return fastest(growthRounds, [&] { return copy.pass(module); });
+    const std::string script = bench::svnStatusScript(programInPath("svn"), copy.top());
+    copy.pass(module);  // the first pass also asks the server, the others follow within its minute
+    return interleave(
+        rounds, [&] { return copy.pass(module); }, [&] { return bench::timeInShell(script); });
 }
 
 }  // namespace
 
 Row measureSvnPass()
 {
-    const WorkingCopy copy(10000);
-    BenchModule module(programInPath("svn"), BenchModule::svnType);
-    const std::string script = bench::svnStatusScript(programInPath("svn"), copy.top());
-    const Samples samples = interleave(
-        passRounds, [&] { return copy.pass(module); }, [&] { return bench::timeInShell(script); });
-    return makeRow("svn status pass, 10,000 files", "ms", samples, Aim::ratioAtMost, 1.2);
+    return makeRow("svn status pass, 10,000 files", "ms", measurePasses(fewFiles, passRounds), Aim::ratioAtMost, 1.15);
 }
 
 Row measureSvnGrowth()
 {
-    return makeGrowthRow("svn pass, each further file, to 50,000", &fastestPass, growthRounds);
+    const auto measure = [](int files) { return measurePasses(files, growthRounds); };
+    return makeSlopeRow("svn pass, each further file, to 50,000", measure, fewFiles, manyFiles, 1.15);
 }
