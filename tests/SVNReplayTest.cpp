@@ -133,9 +133,6 @@ TEST_F(SVNReplayTest, WritesNothingOfABrokenAnswer)
     writeFile(folder / "svn.err", "svn: warning: W1: x\nsvn: E200009: it is wrong\n");
     answerAndPass(whole, -1);
     EXPECT_EQ(reason, "svn: E200009: it is wrong");
-    writeFile(folder / "svn.err", "svn: warning: W155007: 'x' is not a working copy\n");
-    answerAndPass(document(""), -1);
-    EXPECT_EQ(reason, "svn: warning: W155007: 'x' is not a working copy");
     fs::remove(folder / "svn.err");
     EXPECT_TRUE(editor.records().empty());
     // Paths that the watched directory cannot hold.
@@ -166,11 +163,6 @@ protected:
         thread.addPath(path, "", true, false);
         EXPECT_EQ(waitForPass(path), status) << path;
         return reason;
-    }
-    /// Whether the commands come to be those of `questions`.
-    bool comesToAsk(const std::string& questions)
-    {
-        return eventually([&] { return asked() == questions; });
     }
 
     const std::string a = in("a"), b = in("b");
@@ -220,7 +212,7 @@ TEST_F(SVNServerTest, PutsQuestionsToASilentServerBehindThePasses)
     const std::string in15 = "the server did not answer within 15 s", in120 = "the server did not answer within 120 s";
     writeFile(silence, "");
     thread.addPath(a, "", true, false);
-    EXPECT_TRUE(comesToAsk("S"));
+    EXPECT_TRUE(eventually([&] { return asked() == "S"; }));
     now = 19999;
     EXPECT_TRUE(eventually([&, before = clockReads + 1] { return clockReads > before; }));
     EXPECT_TRUE(passesEnded.empty());
@@ -232,7 +224,7 @@ TEST_F(SVNServerTest, PutsQuestionsToASilentServerBehindThePasses)
     EXPECT_EQ(passWithout(a), in15);
     now = 80000;
     EXPECT_EQ(passWithout(a), in15);
-    EXPECT_TRUE(comesToAsk("S----S"));
+    EXPECT_TRUE(eventually([&] { return asked() == "S----S"; }));
     EXPECT_EQ(passWithout(b), "") << "it asks meanwhile";
     now = 140000;
     EXPECT_EQ(passWithout(a), "the server has not answered yet");
@@ -244,14 +236,14 @@ TEST_F(SVNServerTest, PutsQuestionsToASilentServerBehindThePasses)
 
     writeFile(silence, "");
     EXPECT_EQ(passWithout(a), "");
-    EXPECT_TRUE(comesToAsk("S----SS--S"));
+    EXPECT_TRUE(eventually([&] { return asked() == "S----SS--S"; }));
     now = 259999;
     EXPECT_TRUE(eventually([&, before = clockReads + 1] { return clockReads > before; }));
     EXPECT_EQ(processesOf(tool), 1u);
     now = 260000;
     EXPECT_TRUE(eventually([&] { return processesOf(tool) == 0; }));
     EXPECT_EQ(passWithout(a), in120);
-    EXPECT_TRUE(comesToAsk("S----SS--S-S"));
+    EXPECT_TRUE(eventually([&] { return asked() == "S----SS--S-S"; }));
     EXPECT_EQ(passWithout(b), "") << "nobody was held up, so all are asked";
     EXPECT_EQ(asked(), "S----SS--S-SS");
     stop();

@@ -17,7 +17,7 @@ public:
         join();
     }
 
-    using FileWatcherThreadBase::sleepIdle;
+    using FileWatcherThreadBase::deferEntry, FileWatcherThreadBase::sleepIdle, FileWatcherThreadBase::takeFirstDeferred;
     bool isWoken() { return wakeEvent().wait(0) == cmWaitSignalled; }
     bool isAsleep() { return wakeEvent().waiterCount() == 1; }
 
@@ -48,6 +48,14 @@ TEST_F(StatusThreadTest, AddedPathsAndStopRequestsEndOneSleep)
         thread.sleepIdle();
     }
     EXPECT_FALSE(thread.isWoken());
+}
+
+TEST_F(StatusThreadTest, ForgetsWhatItHasDeferredOfARemovedPath)
+{
+    thread.deferEntry({"/a", "", false, false});
+    thread.removePath("/a/");
+    WatchEntry entry;
+    EXPECT_FALSE(thread.takeFirstDeferred(entry));
 }
 
 TEST_F(StatusThreadTest, NotifiesTheEditorOnceWhenTheQueueIsEmpty)
