@@ -99,6 +99,7 @@ void console::printErrorLines(cmROStringT text)
     while (!text.empty())
         lines += cmStringT(cmCat(forTerminal(cmWithoutLineEnd(cmTakeUntil(text, '\n')))) + "\n");
     std::fwrite(lines.c_str(), 1, lines.length(), stderr);
+    std::fflush(stderr);  // on Windows it is buffered
 }
 
 cmStringT console::printable(cmROStringT text)
