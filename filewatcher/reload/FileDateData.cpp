@@ -42,7 +42,6 @@ void FileDateData::setSlowThreshold(std::int32_t ms)
 {
     cmMutexLock hold(fileDateLock);
     slowThresholdMs = ms;
-    giveUpOverdueRead();
 }
 
 bool FileDateData::startReader()
@@ -55,6 +54,7 @@ bool FileDateData::enqueue(cmArray<FILE_DATE_THREAD_INPUT_INFO> requests)
 {
     cmMutexLock hold(fileDateLock);
     cmDictionary<cmROStringT, bool> waiting{{reading.view(), true}};
+    waiting.reserve(requests.size() + 1);
     for (const FILE_DATE_THREAD_INPUT_INFO& queued : inputQueue)
         waiting.emplace(queued.fileName.view(), true);
     bool anyWaits = false;
@@ -62,7 +62,7 @@ bool FileDateData::enqueue(cmArray<FILE_DATE_THREAD_INPUT_INFO> requests)
         if (slowFiles.contains(request.fileName))
             continue;
         anyWaits = true;
-        if (!waiting.contains(request.fileName.view()))
+        if (waiting.emplace(request.fileName.view(), true).second)  // the bytes stay where they are when the string is moved
             inputQueue.push(std::move(request));
     }
     if (!anyWaits)
@@ -109,12 +109,10 @@ bool FileDateData::takeRequest(FILE_DATE_THREAD_INPUT_INFO& request)
 {
     // Both events change under the lock. Otherwise a request queued between `pop` and `reset` would be lost.
     cmMutexLock hold(fileDateLock);
-    while (inputQueue.pop(request)) {
-        if (!slowFiles.contains(request.fileName)) {  // it is slow by now when one call asked for it twice
-            reading.assign(request.fileName);
-            readingSince = fileDateSource().tickCount();
-            return true;
-        }
+    if (inputQueue.pop(request)) {
+        reading.assign(request.fileName);
+        readingSince = fileDateSource().tickCount();
+        return true;
     }
     workEvent.reset();
     doneEvent.set();
@@ -141,7 +139,6 @@ bool FileDateData::ensureReader()
     std::erase_if(hanging, [](const auto& thread) { return !thread->isRunning(); });
     if ((reader && reader->isRunning()) || hanging.size() == maxHangingReads)
         return true;
-    reading.clear();  // the last of a reader that died of an exception
     if (!reader) {
         reader = std::make_unique<FileDateThread>(*this);
         reader->setStopEvent(&workEvent);
@@ -150,7 +147,7 @@ bool FileDateData::ensureReader()
 }
 
 /// Gives up the current read if that has taken the slow threshold, or a millisecond when the threshold is shorter. Returns after
-/// how many milliseconds to look again: 0 when there is no reader.
+/// how many milliseconds to look again: 0 when no reader runs.
 std::uint32_t FileDateData::giveUpOverdueRead()
 {
     const auto limit = static_cast<std::uint32_t>(std::max(slowThresholdMs, 1));

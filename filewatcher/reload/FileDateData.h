@@ -29,12 +29,12 @@ public:
     /// Stops all threads, waits for their ends without a time limit, and destroys the instance with its queues and slow files.
     static void stopInstance();
 
-    /// A file whose date takes at least this long to read is slow. Gives up the current read if that has taken so long.
+    /// A file whose date takes at least this long to read is slow, also the one that is being read.
     void setSlowThreshold(std::int32_t ms);
     /// Starts a reader unless there is one or too many reads hang. Returns false when it cannot be started.
     bool startReader();
-    /// Queues the requests for files that are not known to be slow and do not wait already. Call startReader before. Returns
-    /// whether any of these files waits now.
+    /// Queues the requests for files that are not known to be slow and do not wait already, a file once. Call startReader before.
+    /// Returns whether any of these files waits now.
     bool enqueue(cmArray<FILE_DATE_THREAD_INPUT_INFO> requests);
     /// Blocks until all requests are answered or their reads given up, at most `budgetMs`; not at all when that is negative or
     /// nothing can be answered. Gives up reads meanwhile.

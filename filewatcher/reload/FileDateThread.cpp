@@ -2,6 +2,7 @@
 
 #include "filewatcher/reload/FileDateData.h"
 
+#include <optional>
 #include <utility>
 
 std::int32_t FileDateThread::run()
@@ -10,9 +11,19 @@ std::int32_t FileDateThread::run()
         m_data.waitForWork();
         FILE_DATE_THREAD_INPUT_INFO request;
         while (!stopRequested() && m_data.takeRequest(request)) {
-            if (!m_data.endRead(*this, readFileDate(std::move(request.fileName))))
+            if (!answer(std::move(request.fileName)))
                 return 0;
         }
     }
     return 0;
+}
+
+/// Returns false when the read was given up. When there is no memory for a date, its file has no answer, and the others go on.
+bool FileDateThread::answer(cmStringT fileName)
+{
+    try {
+        return m_data.endRead(*this, readFileDate(std::move(fileName)));
+    } catch (...) {
+        return m_data.endRead(*this, std::nullopt);
+    }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/cmString.h"
 #include "common/cmThread.h"
 
 class FileDateData;
@@ -13,5 +14,7 @@ public:
     std::int32_t run() override;
 
 private:
+    bool answer(cmStringT fileName);
+
     FileDateData& m_data;
 };
