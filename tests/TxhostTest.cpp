@@ -116,6 +116,10 @@ TEST(Txhost, TellsFailuresAndWrongUsageApart)
     ASSERT_EQ(flood.size(), 2u);
     for (const Json& failure : flood)
         EXPECT_EQ(failure["status"], -6657);
+    Texts reload{"reload", "--budget", "0"};
+    for (int number = 0; number < 4000; ++number)
+        reload.push_back(std::to_string(number));
+    expectFailure(reload, 1, "3999: no answer within 0 ms\n");
     Texts names;
     for (int number = 10; number < 99; ++number)
         names.push_back(std::to_string(number));
@@ -186,10 +190,11 @@ TEST(Txhost, WatchesForChanges)
     makeRepository(other, {"b"});
     writeFile(top / "a", "22");
     writeFile(other / "b", "22");
+    fs::create_directory(folder / "plain");
     writeFile(folder / "file", "x");
     const Json date = json({"reload", text(folder / "file")}).at(0);
     EXPECT_TRUE(date["time"] > 130'000'000'000'000'000 && date["readOnly"] == false) << date;
-    WatchProcess watch({text(top), text(other), text(folder / "file")});
+    WatchProcess watch({text(top), text(other), text(folder / "plain"), text(folder / "file")});
     WatchProcess flooded({"--git", helperAs(folder, "tool-floods"), text(top), text(folder / "file")});
     EXPECT_TRUE(flooded.shows("-6657")) << flooded.output();
     EXPECT_TRUE(watch.shows("modified")) << watch.output();
@@ -209,27 +214,40 @@ TEST(Txhost, WatchesForChanges)
     EXPECT_EQ(watch.output().find(clean), std::string::npos) << "its status is not known";
     overwriteIndex(index);
     git(top, {"checkout", "--quiet", "a"});
-    EXPECT_TRUE(watch.shows(clean)) << watch.output();
+    EXPECT_TRUE(watch.shows(clean) && watch.shows("\"answers\",\"path\":" + Json(text(top)).dump())) << watch.output();
     watch.terminate();
-    EXPECT_EQ(jsonLines(watch.output()).size(), 7u) << watch.output();
+    EXPECT_EQ(jsonLines(watch.output()).size(), 9u) << watch.output();
 }
 
-TEST(Txhost, AToolThatHangsHoldsUpItsOwnDirectoriesAlone)
+TEST(Txhost, AToolThatHangsHoldsUpItsOwnDirectoriesAloneAndEachIsNamedOnce)
 {
     const TempFolder folder;
     const fs::path top = folder / "repo";
     makeRepository(top, {"a"});
     writeFile(top / "a", "22");
-    for (const char* name : {"w1", "w2"})
+    writeFile(folder / "svn.xml", "<status><target><entry path='x'/></target></status>");
+    for (const std::string name : {"w1", "w2"}) {
         fs::create_directories(folder / name / ".svn");
-    const Texts names{"--svn", helperAs(folder, "hang"), text(folder / "w1"), text(top), text(folder / "w2")};
+        writeFile(folder / (name + ".silent"), "");
+    }
+    const Texts names{"--patience",       "100", "--svn", helperAs(folder, "tool-svn"), text(folder / "w1"), text(top),
+                      text(folder / "w2")};
     WatchProcess watch(names);
     WatchProcess status(names, "status");
-    const std::string awaited = "waiting for svn in " + text(folder / "w1") + " and 1 more directory behind it";
+    const std::string first = "waiting for svn in " + text(folder / "w1");
     for (WatchProcess* process : {&watch, &status})
-        EXPECT_TRUE(process->shows("mod") && process->shows(awaited)) << process->output() << process->errors();
+        EXPECT_TRUE(process->shows("mod") && process->shows(first + " and 1 more directory behind it"))
+            << process->output() << process->errors();
     git(top, {"checkout", "--quiet", "a"});
     EXPECT_TRUE(watch.shows("clean")) << watch.output();
+    writeFile(folder / "w1.slow", "");
+    fs::remove(folder / "w1.silent");
+    for (WatchProcess* process : {&watch, &status})
+        EXPECT_TRUE(process->shows("waiting for svn in " + text(folder / "w2") + "\n")) << process->errors();
+    fs::remove(folder / "w2.silent");
+    const std::string nextRound = "--xml --verbose " + text(folder / "w2");
+    EXPECT_TRUE(eventually([&] { return readFile(folder / "svn.log").find(nextRound) != std::string::npos; }));
+    EXPECT_EQ(watch.errors().find(first), watch.errors().rfind(first));
 }
 
 TEST(Txhost, ShowsBranchesAndTheHistoryWithItsGraph)

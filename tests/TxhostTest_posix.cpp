@@ -12,20 +12,26 @@ namespace {
 TEST(Txhost, EndsItsWatchOnCtrlCAndFailsWhenItsOutputCannotBeWritten)
 {
     const TempFolder folder;
-    EXPECT_EQ(runInto(builtProgram("txhost"), "functions", "/dev/full", folder / "err"), 1);
     makeRepository(folder / "repo", {"a"});
     writeFile(folder / "repo" / "a", "22");
+    EXPECT_EQ(runInto(builtProgram("txhost"), "functions", "/dev/full", folder / "err"), 1);
+    EXPECT_EQ(runInto(builtProgram("txhost"), "watch " + text(folder / "repo"), "/dev/full", folder / "err"), 1);
     WatchProcess watch({text(folder / "repo")});
     EXPECT_TRUE(watch.shows("modified"));
     kill(static_cast<pid_t>(watch.id()), SIGINT);
     EXPECT_TRUE(watch.ends());
     EXPECT_EQ(std::count(watch.output().begin(), watch.output().end(), '\n'), 1);
 
-    const std::string tool = helperAs(folder, "hang");
-    WatchProcess status({"--git", tool, text(folder / "repo")}, "status");
-    EXPECT_TRUE(eventually([&] { return processesOf(tool) == 1; }));
+    const std::string top = text(folder / "repo");
+    const std::string other = text(folder / "w");
+    fs::create_directories(other);
+    writeFile(folder / "svn.xml", "<status><target><entry path='/b'><wc-status item='modified'/></entry></target></status>");
+    writeFile(other + ".silent", "");
+    WatchProcess status({"--svn", helperAs(folder, "tool-svn"), "--patience", "100", top, other}, "status --tool svn");
+    EXPECT_TRUE(status.shows("waiting for svn in " + other + "\n")) << status.errors();
     kill(static_cast<pid_t>(status.id()), SIGINT);
-    EXPECT_TRUE(status.shows("txhost: interrupted: no answer from git in " + text(folder / "repo") + "\n")) << status.errors();
+    EXPECT_TRUE(status.shows("txhost: interrupted: no answer from svn in " + other + "\n")) << status.errors();
+    EXPECT_TRUE(status.shows("mod           /b\n")) << status.output();
 }
 
 TEST(Txhost, EndsTheToolsThatItWaitsForOnCtrlC)

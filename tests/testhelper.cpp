@@ -42,7 +42,8 @@ void leaveTrace(const Arguments&)
 }
 
 /// A Subversion client that logs its arguments and answers with the content of the file beside it. When it asks the server, that
-/// is silent as long as there is a file named after the directory, and what it complains about is in a file of its own.
+/// is silent as long as there is a file named after the directory, and what it complains about is in a file of its own. A file
+/// "DIRECTORY.slow" makes it slow.
 void replaySvn(const Arguments& arguments)
 {
     const std::filesystem::path folder = cmSystemPath(cmProgramPath()).parent_path();
@@ -53,6 +54,8 @@ void replaySvn(const Arguments& arguments)
     log << std::endl;
     while (asksServer && std::filesystem::exists(cmSystemPath(arguments.back() + ".silent")))
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    if (std::filesystem::exists(cmSystemPath(arguments.back() + ".slow")))
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
     std::cout << std::ifstream(folder / "svn.xml", std::ios::binary).rdbuf();
     std::cerr << std::ifstream(folder / (asksServer ? "server.err" : "svn.err"), std::ios::binary).rdbuf();
 }

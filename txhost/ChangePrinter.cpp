@@ -27,6 +27,8 @@ void ChangePrinter::show(const PassAnswer& answer)
     Directory& before = m_directories[path];
     if (answer.isOutside && !before.isOutside)
         print("outside", console::grey, path);
+    if (before.failure && !answer.failure)
+        print("answers", console::green, path);
     show(answer.files);
     if (answer.failure && answer.failure != before.failure)
         printFailure(path, *answer.failure, m_json);

@@ -10,7 +10,7 @@ public:
 
     /// Prints changed dates. The first dates of a file are only stored.
     void show(const FileDates& dates);
-    /// Prints what a pass has changed: its files, its failure, and whether its directory is in a repository.
+    /// Prints what a pass has changed: its files, its failure or that this is over, and whether its directory is in a repository.
     void show(const PassAnswer& answer);
     /// Prints files whose status has changed.
     void show(const FileStatuses& files);

@@ -71,11 +71,16 @@ void console::noteMissingDate()
     dateMissing = true;
 }
 
+bool console::isOutputBroken()
+{
+    return std::ferror(stdout) != 0;
+}
+
 bool console::isOutputComplete()
 {
     if (dateMissing)
         printError("a date could not be converted to local time");
-    if (!std::ferror(stdout))
+    if (!isOutputBroken())
         return !dateMissing;
     if (!isReaderGone())
         printError("standard output cannot be written");

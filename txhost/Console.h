@@ -31,6 +31,8 @@ void printLine(cmROStringT line);
 void noteMissingDate();
 /// Whether all lines so far were written, and no date was left out. Prints an error when not.
 bool isOutputComplete();
+/// Whether a line could not be written.
+bool isOutputBroken();
 /// Writes one line to standard error, after the name of the program, escaped as for a terminal.
 void printError(cmROStringT line);
 /// Writes lines to standard error, each escaped as for a terminal. Any thread.

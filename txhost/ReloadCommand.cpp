@@ -5,6 +5,8 @@
 #include "txhost/FileDates.h"
 #include "txhost/JsonText.h"
 
+#include <string>
+
 namespace {
 
 void printFile(const cmStringT& path, const FileDate& date, bool json)
@@ -27,6 +29,13 @@ void printSlow(const cmStringT& path, bool json)
                                      + console::printable(path)));
 }
 
+void printFailure(const cmStringT& path, const std::string& meaning, bool json)
+{
+    if (json)
+        console::printLine(jsonText({{"path", jsonString(path)}, {"meaning", meaning}}));
+    console::printError(cmStringT(cmCat(path) + ": " + meaning));
+}
+
 }  // namespace
 
 int runReload(const HostOptions& options, const std::vector<std::string>& named)
@@ -37,15 +46,21 @@ int runReload(const HostOptions& options, const std::vector<std::string>& named)
     bool complete = true;
     for (const auto& [path, date] : dates.known) {
         if (date.time == 0 && cmReadFileItem(path).state != cmItemState::missing) {  // the module does not tell the two apart
-            console::printError(cmStringT(cmCat(path) + ": its date cannot be read"));
+            printFailure(path, "its date cannot be read", options.json);
             complete = false;
         } else {
             printFile(path, date, options.json);
         }
     }
     for (const cmStringT& path : paths) {
-        if (!dates.known.contains(path))  // the file is slow, or there was no answer within the budget
+        if (dates.known.contains(path))
+            continue;
+        if (dates.slow.contains(path)) {
             printSlow(path, options.json);
+        } else {
+            printFailure(path, "no answer within " + std::to_string(options.budgetMs) + " ms", options.json);
+            complete = false;
+        }
     }
     return complete ? 0 : 1;
 }

@@ -11,9 +11,6 @@
 
 namespace {
 
-/// How long a tool may be silent before it is named.
-constexpr std::chrono::milliseconds silenceBeforeNamed{2000};
-
 /// Queues a pass. Returns 0, or why the module refuses.
 std::int32_t addPath(Host& host, const WatchedDirectory& directory)
 {
@@ -110,13 +107,16 @@ void StatusPoll::start(const Tool& tool)
 
 bool StatusPoll::runUntil(const std::function<bool()>& done, Clock::time_point deadline)
 {
-    for (;;) {
-        if (m_host.editor().runUntil(done, millisecondsUntil(std::min(deadline, nextTelling()))))
-            return true;
+    bool isDone = false;
+    while (!isDone) {
+        const Clock::time_point telling = nextTelling();
+        const auto hasReason = [&] { return (isDone = done()) || nextTelling() < telling; };
+        m_host.editor().runUntil(hasReason, millisecondsUntil(std::min(deadline, telling)));
         tellWaiting();
         if (Clock::now() >= deadline)
-            return false;
+            break;
     }
+    return isDone;
 }
 
 bool StatusPoll::isWaiting() const
@@ -147,7 +147,7 @@ FileStatuses StatusPoll::takeUnreported()
 
 void StatusPoll::expectSign(Round& round)
 {
-    round.tellAt = Clock::now() + silenceBeforeNamed;
+    round.tellAt = Clock::now() + std::chrono::milliseconds(m_host.options().patienceMs);
 }
 
 void StatusPoll::beginPass(const cmStringT& path)
@@ -162,6 +162,8 @@ void StatusPoll::endPass(const WatchedDirectory& directory, std::int32_t status)
     Round& round = roundOf(directory);
     if (round.waiting.erase(directory.path) == 0)
         return;
+    if (round.tellAt)  // it was not late
+        round.told.erase(directory.path);
     expectSign(round);
     collectChanges();
     reportPass(directory, status);
@@ -191,8 +193,6 @@ void StatusPoll::reportPass(const WatchedDirectory& directory, std::int32_t stat
 void StatusPoll::endRound(Round& round)
 {
     round.tellAt.reset();
-    if (!std::exchange(round.isNamed, false))
-        round.told.clear();
     FileStatuses files = round.files.takeOthers();
     files.merge(round.files.takeGone());
     m_listener.roundEnded(round.tool, files);
@@ -222,10 +222,8 @@ void StatusPoll::tellWaiting()
         if (!round.tellAt || *round.tellAt > Clock::now())
             continue;
         round.tellAt.reset();
-        const cmStringT text = awaitedText(round.tool.name, round.current, round.waiting.size() - 1);
-        if (text != round.told)
-            console::printError(cmStringT(cmCat("waiting for ") + text));
-        round.told = text;
-        round.isNamed = true;
+        if (round.told.insert(round.current).second)
+            console::printError(
+                cmStringT(cmCat("waiting for ") + awaitedText(round.tool.name, round.current, round.waiting.size() - 1)));
     }
 }

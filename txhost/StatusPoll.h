@@ -55,7 +55,8 @@ public:
     /// at once.
     void start(const Tool& tool);
     /// Runs the editor's event loop until `done` returns true, which is the result then, or until `deadline`. The listener is
-    /// called meanwhile. A tool of which no pass ends for 2 s is named on standard error, with the directory that it hangs in.
+    /// called meanwhile. A tool of which no pass ends within the patience of the options is named on standard error, with the
+    /// directory that it hangs in: each directory once, until a pass over it has ended in time.
     bool runUntil(const std::function<bool()>& done, Clock::time_point deadline = Clock::time_point::max());
 
     /// Whether a round has not ended. After an interrupt none ends, because it may have ended the tool as well.
@@ -76,8 +77,7 @@ private:
         std::set<cmStringT> waiting;              ///< directories whose passes have not ended
         cmStringT current;                        ///< the directory that the tool is looking at
         std::optional<Clock::time_point> tellAt;  ///< when the tool is named as one that is waited for
-        cmStringT told;                           ///< what was said about it last
-        bool isNamed = false;                     ///< whether something was said in this round
+        std::set<cmStringT> told;                 ///< directories that were named, and have not answered in time since
     };
 
     Round& roundOf(const WatchedDirectory& directory) { return m_rounds.at(directory.tool.number); }

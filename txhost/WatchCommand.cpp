@@ -22,13 +22,15 @@ public:
             m_rounds[tool->number].due = Clock::now();
     }
 
-    /// Returns the exit code: after an interrupt 0, and 1 when every tool is switched off and there are no files.
+    /// Returns the exit code: after an interrupt 0, and 1 when the output cannot be written any more, or when every tool is
+    /// switched off and there are no files.
     int run()
     {
         while (!isOver()) {
             m_hasRoundEnded = false;
             startWhatIsDue();
-            m_poll.runUntil([this] { return m_hasRoundEnded || console::wasInterrupted(); }, nextDue());
+            m_poll.runUntil([this] { return m_hasRoundEnded || console::wasInterrupted() || console::isOutputBroken(); },
+                            nextDue());
             if (console::wasInterrupted())
                 return 0;
         }
@@ -82,7 +84,7 @@ private:
         return next;
     }
 
-    bool isOver() const { return !m_poll.isWaiting() && nextDue() == never; }
+    bool isOver() const { return console::isOutputBroken() || (!m_poll.isWaiting() && nextDue() == never); }
 
     Host& m_host;
     const cmArray<cmStringT> m_files;

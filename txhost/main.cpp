@@ -168,6 +168,8 @@ private:
         command->add_option("DIR", m_words, "Directories in working copies, of watch also files")->required();
         command->add_option("--tool", m_options.tool, "Whose they are, instead of finding out")
             ->check(CLI::IsMember(toolNames()));
+        command->add_option("--patience", m_options.patienceMs, "Milliseconds until a tool that does not answer is named")
+            ->check(CLI::Range(0, 3600000));
         command->add_flag("--updates", m_options.updates, "Show what is newer in the repository, too");
     }
 
