@@ -43,7 +43,7 @@ bool CommandCapture::pass()
     if (m_control.stopRequested) {
         cmThread::yield();
         if (m_control.stopRequested())
-            return stop();
+            return end(m_result.stopped);
     }
     const ChildActivity activity = m_process.poll(m_output, m_error);
     if (activity.failed)
@@ -53,7 +53,7 @@ bool CommandCapture::pass()
     if (activity.error && !drainError())
         return false;
     if (activity.running && !activity.output && m_control.silentTooLong && m_control.silentTooLong())
-        return stop();
+        return end(m_result.silent);
     if (activity.output || activity.error)
         m_pacing.onRead();
     else if (activity.running && !m_pacing.wait(m_process, m_output, m_error))
@@ -66,7 +66,7 @@ CaptureResult CommandCapture::finish()
     if (m_process.isValid()) {
         while (m_result.errorOutput.length() < CaptureReadChunk && readWaitingError()) {
         }
-        const bool isOurEnd = m_result.stopped || m_result.status != 0;
+        const bool isOurEnd = m_result.stopped || m_result.silent || m_result.status != 0;
         if (const cmStringT end = isOurEnd ? cmStringT() : m_process.abnormalEnd(); !end.isNull())
             fail(end);
     }
@@ -74,10 +74,10 @@ CaptureResult CommandCapture::finish()
     return std::move(m_result);
 }
 
-/// Ends the capture because its control says so. Returns false.
-bool CommandCapture::stop()
+/// Ends the capture because its control says so, and sets the mark of the result. Returns false.
+bool CommandCapture::end(bool& mark)
 {
-    m_result.stopped = true;
+    mark = true;
     m_process.terminate();
     return false;
 }
@@ -86,7 +86,7 @@ bool CommandCapture::stop()
 bool CommandCapture::fail(cmROStringT reason)
 {
     m_process.terminate();
-    if (m_result.status == 0 && !m_result.stopped) {
+    if (m_result.status == 0 && !m_result.stopped && !m_result.silent) {
         m_result.status = cmStatusPipeFailed;
         m_result.failure = reason;
     }

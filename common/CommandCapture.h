@@ -23,8 +23,8 @@ struct CaptureControl {
     std::uint64_t maxOutput = std::numeric_limits<std::uint64_t>::max();
     /// Called once when there is more output, before the child is terminated.
     std::function<void()> outputTooLarge;
-    /// Called in every pass that found no output while the child runs; true terminates the child, which counts as a stop. Unset:
-    /// the child may be silent for any time.
+    /// Called in every pass that found no output while the child runs; true terminates the child. Unset: the child may be
+    /// silent for any time.
     std::function<bool()> silentTooLong;
 };
 
@@ -32,11 +32,12 @@ struct CaptureControl {
 using CaptureSink = std::function<void(cmROStringT)>;
 
 struct CaptureResult {
-    /// 0 when the command was started and its output is complete or was stopped; statusOutputLimit when it wrote too much;
+    /// 0 when the command was started and its output is complete or was ended early; statusOutputLimit when it wrote too much;
     /// cmStatusPipeFailed when its output could not be read to the end, or the command was killed or crashed before it came to
     /// its own end (the exit code of one that did is not read); otherwise why it could not be started.
     std::int32_t status = 0;
-    bool stopped = false;   ///< whether `stopRequested` or `silentTooLong` ended the capture
+    bool stopped = false;   ///< whether `stopRequested` ended the capture
+    bool silent = false;    ///< whether `silentTooLong` did
     cmStringT errorOutput;  ///< the first CaptureReadChunk bytes of standard error
     cmStringT failure;      ///< in words, why `status` is cmStatusPipeFailed or the command could not be started
 };
@@ -63,7 +64,7 @@ public:
 
 private:
     bool fail(cmROStringT reason);
-    bool stop();
+    bool end(bool& mark);
     bool readOutput();
     bool readWaitingError();
     bool drainError();

@@ -209,7 +209,8 @@ TEST_F(RegistryTest, SwitchesAToolOffWhenItWroteTooMuch)
     editor.setSetting(txVCToolGit.showFileStatusSetting, 1);
     EXPECT_EQ(addPath("/b"), 0);
     EXPECT_TRUE(GitStatusThread::instance(false)->join());  // the thread was asked to stop
-    EXPECT_EQ(takeQueue<GitStatusThread>(), Texts{"/a"});
+    EXPECT_EQ(waitForPass("/a"), -6657);
+    EXPECT_EQ(takeQueue<GitStatusThread>(), Texts{});
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "filewatcher/status/SVNStatusThread.h"
 #include "tests/ModuleFixture.h"
 
+#include <algorithm>
 #include <atomic>
 #include <sstream>
 
@@ -165,7 +166,8 @@ protected:
         return reason;
     }
 
-    const std::string a = in("a"), b = in("b");
+    const std::string a = in("a"), b = in("b"), notAsked = "the server was not asked at once, as one had not answered",
+                      in15 = "the server did not answer within 15 s", in120 = "the server did not answer within 120 s";
     const fs::path silence = folder / "wc/a.silent";
     std::atomic<std::uint32_t> now = 5000, clockReads = 0;
     cmMutex lock;
@@ -209,7 +211,6 @@ TEST_F(SVNServerTest, TellsWhyTheServerGaveNoAnswer)
 
 TEST_F(SVNServerTest, PutsQuestionsToASilentServerBehindThePasses)
 {
-    const std::string in15 = "the server did not answer within 15 s", in120 = "the server did not answer within 120 s";
     writeFile(silence, "");
     thread.addPath(a, "", true, false);
     EXPECT_TRUE(eventually([&] { return asked() == "S"; }));
@@ -220,34 +221,88 @@ TEST_F(SVNServerTest, PutsQuestionsToASilentServerBehindThePasses)
     EXPECT_EQ(waitForPass(a), 0);
     EXPECT_EQ(reason, in15);
     now = 79999;  // the last millisecond of the minute without questions
-    EXPECT_EQ(passWithout(b), "the server was not asked, as one did not answer less than a minute ago");
+    EXPECT_EQ(passWithout(b), notAsked);
     EXPECT_EQ(passWithout(a), in15);
     now = 80000;
     EXPECT_EQ(passWithout(a), in15);
     EXPECT_TRUE(eventually([&] { return asked() == "S----S"; }));
-    EXPECT_EQ(passWithout(b), "") << "it asks meanwhile";
-    now = 140000;
-    EXPECT_EQ(passWithout(a), "the server has not answered yet");
-    EXPECT_EQ(asked(), "S----SS-");
-    answer(document(entry("f", "normal", outdated)));
+    writeFile(b + ".silent", "");
+    EXPECT_EQ(passWithout(b), notAsked);
+    EXPECT_TRUE(eventually([&] { return asked() == "S----S-S"; })) << "beside the other question";
     EXPECT_EQ(record(in("f")), "mod//1");
-    fs::remove(silence);
+    answer(document(entry("f", "normal", outdated)));
+    fs::remove(b + ".silent");
     EXPECT_TRUE(eventually([&] { return record(in("f")) == "mod/mod/1"; })) << "its local status is not of now";
+    EXPECT_EQ(passWithout(b), "");
+    now = 140000;
+    EXPECT_EQ(passWithout(a), in15) << "the last known state";
+    EXPECT_EQ(passWithout(b), "") << "it has answered, so it is asked in its pass";
+    EXPECT_EQ(asked(), "S----S-S--S");
+    answer(document(entry("f", "normal", upToDate)));
+    fs::remove(silence);
+    EXPECT_TRUE(eventually([&] { return record(in("f")) == "//1"; }));
 
     writeFile(silence, "");
     EXPECT_EQ(passWithout(a), "");
-    EXPECT_TRUE(eventually([&] { return asked() == "S----SS--S"; }));
+    EXPECT_TRUE(eventually([&] { return asked() == "S----S-S--S-S"; }));
     now = 259999;
     EXPECT_TRUE(eventually([&, before = clockReads + 1] { return clockReads > before; }));
     EXPECT_EQ(processesOf(tool), 1u);
     now = 260000;
     EXPECT_TRUE(eventually([&] { return processesOf(tool) == 0; }));
     EXPECT_EQ(passWithout(a), in120);
-    EXPECT_TRUE(eventually([&] { return asked() == "S----SS--S-S"; }));
+    EXPECT_TRUE(eventually([&] { return asked() == "S----S-S--S-S-S"; }));
     EXPECT_EQ(passWithout(b), "") << "nobody was held up, so all are asked";
-    EXPECT_EQ(asked(), "S----SS--S-SS");
+    EXPECT_EQ(asked(), "S----S-S--S-S-SS");
     stop();
     EXPECT_EQ(processesOf(tool), 0u);
+}
+
+TEST_F(SVNServerTest, ASilentServerHoldsUpThePassesOnce)
+{
+    const Texts others{in("c"), in("d"), in("e"), in("g")};
+    const auto runs = [this](std::size_t count) { return eventually([&] { return processesOf(tool) == count; }); };
+    for (const std::string& directory : others)
+        writeFile(directory + ".silent", "");
+    writeFile(silence, "");
+    writeFile(b + ".silent", "");
+    thread.addPath(a, "", true, false);
+    EXPECT_TRUE(runs(1));
+    now = 20000;
+    EXPECT_EQ(waitForPass(a), 0);
+    EXPECT_EQ(passWithout(b), notAsked);
+    for (const std::string& directory : others)
+        EXPECT_EQ(passWithout(directory), notAsked);
+    now = 80000;
+    for (const std::string& directory : others)
+        EXPECT_EQ(passWithout(directory), notAsked);
+    EXPECT_TRUE(runs(4));
+    now = 95000;
+    EXPECT_TRUE(runs(0)) << "a first question has 15 s";
+    EXPECT_EQ(passWithout(others[0]), in15);
+    thread.setSuspended(true);
+    now = 155000;
+    for (const std::string& directory : others)
+        thread.addPath(directory, "", true, false);
+    thread.addPath(b, "", false, false);
+    thread.setSuspended(false);
+    EXPECT_EQ(waitForPass(b), 0);
+    EXPECT_EQ(reason, notAsked) << "nobody asks in a pass";
+    const std::string question = "status --non-interactive --xml --show-updates --verbose --non-recursive " + b + " ";
+    EXPECT_TRUE(runs(4) && eventually([&] { return std::ranges::count(commands(), question) == 1; })) << "it is the first";
+    thread.setSuspended(true);
+    EXPECT_TRUE(runs(0));
+    thread.setSuspended(false);
+    EXPECT_EQ(passWithout(b), notAsked);
+    EXPECT_TRUE(runs(4));
+    thread.removePath(b);
+    thread.removePath(others[0]);
+    EXPECT_TRUE(runs(3));
+    thread.removeAllPaths();
+    EXPECT_TRUE(runs(0));
+
+    thread.setStatusConfig(cmROStringT(tool), 5000, 10);
+    EXPECT_EQ(passWithout(in("h"), -6657), "");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "filewatcher/status/VCStatusThread.h"
 #include "tests/ModuleFixture.h"
 
+#include <atomic>
 #include <new>
 
 namespace {
@@ -17,14 +18,17 @@ public:
         join();
     }
 
-    using FileWatcherThreadBase::deferEntry, FileWatcherThreadBase::sleepIdle, FileWatcherThreadBase::takeFirstDeferred;
+    using FileWatcherThreadBase::deferEntry, FileWatcherThreadBase::isDeferred, FileWatcherThreadBase::sleepIdle;
+    void exceedOutputLimit() { toolControl().outputTooLarge(); }
     bool isWoken() { return wakeEvent().wait(0) == cmWaitSignalled; }
     bool isAsleep() { return wakeEvent().waiterCount() == 1; }
 
     /// One pass; its result is the status of the pass, its flag whether a record changed.
     std::function<std::pair<std::int32_t, bool>(const WatchEntry&)> pass;
+    std::atomic<int> idleCalls = 0;
 
 private:
+    bool advanceIdleWork() override { return ++idleCalls, false; }
     std::int32_t processEntry(const WatchEntry& entry) override
     {
         const auto [status, hasChanged] = pass(entry);
@@ -54,8 +58,7 @@ TEST_F(StatusThreadTest, ForgetsWhatItHasDeferredOfARemovedPath)
 {
     thread.deferEntry({"/a", "", false, false});
     thread.removePath("/a/");
-    WatchEntry entry;
-    EXPECT_FALSE(thread.takeFirstDeferred(entry));
+    EXPECT_FALSE(thread.isDeferred("/a"));
 }
 
 TEST_F(StatusThreadTest, NotifiesTheEditorOnceWhenTheQueueIsEmpty)
@@ -92,7 +95,16 @@ TEST_F(StatusThreadTest, SuspensionHoldsBackPassesAndNotifications)
     EXPECT_TRUE(eventually([&] { return thread.isAsleep(); }));
     editor.runUntil([] { return false; }, 0);
     EXPECT_EQ(thread.findPath("/b"), 0);
-    EXPECT_EQ(notifications, 0);
+    EXPECT_EQ(notifications + thread.idleCalls, 0);
+}
+
+TEST_F(StatusThreadTest, QueuedPathsFailAfterTooMuchOutput)
+{
+    thread.pass = [&](const WatchEntry&) { return thread.exceedOutputLimit(), std::pair(-6657, false); };
+    for (const char* path : {"/a", "/b", "/c"})
+        thread.addPath(path, "", false, false);
+    ASSERT_EQ(thread.start(), 0);
+    EXPECT_EQ(waitForPass("/b") + waitForPass("/c"), 2 * -6657);
 }
 
 }  // namespace

@@ -79,10 +79,22 @@ void FileWatcherThreadBase::deferEntry(const WatchEntry& entry)
     m_deferred.add(entry);
 }
 
-bool FileWatcherThreadBase::takeFirstDeferred(WatchEntry& entry)
+bool FileWatcherThreadBase::isDeferred(cmROStringT path)
 {
     cmMutexLock hold(listLock);
-    return m_deferred.takeFirst(entry);
+    return m_deferred.contains(path);
+}
+
+void FileWatcherThreadBase::removeDeferred(cmROStringT path)
+{
+    cmMutexLock hold(listLock);
+    m_deferred.remove(path);
+}
+
+bool FileWatcherThreadBase::findDeferred(const std::function<bool(const WatchEntry&)>& accepts, WatchEntry& entry)
+{
+    cmMutexLock hold(listLock);
+    return m_deferred.findFirst(accepts, entry);
 }
 
 void FileWatcherThreadBase::setSuspended(bool on)

@@ -3,6 +3,8 @@
 #include "common/cmThread.h"
 #include "filewatcher/status/WatchQueue.h"
 
+#include <functional>
+
 /// Base of the version-control status threads: a queue of watched paths, and the flags that the editor sets. The editor's
 /// thread fills the queue, the derived thread takes entries from it. An entry is gone once it is taken; the editor adds its
 /// path again when it wants another pass. Any thread may call any public operation.
@@ -20,8 +22,10 @@ public:
     void addPath(cmROStringT path, cmROStringT context, bool pathFlag, bool contextFlag);
     /// Index of the first entry with this path, or -1. Paths are compared byte by byte.
     std::int32_t findPath(cmROStringT path);
-    /// Removes the entry with this path, if there is one, and what the thread itself has deferred of it.
+    /// Removes the entry with this path, if there is one, and what the thread itself has deferred of it. What already goes on for
+    /// the deferred one ends soon.
     void removePath(cmROStringT path);
+    /// The same for all paths.
     void removeAllPaths();
     /// Moves the first entry into `entry`; false when the queue is empty.
     bool takeFirstPath(WatchEntry& entry);
@@ -34,9 +38,13 @@ protected:
     /// call.
     void sleepIdle();
     void setConfigured();
-    /// For what the thread wants to do itself with an entry, once no path waits: a second queue like the first one.
+    /// For what the thread wants to do itself with an entry, once no path waits: a second queue like the first one. An entry
+    /// stays there while the work on it goes on; work whose entry is gone must end.
     void deferEntry(const WatchEntry& entry);
-    bool takeFirstDeferred(WatchEntry& entry);
+    bool isDeferred(cmROStringT path);
+    void removeDeferred(cmROStringT path);
+    /// Copies the first deferred entry that `accepts` takes; false when there is none. `accepts` must not use the queues.
+    bool findDeferred(const std::function<bool(const WatchEntry&)>& accepts, WatchEntry& entry);
     /// The event that `sleepIdle` waits for.
     cmThreadEvent& wakeEvent() { return m_wakeEvent; }
 

@@ -29,6 +29,6 @@ cmStringT SVNQuestion::silenceReason() const
 
 CaptureControl SVNQuestion::withSilenceLimit(CaptureControl control)
 {
-    control.silentTooLong = [this] { return m_silent = m_clock() - m_lastOutputTick >= m_silenceMs; };
+    control.silentTooLong = [this] { return m_clock() - m_lastOutputTick >= m_silenceMs; };
     return control;
 }

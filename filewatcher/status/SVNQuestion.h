@@ -24,9 +24,7 @@ public:
     const WatchEntry& entry() const { return m_entry; }
     const cmStringT& commandLine() const { return m_commandLine; }
     const cmStringT& output() const { return m_output; }
-    /// Whether the run was ended because of silence.
-    bool wasSilent() const { return m_silent; }
-    /// The same for a person.
+    /// For a person, when the run was ended because of silence.
     cmStringT silenceReason() const;
 
 private:
@@ -39,6 +37,5 @@ private:
     cmStringT m_output;
     std::uint32_t m_lastOutputTick = 0;  ///< that of the start before the first output
     bool m_started = false;
-    bool m_silent = false;
     CommandCapture m_capture;
 };

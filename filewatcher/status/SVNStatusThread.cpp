@@ -9,16 +9,19 @@
 #include "filewatcher/status/SVNEntry.h"
 #include "filewatcher/status/VCRecord.h"
 
+#include <algorithm>
 #include <exception>
+#include <memory>
 #include <utility>
 
 namespace {
 
-/// How long the client may write nothing while it asks the server, during a pass and after one.
+/// How long the client may write nothing while it asks the server.
 constexpr std::uint32_t silenceLimitMs = 15000;
-constexpr std::uint32_t lateSilenceLimitMs = 120000;
+constexpr std::uint32_t lateSilenceLimitMs = 120000;  // of a directory that was silent before
 
-constexpr const char* heldBackReason = "the server was not asked, as one did not answer less than a minute ago";
+/// How many questions go on at a time after the passes, so that a silent server does not keep the others waiting.
+constexpr std::size_t lateQuestionLimit = 4;
 
 /// The path as a quoted argument. The client reads what follows the last "@" of a path as a revision, so a path that holds one
 /// gets an empty revision at its end.
@@ -47,13 +50,6 @@ bool haveSameStatus(const TXVCRECORD& a, const TXVCRECORD& b)
 
 }  // namespace
 
-std::int32_t SVNStatusThread::run()
-{
-    const std::int32_t status = VCStatusThread::run();
-    m_lateQuestion.reset();  // ends the client
-    return status;
-}
-
 std::int32_t SVNStatusThread::processEntry(const WatchEntry& entry)
 {
     if (quotedProgram().isEmpty())
@@ -65,10 +61,9 @@ std::int32_t SVNStatusThread::processEntry(const WatchEntry& entry)
     const std::int32_t status = answer ? *answer : runLocally(entry);
     if (status != 0)
         return status;
-    if (showUpdates == SVNShowUpdates::afterPass && !(m_lateQuestion && m_lateQuestion->entry().path == entry.path))
+    if (showUpdates == SVNShowUpdates::afterPass)
         deferEntry(entry);
-    const cmStringT missing = m_pace.missingAnswer(entry.path);
-    tellMissingAnswer(missing.isEmpty() && showUpdates == SVNShowUpdates::heldBack ? heldBackReason : missing);
+    tellMissingAnswer(m_pace.missingAnswer(entry.path));
     return 0;
 }
 
@@ -77,7 +72,7 @@ std::int32_t SVNStatusThread::runLocally(const WatchEntry& entry)
     cmStringT output;
     cmStringT errorOutput;
     const std::int32_t status = svnStatusForItem(entry, output, errorOutput);
-    return status != 0 ? status : readAnswer(entry, output, errorOutput, true);
+    return status != 0 ? status : readAnswer(entry, output, errorOutput, true).status;
 }
 
 std::optional<std::int32_t> SVNStatusThread::ask(const WatchEntry& entry)
@@ -86,36 +81,57 @@ std::optional<std::int32_t> SVNStatusThread::ask(const WatchEntry& entry)
     startQuestion(question);
     while (question.advance()) {
     }
-    const std::int32_t status = conclude(question, true);
+    const Answer answer = conclude(question, true);
     // When the server does not answer, the output breaks off. The local command needs no server.
-    return status == statusPassFailed && !m_isNoWorkingCopy ? std::nullopt : std::optional(status);
+    return answer.status == statusPassFailed && !answer.isNoWorkingCopy ? std::nullopt : std::optional(answer.status);
 }
 
 bool SVNStatusThread::advanceIdleWork()
 {
     try {
-        if (!m_lateQuestion)
-            return beginLateQuestion();
-        if (!m_lateQuestion->advance()) {
-            const std::unique_ptr<SVNQuestion> question = std::move(m_lateQuestion);
-            conclude(*question, false);
-        }
+        std::erase_if(m_lateQuestions, [this](const auto& question) { return !isDeferred(question->entry().path); });
+        beginLateQuestions();
+        if (m_lateQuestions.empty())
+            return false;
+        advanceLateQuestion();
         return true;
-    } catch (const std::exception& failure) {  // out of memory, say: the question has no answer
-        m_lateQuestion.reset();
+    } catch (const std::exception& failure) {  // out of memory, say: the questions begin again
+        endIdleWork();
         debugLog("SVNStatusThread::advanceIdleWork", __LINE__, failure.what());
         return false;
     }
 }
 
-bool SVNStatusThread::beginLateQuestion()
+bool SVNStatusThread::findLateEntry(WatchEntry& entry)
+{
+    const auto waits = [this](const WatchEntry& deferred) {
+        return std::none_of(m_lateQuestions.begin(), m_lateQuestions.end(),
+                            [&](const auto& question) { return question->entry().path == deferred.path; });
+    };
+    return findDeferred([&](const WatchEntry& deferred) { return !m_pace.wasSilent(deferred.path) && waits(deferred); }, entry)
+           || findDeferred(waits, entry);
+}
+
+void SVNStatusThread::beginLateQuestions()
 {
     WatchEntry entry;
-    if (m_pace.isSilentMinute(m_clock()) || !takeFirstDeferred(entry))
-        return false;
-    m_lateQuestion = std::make_unique<SVNQuestion>(entry, lateSilenceLimitMs, m_clock, toolControl());
-    startQuestion(*m_lateQuestion);
-    return true;
+    while (m_lateQuestions.size() < lateQuestionLimit && !m_pace.isSilentMinute(m_clock()) && findLateEntry(entry)) {
+        const std::uint32_t limit = m_pace.wasSilent(entry.path) ? lateSilenceLimitMs : silenceLimitMs;
+        m_lateQuestions.push_back(std::make_unique<SVNQuestion>(entry, limit, m_clock, toolControl()));
+        startQuestion(*m_lateQuestions.back());
+    }
+}
+
+void SVNStatusThread::advanceLateQuestion()
+{
+    std::unique_ptr<SVNQuestion> question = std::move(m_lateQuestions.front());
+    m_lateQuestions.pop_front();
+    if (question->advance()) {
+        m_lateQuestions.push_back(std::move(question));
+        return;
+    }
+    removeDeferred(question->entry().path);
+    conclude(*question, false);
 }
 
 void SVNStatusThread::startQuestion(SVNQuestion& question)
@@ -124,25 +140,24 @@ void SVNStatusThread::startQuestion(SVNQuestion& question)
     question.start(commandLine(question.entry(), " status --non-interactive --xml --show-updates --verbose "));
 }
 
-std::int32_t SVNStatusThread::conclude(SVNQuestion& question, bool appliesLocalStatus)
+SVNStatusThread::Answer SVNStatusThread::conclude(SVNQuestion& question, bool appliesLocalStatus)
 {
     const cmStringT& directory = question.entry().path;
+    CaptureResult result = question.finish();
+    const bool wasSilent = result.silent;
     cmStringT errorOutput;
-    std::int32_t status = noteRun(question.commandLine(), question.finish(), errorOutput);
-    m_isNoWorkingCopy = false;
-    if (question.wasSilent()) {
+    Answer answer{noteRun(question.commandLine(), std::move(result), errorOutput)};
+    if (answer.status == 0)
+        answer = readAnswer(question.entry(), question.output(), errorOutput, appliesLocalStatus);
+    if (wasSilent)
         m_pace.noteSilence(directory, m_clock(), question.silenceReason());
-        return isStopping() ? statusStopRequested : statusPassFailed;
-    }
-    if (status == 0)
-        status = readAnswer(question.entry(), question.output(), errorOutput, appliesLocalStatus);
-    if (status == 0)
+    else if (answer.status == 0)
         m_pace.noteAnswer(directory);
-    else if (m_isNoWorkingCopy)
+    else if (answer.isNoWorkingCopy)
         m_pace.forget(directory);
-    else if (status != statusStopRequested)
+    else if (answer.status != statusStopRequested)
         m_pace.noteRefusal(directory, lastToolError());
-    return status;
+    return answer;
 }
 
 std::int32_t SVNStatusThread::svnStatusForItem(const WatchEntry& item, cmStringT& output, cmStringT& errorOutput)
@@ -158,28 +173,28 @@ cmStringT SVNStatusThread::commandLine(const WatchEntry& item, cmROStringT subco
     return cmCat(quotedProgram()) + subcommand + depth + pathArgument(item.path);
 }
 
-std::int32_t SVNStatusThread::readAnswer(const WatchEntry& item, const cmStringT& output, cmROStringT errorOutput,
-                                         bool appliesLocalStatus)
+SVNStatusThread::Answer SVNStatusThread::readAnswer(const WatchEntry& item, const cmStringT& output, cmROStringT errorOutput,
+                                                    bool appliesLocalStatus)
 {
     if (hasSvnError(errorOutput))
-        return statusPassFailed;
+        return {statusPassFailed};
     if (isStopping())
-        return statusStopRequested;
+        return {statusStopRequested};
     return parseSvnStatus(output, item.contextFlag ? "" : errorOutput, appliesLocalStatus);
 }
 
-std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output, cmROStringT warnings, bool appliesLocalStatus)
+SVNStatusThread::Answer SVNStatusThread::parseSvnStatus(const cmStringT& output, cmROStringT warnings, bool appliesLocalStatus)
 {
     if (declaresDocumentType(output))  // the client writes no entities of its own
-        return failPass("the client's answer declares a document type");
+        return {failPass("the client's answer declares a document type")};
     XMLDocument document(output);
     const cmArray<std::int32_t> nodes = document.isLoaded() ? document.select("/status/target/entry") : cmArray<std::int32_t>();
     if (!document.isLoaded() || (nodes.empty() && !warnings.empty())) {  // a working copy has at least one entry, for itself
         const bool whole = document.isLoaded();
-        m_isNoWorkingCopy = whole && warnings.find("W155007") != cmROStringT::npos;
         document.close();
         // A whole answer without an entry comes with a warning that says why, such as "is not a working copy".
-        return whole ? statusPassFailed : failPass("the client's answer is incomplete");
+        return {whole ? statusPassFailed : failPass("the client's answer is incomplete"),
+                whole && warnings.find("W155007") != cmROStringT::npos};
     }
     const bool serverAnswered = !document.select("/status/target/against").empty();
     bool changed = false;
@@ -207,5 +222,5 @@ std::int32_t SVNStatusThread::parseSvnStatus(const cmStringT& output, cmROString
     document.close();
     if (changed)
         txVCStatusChanged();
-    return status;
+    return {status};
 }

@@ -7,13 +7,15 @@
 #include "filewatcher/status/VCStatusThread.h"
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <utility>
 
 /// Keeps the editor's per-file Subversion status. It runs the client for each watched path, reads its XML output through the
 /// editor, and records which files are modified in the working copy and in the repository. The server is asked at most once a
-/// minute for each path. A server that was silent during a pass is asked after the next ones, while no path waits.
+/// minute for each path. A server that was silent during a pass is asked after the next ones, while no path waits. So are those
+/// that came after it, until they answer.
 class SVNStatusThread : public VCStatusThread {
 public:
     using TickClock = SVNQuestion::TickClock;
@@ -24,40 +26,49 @@ public:
     {
     }
 
-    std::int32_t run() override;
-
     static SVNStatusThread* instance(bool create) { return m_instance.get(create); }
     static void stopInstance() { m_instance.stop(); }
 
 private:
     std::int32_t processEntry(const WatchEntry& entry) override;
     bool advanceIdleWork() override;
+    void endIdleWork() override { m_lateQuestions.clear(); }
+
+    /// What a run of the client has brought.
+    struct Answer {
+        std::int32_t status;           ///< of the pass
+        bool isNoWorkingCopy = false;  ///< the client said so of the directory
+    };
 
     /// The part of a pass that needs no server.
     std::int32_t runLocally(const WatchEntry& entry);
     /// The pass with a question to the server. Returns its status; nothing when runLocally must take its place.
     std::optional<std::int32_t> ask(const WatchEntry& entry);
-    /// Begins the next question that waits for the end of the passes. Returns false when there is none.
-    bool beginLateQuestion();
+    /// Finds the next question that waits for the end of the passes: first one of a directory that was not silent before.
+    bool findLateEntry(WatchEntry& entry);
+    /// Begins questions that wait, as long as few go on.
+    void beginLateQuestions();
+    /// Does one pass of the question whose turn it is.
+    void advanceLateQuestion();
     void startQuestion(SVNQuestion& question);
-    /// Takes what a question that is over has brought. Returns the status of a pass; statusPassFailed after silence.
-    std::int32_t conclude(SVNQuestion& question, bool appliesLocalStatus);
+    /// Takes what a question that is over has brought. The status is statusPassFailed after silence.
+    Answer conclude(SVNQuestion& question, bool appliesLocalStatus);
 
     /// Runs the local command for one entry. Returns the status of runTool.
     std::int32_t svnStatusForItem(const WatchEntry& item, cmStringT& output, cmStringT& errorOutput);
     cmStringT commandLine(const WatchEntry& item, cmROStringT subcommand);
     /// Returns what parseSvnStatus returns; or statusPassFailed when the client reported an error.
-    std::int32_t readAnswer(const WatchEntry& item, const cmStringT& output, cmROStringT errorOutput, bool appliesLocalStatus);
-    /// Updates the editor's records from the output; their local status only if `appliesLocalStatus` holds. Returns 0;
-    /// statusStopRequested; or statusPassFailed when the output is no complete document, or has no entry although the client
+    Answer readAnswer(const WatchEntry& item, const cmStringT& output, cmROStringT errorOutput, bool appliesLocalStatus);
+    /// Updates the editor's records from the output; their local status only if `appliesLocalStatus` holds. The status is
+    /// 0; statusStopRequested; or statusPassFailed when the output is no complete document, or has no entry although the client
     /// wrote `warnings`.
-    std::int32_t parseSvnStatus(const cmStringT& output, cmROStringT warnings, bool appliesLocalStatus);
+    Answer parseSvnStatus(const cmStringT& output, cmROStringT warnings, bool appliesLocalStatus);
 
     // All are used by this thread only.
     const TickClock m_clock;
     SVNQuestionPace m_pace;
-    std::unique_ptr<SVNQuestion> m_lateQuestion;  ///< the one that goes on beside the passes; null for none
-    bool m_isNoWorkingCopy = false;               ///< the client said so of the directory of the last answer
+    std::deque<std::unique_ptr<SVNQuestion>>
+        m_lateQuestions;  ///< those that go on beside the passes; the first one's turn is next
 
     static inline LockedInstance<SVNStatusThread> m_instance;
 };

@@ -59,10 +59,10 @@ void VCStatusThread::requestStopUnderLock()
 
 std::int32_t VCStatusThread::run()
 {
-    if (isStopping())
-        return statusStopRequested;
-    for (;;) {
+    while (!isStopping()) {
         const bool paused = isSuspended();
+        if (paused)
+            endIdleWork();
         WatchEntry entry;
         if (!paused && takeFirstPath(entry)) {
             process(entry);
@@ -72,9 +72,11 @@ std::int32_t VCStatusThread::run()
             reapEndedChildren();
             sleepIdle();
         }
-        if (isStopping())
-            return statusStopRequested;
     }
+    endIdleWork();
+    if (isStatusOutputTooLarge())  // this thread takes no path any more
+        failQueuedPaths(statusOutputLimit, "");
+    return statusStopRequested;
 }
 
 void VCStatusThread::process(WatchEntry& entry)
@@ -88,12 +90,12 @@ void VCStatusThread::process(WatchEntry& entry)
     endPass(path, status, status == 0 ? missingAnswer : toolError);
 }
 
-void VCStatusThread::failQueuedPaths()
+void VCStatusThread::failQueuedPaths(std::int32_t status, const cmStringT& reason)
 {
     for (WatchEntry entry; takeFirstPath(entry);) {
         const tamarin::TMString path(cmStringT(cmWithoutTrailingSeparator(entry.path)));
         txVCPassBegin(path);
-        endPass(path, statusPassFailed, "the thread for the tool could not be started");
+        endPass(path, status, reason);
     }
 }
 
@@ -155,7 +157,8 @@ std::int32_t VCStatusThread::noteRun(cmROStringT commandLine, CaptureResult resu
     logProblems(function, __LINE__, result);
     toolError = result.failure.isEmpty() ? cmStringT(toolSentence(result.errorOutput)) : result.failure;
     errorOutput = std::move(result.errorOutput);
-    const std::int32_t status = result.status == 0 && result.stopped ? statusStopRequested : result.status;
+    const std::int32_t ownEnd = result.stopped ? statusStopRequested : result.silent ? statusPassFailed : 0;
+    const std::int32_t status = result.status == 0 ? ownEnd : result.status;
     debugLog(function, __LINE__, cmStringT(cmCat("status=") + std::to_string(status) + " " + commandLine));
     return status;
 }

@@ -28,11 +28,11 @@ public:
     /// A stop request that is made while the lock is held. Does not wait.
     void requestStopUnderLock();
 
-    /// Empties the queue and tells the editor that the pass over each of its paths has failed. For the editor's thread, when the
-    /// thread could not be started.
-    void failQueuedPaths();
+    /// Empties the queue and tells the editor that the pass over each of its paths ended with `status`, and why unless `reason`
+    /// is empty. For when the thread could not be started, or takes no paths any more.
+    void failQueuedPaths(std::int32_t status, const cmStringT& reason);
 
-    /// The loop. Returns statusStopRequested after a stop request.
+    /// The loop. Returns statusStopRequested after a stop request. After too much output, the paths that still wait fail.
     std::int32_t run() override;
 
 protected:
@@ -41,14 +41,17 @@ protected:
     /// Called again and again while no path waits and the thread is not suspended: does a small part of what the thread has to do
     /// besides its passes, 20 ms or so. Returns false when there is nothing to do: the thread then sleeps. Throws nothing.
     virtual bool advanceIdleWork() { return false; }
+    /// Ends the work that has begun; advanceIdleWork may begin it again. Called while the thread is suspended, and at its end.
+    virtual void endIdleWork() {}
 
     /// The beginning of a command line: the executable in double quotes. Empty when the editor named none; a pass then does
     /// nothing.
     cmStringT quotedProgram();
     bool isStopping() { return stopRequested(singletonLock); }
     /// Runs one command of the tool. Replaces `output` by its standard output and `errorOutput` by the beginning of its
-    /// standard error. Returns 0, statusStopRequested, why the command could not be started or its output is incomplete, or
-    /// statusOutputLimit; in the last case the thread has set `statusOutputTooLarge` and requested its own stop.
+    /// standard error. Returns 0, statusStopRequested, why the command could not be started or its output is incomplete,
+    /// statusPassFailed after silence, or statusOutputLimit; in the last case the thread has set `statusOutputTooLarge` and
+    /// requested its own stop.
     std::int32_t runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory, cmStringT& output,
                          cmStringT& errorOutput);
     /// For a run of the tool that is captured pass by pass: its control, and then what runTool does with the result. The latter

@@ -1,5 +1,6 @@
 #include "filewatcher/status/WatchQueue.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -17,6 +18,15 @@ std::int32_t WatchQueue::find(cmROStringT path) const
     if (found == m_index.end())
         return -1;
     return static_cast<std::int32_t>(std::distance(m_entries.begin(), Entries::const_iterator(found->second)));
+}
+
+bool WatchQueue::findFirst(const std::function<bool(const WatchEntry&)>& accepts, WatchEntry& entry) const
+{
+    const auto found = std::find_if(m_entries.begin(), m_entries.end(), accepts);
+    if (found == m_entries.end())
+        return false;
+    entry = *found;
+    return true;
 }
 
 void WatchQueue::remove(cmROStringT path)

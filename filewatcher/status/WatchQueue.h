@@ -4,6 +4,7 @@
 #include "common/cmString.h"
 
 #include <cstdint>
+#include <functional>
 #include <list>
 
 /// A directory that waits for one status pass.
@@ -22,6 +23,9 @@ public:
     void add(WatchEntry entry);
     /// Index of the entry with this path, or -1; counts the entries before it.
     std::int32_t find(cmROStringT path) const;
+    bool contains(cmROStringT path) const { return m_index.contains(path); }
+    /// Copies the first entry that `accepts` takes into `entry`; false when there is none.
+    bool findFirst(const std::function<bool(const WatchEntry&)>& accepts, WatchEntry& entry) const;
     /// Removes the entry with this path, if there is one.
     void remove(cmROStringT path);
     void clear();

@@ -52,7 +52,7 @@ std::int32_t addPath(TXPSZ path, std::int32_t type, std::int32_t flag)
     if (thread->isRunning())
         return statusAlreadyRunning;
     if (thread->start() != 0 && !thread->isRunning())
-        thread->failQueuedPaths();
+        thread->failQueuedPaths(statusPassFailed, "the thread for the tool could not be started");
     return 0;
 }
 
