@@ -26,6 +26,7 @@ CMFD_ITEM readAsNamed(cmROStringT path)
         hangsUntil = now + 30000;
         while (gate.wait(1) == cmWaitTimeout && !cmThread::current()->isJoining()) {
         }
+        hangsUntil = now.load();
         --blocked;
     }
     const std::size_t takes = path.rfind("takes");
