@@ -1,14 +1,15 @@
 #pragma once
 
+#include "common/cmDictionary.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <utility>
 
-/// Maps handles to pointers. Handles are assigned in ascending order, so the table is an array of pages; a page is allocated
-/// while it holds a pointer. Lookup takes constant time, and no operation takes longer than filling a page.
+/// Maps handles to pointers. Handles are assigned in ascending order, so the table consists of pages; a page exists while it
+/// holds a pointer. Lookup takes constant time, and no operation takes longer than filling a page.
 template <class Pointer>
 class HandleTable {
 public:
@@ -18,15 +19,13 @@ public:
     const Pointer& find(std::int32_t handle) const
     {
         static const Pointer none{};
-        const Page* page = handle < 0 || pageOf(handle) >= m_pages.size() ? nullptr : m_pages[pageOf(handle)].get();
-        return page ? page->slots[slotOf(handle)] : none;
+        const auto page = m_pages.find(pageOf(handle));
+        return page == m_pages.end() ? none : page->second->slots[slotOf(handle)];
     }
 
     /// `handle` must be 0 or more and unused; `pointer` must not be null.
     void insert(std::int32_t handle, Pointer pointer)
     {
-        while (pageOf(handle) >= m_pages.size())
-            m_pages.emplace_back();
         std::unique_ptr<Page>& page = m_pages[pageOf(handle)];
         if (!page)
             page = std::make_unique<Page>();
@@ -40,11 +39,11 @@ public:
     {
         if (!find(handle))
             return;
-        std::unique_ptr<Page>& page = m_pages[pageOf(handle)];
-        page->slots[slotOf(handle)] = Pointer{};
+        const auto page = m_pages.find(pageOf(handle));
+        page->second->slots[slotOf(handle)] = Pointer{};
         --m_count;
-        if (--page->used == 0)
-            page.reset();
+        if (--page->second->used == 0)
+            m_pages.erase(page);
     }
 
 private:
@@ -57,6 +56,6 @@ private:
     static std::size_t pageOf(std::int32_t handle) { return static_cast<std::size_t>(handle) / pageSize; }
     static std::size_t slotOf(std::int32_t handle) { return static_cast<std::size_t>(handle) % pageSize; }
 
-    std::deque<std::unique_ptr<Page>> m_pages;
+    cmDictionary<std::size_t, std::unique_ptr<Page>> m_pages;
     std::size_t m_count = 0;
 };
