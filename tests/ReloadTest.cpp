@@ -191,6 +191,7 @@ TEST_F(ReloadTest, GoesOnWithTheOthersWhileUpToFourReadsHang)
     EXPECT_TRUE(ask({in("6blocked"), in("f")}).empty());
     EXPECT_EQ(now, 0xFFFFFFF0 + 174000) << "without a further thread nothing is waited for";
     EXPECT_TRUE(ask({in("f")}, 60000, 1).empty()) << "nor asked";
+    EXPECT_TRUE(ask({""}).empty()) << "an empty name needs no thread";
     cmSetDefaultStackSize(stack);
     call("filewatcher_stop_async_work", {});
     EXPECT_EQ(threadCount(), threads);
