@@ -301,6 +301,17 @@ TEST_F(SVNServerTest, ASilentServerHoldsUpThePassesOnce)
     thread.removeAllPaths();
     EXPECT_TRUE(runs(0));
 
+    answer("<status><target>" + entry("f", "modified") + "</target></status>");
+    writeFile(folder / "lively", "");
+    writeFile(in("l") + ".silent", "");
+    now = 400000;
+    thread.addPath(in("l"), "", true, false);
+    EXPECT_TRUE(runs(1));
+    for (now = 410000; now < 450000; now += 10000)
+        EXPECT_TRUE(eventually([&, before = clockReads + 50] { return clockReads > before; }));
+    fs::remove(in("l") + ".silent");
+    EXPECT_EQ(waitForPass(in("l")), 0);
+    EXPECT_EQ(asked().back(), 'S') << "it needed no local command";
     thread.setStatusConfig(cmROStringT(tool), 5000, 10);
     EXPECT_EQ(passWithout(in("h"), -6657), "");
 }

@@ -52,8 +52,11 @@ void replaySvn(const Arguments& arguments)
     for (const std::string& argument : arguments)
         log << argument << ' ';
     log << std::endl;
-    while (asksServer && std::filesystem::exists(cmSystemPath(arguments.back() + ".silent")))
+    while (asksServer && std::filesystem::exists(cmSystemPath(arguments.back() + ".silent"))) {
+        if (std::filesystem::exists(folder / "lively"))
+            std::cout << ' ' << std::flush;
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
     if (std::filesystem::exists(cmSystemPath(arguments.back() + ".slow")))
         std::this_thread::sleep_for(std::chrono::milliseconds(300));
     std::cout << std::ifstream(folder / "svn.xml", std::ios::binary).rdbuf();
