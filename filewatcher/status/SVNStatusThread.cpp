@@ -1,6 +1,7 @@
 #include "filewatcher/status/SVNStatusThread.h"
 
 #include "common/CommandQuoting.h"
+#include "common/cmFile.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/bridge/DebugLog.h"
@@ -8,6 +9,7 @@
 #include "filewatcher/bridge/XMLDocument.h"
 #include "filewatcher/status/SVNEntry.h"
 #include "filewatcher/status/VCRecord.h"
+#include "filewatcher/status/WatchedSpelling.h"
 
 #include <algorithm>
 #include <exception>
@@ -43,6 +45,13 @@ bool declaresDocumentType(cmROStringT document)
     return found != cmROStringT::npos;
 }
 
+/// The directory's path without links; the path itself when nobody knows that.
+cmStringT realPathOf(const cmStringT& directory)
+{
+    cmStringT real = cmRealPath(directory);
+    return real.isEmpty() ? directory : real;
+}
+
 bool haveSameStatus(const TXVCRECORD& a, const TXVCRECORD& b)
 {
     return a.localStatus == b.localStatus && a.repositoryStatus == b.repositoryStatus && a.tool == b.tool;
@@ -54,28 +63,42 @@ std::int32_t SVNStatusThread::processEntry(const WatchEntry& entry)
 {
     if (quotedProgram().isEmpty())
         return 0;
+    Answer answer = runPass(entry);
+    if (!answer.isNoWorkingCopy)
+        return answer.status;
+    if (m_realPaths.erase(entry.path) == 0 && !cmSamePath(realPathOf(entry.path), entry.path)) {
+        m_realPaths.emplace(entry.path, true);
+        answer = runPass(entry);
+        if (answer.isNoWorkingCopy)
+            m_realPaths.erase(entry.path);
+    }
+    return answer.status;
+}
+
+SVNStatusThread::Answer SVNStatusThread::runPass(const WatchEntry& entry)
+{
     if (entry.contextFlag)
         return runLocally(entry);
     const SVNShowUpdates showUpdates = m_pace.showUpdates(entry.path, m_clock());
-    const std::optional<std::int32_t> answer = showUpdates == SVNShowUpdates::now ? ask(entry) : std::nullopt;
-    const std::int32_t status = answer ? *answer : runLocally(entry);
-    if (status != 0)
-        return status;
+    const std::optional<Answer> asked = showUpdates == SVNShowUpdates::now ? ask(entry) : std::nullopt;
+    const Answer answer = asked ? *asked : runLocally(entry);
+    if (answer.status != 0)
+        return answer;
     if (showUpdates == SVNShowUpdates::afterPass)
         deferEntry(entry);
     tellMissingAnswer(m_pace.missingAnswer(entry.path));
-    return 0;
+    return answer;
 }
 
-std::int32_t SVNStatusThread::runLocally(const WatchEntry& entry)
+SVNStatusThread::Answer SVNStatusThread::runLocally(const WatchEntry& entry)
 {
     cmStringT output;
     cmStringT errorOutput;
     const std::int32_t status = svnStatusForItem(entry, output, errorOutput);
-    return status != 0 ? status : readAnswer(entry, output, errorOutput, true).status;
+    return status != 0 ? Answer{status} : readAnswer(entry, output, errorOutput, true);
 }
 
-std::optional<std::int32_t> SVNStatusThread::ask(const WatchEntry& entry)
+std::optional<SVNStatusThread::Answer> SVNStatusThread::ask(const WatchEntry& entry)
 {
     SVNQuestion question(entry, silenceLimitMs, m_clock, toolControl());
     startQuestion(question);
@@ -83,7 +106,7 @@ std::optional<std::int32_t> SVNStatusThread::ask(const WatchEntry& entry)
     }
     const Answer answer = conclude(question, true);
     // When the server does not answer, the output breaks off. The local command needs no server.
-    return answer.status == statusPassFailed && !answer.isNoWorkingCopy ? std::nullopt : std::optional(answer.status);
+    return answer.status == statusPassFailed && !answer.isNoWorkingCopy ? std::nullopt : std::optional(answer);
 }
 
 bool SVNStatusThread::advanceIdleWork()
@@ -170,7 +193,8 @@ std::int32_t SVNStatusThread::svnStatusForItem(const WatchEntry& item, cmStringT
 cmStringT SVNStatusThread::commandLine(const WatchEntry& item, cmROStringT subcommand)
 {
     const cmROStringT depth = item.pathFlag || item.contextFlag ? "" : "--non-recursive ";
-    return cmCat(quotedProgram()) + subcommand + depth + pathArgument(item.path);
+    const bool named = !m_realPaths.contains(item.path);
+    return cmCat(quotedProgram()) + subcommand + depth + pathArgument(named ? item.path : realPathOf(item.path));
 }
 
 SVNStatusThread::Answer SVNStatusThread::readAnswer(const WatchEntry& item, const cmStringT& output, cmROStringT errorOutput,
@@ -180,10 +204,11 @@ SVNStatusThread::Answer SVNStatusThread::readAnswer(const WatchEntry& item, cons
         return {statusPassFailed};
     if (isStopping())
         return {statusStopRequested};
-    return parseSvnStatus(output, item.contextFlag ? "" : errorOutput, appliesLocalStatus);
+    return parseSvnStatus(item, output, item.contextFlag ? "" : errorOutput, appliesLocalStatus);
 }
 
-SVNStatusThread::Answer SVNStatusThread::parseSvnStatus(const cmStringT& output, cmROStringT warnings, bool appliesLocalStatus)
+SVNStatusThread::Answer SVNStatusThread::parseSvnStatus(const WatchEntry& item, const cmStringT& output, cmROStringT warnings,
+                                                        bool appliesLocalStatus)
 {
     if (declaresDocumentType(output))  // the client writes no entities of its own
         return {failPass("the client's answer declares a document type")};
@@ -197,6 +222,9 @@ SVNStatusThread::Answer SVNStatusThread::parseSvnStatus(const cmStringT& output,
                 whole && warnings.find("W155007") != cmROStringT::npos};
     }
     const bool serverAnswered = !document.select("/status/target/against").empty();
+    std::optional<WatchedSpelling> spelling;
+    if (m_realPaths.contains(item.path))
+        spelling.emplace(item.path, realPathOf(item.path));
     bool changed = false;
     std::int32_t status = 0;
     SVNEntry entry;
@@ -208,7 +236,7 @@ SVNStatusThread::Answer SVNStatusThread::parseSvnStatus(const cmStringT& output,
         readSvnEntry(document, node, entry);
         if (!cmIsAbsolutePath(entry.path))  // the watched path is absolute, so are those of its files
             continue;
-        const tamarin::TMString path(entry.path);
+        const tamarin::TMString path(spelling ? spelling->respell(entry.path) : entry.path);
         const TXVCRECORD before = readVCRecord(path);
         TXVCRECORD record = before;
         bool write = appliesLocalStatus && applyLocalStatus(entry, record);

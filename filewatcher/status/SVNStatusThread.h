@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/cmDateTime.h"
+#include "common/cmDictionary.h"
 #include "filewatcher/status/LockedInstance.h"
 #include "filewatcher/status/SVNQuestion.h"
 #include "filewatcher/status/SVNQuestionPace.h"
@@ -40,10 +41,11 @@ private:
         bool isNoWorkingCopy = false;  ///< the client said so of the directory
     };
 
+    Answer runPass(const WatchEntry& entry);
     /// The part of a pass that needs no server.
-    std::int32_t runLocally(const WatchEntry& entry);
-    /// The pass with a question to the server. Returns its status; nothing when runLocally must take its place.
-    std::optional<std::int32_t> ask(const WatchEntry& entry);
+    Answer runLocally(const WatchEntry& entry);
+    /// The pass with a question to the server. Returns nothing when runLocally must take its place.
+    std::optional<Answer> ask(const WatchEntry& entry);
     /// Finds the next question that waits for the end of the passes: first one of a directory that was not silent before.
     bool findLateEntry(WatchEntry& entry);
     /// Begins questions that wait, as long as few go on.
@@ -62,11 +64,14 @@ private:
     /// Updates the editor's records from the output; their local status only if `appliesLocalStatus` holds. The status is
     /// 0; statusStopRequested; or statusPassFailed when the output is no complete document, or has no entry although the client
     /// wrote `warnings`.
-    Answer parseSvnStatus(const cmStringT& output, cmROStringT warnings, bool appliesLocalStatus);
+    Answer parseSvnStatus(const WatchEntry& item, const cmStringT& output, cmROStringT warnings, bool appliesLocalStatus);
 
     // All are used by this thread only.
     const TickClock m_clock;
     SVNQuestionPace m_pace;
+    /// Directories that the client gets by their real paths. It looks for the working copy in the folders that the path names,
+    /// so it finds none above a link into the middle of one.
+    cmDictionary<cmStringT, bool> m_realPaths;
     std::deque<std::unique_ptr<SVNQuestion>>
         m_lateQuestions;  ///< those that go on beside the passes; the first one's turn is next
 
