@@ -45,6 +45,7 @@ public:
         m_app.allow_windows_style_options(false);  // a word such as /x is an argument on every system
         m_app.require_subcommand(1);
         m_app.fallthrough();
+        m_app.set_version_flag("--version", "txhost " FILEWATCHER_VERSION, "Print the version");
         m_app.add_flag("--json", m_options.json, "One JSON object a line");
         m_app.add_flag("--debug", m_options.debug, "Write the editor's debug log to standard error");
         for (const Tool* tool : allTools) {
