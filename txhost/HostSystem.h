@@ -10,8 +10,9 @@ public:
     SharedLibrary& operator=(const SharedLibrary&) = delete;
     ~SharedLibrary() { unload(); }
 
-    /// Loads the library `name`, such as "filewatcher", from the folder of this program, in place of the one that is loaded.
-    /// Returns null on success, else the reason of the failure.
+    /// Loads the library `name`, such as "filewatcher", from the folder of this program, else from the one for libraries
+    /// of the installation that the program is in. It takes the place of the one that is loaded. Returns null on success, else
+    /// the reason of the failure.
     cmStringT load(cmROStringT name);
     /// An exported function, valid while the library is loaded; null when there is none. `Function` must be its type.
     template <class Function>

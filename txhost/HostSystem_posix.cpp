@@ -24,7 +24,11 @@ cmStringT SharedLibrary::load(cmROStringT name)
 {
     unload();
     const cmStringT program = cmProgramPath();
-    const cmStringT path = cmCat(program.view().substr(0, program.view().rfind('/'))) + "/lib" + name + ".so";
+    const cmROStringT folder = cmDirectoryOf(program);
+    const cmStringT file = cmCat("lib") + name + ".so";
+    cmStringT path = cmJoinPath(folder, file);
+    if (cmReadFileItem(path).state == cmItemState::missing)
+        path = cmJoinPath(cmJoinPath(folder, FILEWATCHER_MODULE_FOLDER), file);
     m_handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     return m_handle ? cmStringT() : cmStringT(dlerror());
 }

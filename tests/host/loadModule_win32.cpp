@@ -1,0 +1,10 @@
+#include "tests/host/loadModule.h"
+
+#include <windows.h>
+
+bool loadModule(const char* path)
+{
+    HMODULE module = LoadLibraryA(path);
+    auto* init = module ? reinterpret_cast<int (*)()>(GetProcAddress(module, "txDllInit")) : nullptr;
+    return init && init() == 0;
+}
