@@ -92,7 +92,9 @@ std::int32_t gitGetCommitInfo(TXPSZ git, TXPSZ repository, TXPSZ hash, TXHREFVAR
 /// Fills the array `result` with the revisions of `file`, newest first, as instances of the editor's class "SVCHistoryInfo".
 /// Element 0 is the root entry; the index fields link the revisions as its children. `revision` is where the history begins;
 /// empty for HEAD. Not 0: `newestOnly` asks for one revision, `follow` continues the history before renames, `workingFile` adds
-/// an entry for the working file in front, unless there is no revision. Returns 0; -1 when git reports a fatal error or
+/// an entry for the working file in front, unless there is no revision. A field that the class lacks is skipped; beside those
+/// that the editor's history view shows, an instance has "parents" (hashes with blanks between them), "email" (the author's) and
+/// "subject". Returns 0; -1 when git reports a fatal error or
 /// `revision` begins with a dash; why git could not be started; or the editor's negative status when it has no such class.
 /// `result` changes only when git succeeded. Waits for git without limit.
 /// Out of memory: -12.

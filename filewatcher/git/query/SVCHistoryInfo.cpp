@@ -22,6 +22,9 @@ struct HistoryEntry {
     cmStringT affectedFiles;
     cmStringT caption;
     cmStringT fileName;
+    cmStringT parents;
+    cmStringT email;
+    cmStringT subject;
     std::int32_t picture = 0;
     std::int32_t leftSibling = noEntry;
     std::int32_t rightSibling = noEntry;
@@ -30,12 +33,12 @@ struct HistoryEntry {
     bool expandable = false;
 };
 
-cmStringT joinedLines(const cmArray<cmStringT>& lines)
+cmStringT joined(const cmArray<cmStringT>& words, cmROStringT between)
 {
     cmStringT text("");
-    for (const cmStringT& line : lines) {
-        text += text.isEmpty() ? "" : "\n";
-        text += line;
+    for (const cmStringT& word : words) {
+        text += text.isEmpty() ? "" : between;
+        text += word;
     }
     return text;
 }
@@ -51,9 +54,15 @@ HistoryEntry entryOf(const GitHistoryRecord& record, cmROStringT path)
     entry.comment = commit.message.isNull() ? commit.subject : commit.message;
     entry.caption = working ? commit.hash : cmStringT(shortHash(commit.hash));
     if (!working)
-        entry.affectedFiles = joinedLines(record.files);
+        entry.affectedFiles = joined(record.files, "\n");
     // With --follow a record lists the path that the file had at that commit.
     entry.fileName = record.files.size() == 1 ? record.files.front() : cmStringT(path);
+    cmArray<cmStringT> parents = commit.otherParents;
+    if (!commit.firstParent.isEmpty())
+        parents.insert(parents.begin(), commit.firstParent);
+    entry.parents = joined(parents, " ");
+    entry.email = commit.authorEmail;
+    entry.subject = commit.subject;
     return entry;
 }
 
@@ -73,7 +82,10 @@ std::int32_t storeEntry(TXHVAR element, const HistoryEntry& entry)
                                       {"revisionCaption", entry.caption},
                                       {"tagNames", unknown},
                                       {"changelist", unknown},
-                                      {"curVersionFilename", entry.fileName}}) {
+                                      {"curVersionFilename", entry.fileName},
+                                      {"parents", entry.parents},
+                                      {"email", entry.email},
+                                      {"subject", entry.subject}}) {
         if (const TXHVAR variable = txHvarField(element, field))
             txHvarSetString(variable, text.isNull() ? cmStringT("(null)") : text);
     }
