@@ -1,37 +1,13 @@
+#include "tests/JsonPage.h"
 #include "tests/WatchProcess.h"
 
-#include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
-
 #include <fstream>
-#include <sstream>
 
 namespace {
-
-using Json = nlohmann::json;
 
 ProgramResult txhost(const Texts& arguments)
 {
     return runBuilt("txhost", arguments);
-}
-
-std::vector<Json> jsonLines(const std::string& text)
-{
-    std::vector<Json> objects;
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);)
-        objects.push_back(Json::parse(line));
-    return objects;
-}
-
-/// What txhost prints with --json; it must end with this exit code and print at least one line.
-std::vector<Json> json(Texts arguments, int exitCode = 0)
-{
-    arguments.emplace_back("--json");
-    const ProgramResult result = txhost(arguments);
-    EXPECT_EQ(result.exitCode, exitCode) << Json(arguments) << result.output << result.error;
-    EXPECT_NE(result.output, "") << Json(arguments) << result.error;
-    return result.output.empty() ? std::vector<Json>(1) : jsonLines(result.output);
 }
 
 void expectFailure(const Texts& arguments, int exitCode, const std::string& error)
@@ -88,14 +64,14 @@ TEST(Txhost, ShowsTheStatusOfEachDirectoryByItsTool)
     const Json outdated = fileStatus(folder / "b", "svn", none, {"mod"});
     EXPECT_EQ(json({"status", "--updates", "--svn", svn, below}), (std::vector<Json>{modified, outdated}));
     writeFile(folder / "server.err", "svn: E170013: no server\n");
-    const Json unanswered{{"path", below}, {"tool", "svn"}, {"status", 0}, {"meaning", "svn: E170013: no server"}};
+    const Json unanswered{{"path", below}, {"tool", "svn"}, {"error", 2}, {"message", "svn: E170013: no server"}};
     EXPECT_EQ(json({"status", "--updates", "--svn", svn, below}, 1), (std::vector<Json>{unanswered, modified, outdated}));
     expectFailure({"status", "--updates", "--svn", svn, below}, 1, below + ": svn: svn: E170013: no server\n");
     writeFile(folder / "wc" / "deep" / ".git", "gitdir: elsewhere\n");
     EXPECT_EQ(json({"status", "--tool", "svn", "--svn", svn, below}), std::vector<Json>{modified});
     const std::string missing = text(folder / "missing");
     expectFailure({"status", "--svn", svn, "--git", missing, below}, 1,
-                  "txhost: no program that can be started: " + missing + "\n");
+                  "txhost: git: no program that can be started: " + missing + "\n");
     writeFile(folder / "ws" / ".p4config", "P4CLIENT=x\n");
     expectFailure({"status", "--p4", missing, text(folder / "ws")}, 1, missing);
 }
@@ -104,9 +80,10 @@ TEST(Txhost, TellsFailuresAndWrongUsageApart)
 {
     const TempFolder folder;
     const std::string missing = text(folder / "missing");
-    expectFailure({"status", missing}, 1, "txhost: no such directory: " + missing + "\n");
-    expectFailure({"watch", missing}, 1, "txhost: no such file or directory: " + missing + "\n");
-    expectFailure({"recent", missing}, 1, "no such file");
+    expectFailure({"status", missing}, 1, "txhost: " + missing + ": no such directory\n");
+    expectFailure({"watch", missing}, 1, "txhost: " + missing + ": no such file or directory\n");
+    for (const std::string command : {"recent", "reload"})
+        expectFailure({command, missing}, 1, "txhost: " + missing + ": no such file\n");
     expectFailure({"status"}, 2, "");
     expectFailure({"call", "\xC3\xBC\xC2\x9B\xE2\x80\xAE\n\x1B"}, 2, "named \xC3\xBC\\xC2\\x9B\\xE2\\x80\\xAE\\x0A\\x1B (");
     expectFailure({"functions", "\xC2\x9B\x1B"}, 2, ": \\xC2\\x9B\\x1B\n");
@@ -115,7 +92,7 @@ TEST(Txhost, TellsFailuresAndWrongUsageApart)
     const std::vector<Json> flood = json({"status", "--git", helperAs(folder, "tool-floods"), text(folder.path()), "."}, 1);
     ASSERT_EQ(flood.size(), 2u);
     for (const Json& failure : flood)
-        EXPECT_EQ(failure["status"], -6657);
+        EXPECT_EQ(failure["error"], -6657);
     Texts reload{"reload", "--budget", "0"};
     for (int number = 0; number < 4000; ++number)
         reload.push_back(std::to_string(number));
@@ -139,7 +116,7 @@ TEST(Txhost, TellsFailuresAndWrongUsageApart)
     const std::string file = text(folder / "refused" / "file");
     for (const Texts& command : {Texts{"status", refused}, {"diff", refused}, {"diff", refused, "HEAD"}, {"history", file}})
         expectFailure(command, 1, ": git: -1, fatal: not a git repository: ");
-    expectFailure({"livediff", "--cache", text(folder / "cache"), file}, 1, ": fatal: not a git repository: ");
+    expectFailure({"livediff", "--cache", text(folder / "cache"), file}, 1, ": git: -104370, fatal: not a git repository: ");
     EXPECT_EQ(txhost({"status", refused}).output, "");  // not "outside"
 }
 
@@ -154,24 +131,30 @@ TEST(Txhost, ShowsHistoryDifferencesAndCommits)
     writeFile(top / "c", "one\ntwo\n");
     const std::vector<Json> lines = json({"history", text(top / "c"), "--follow", "--working"});
     ASSERT_EQ(lines.size(), 3u);
-    EXPECT_EQ(lines[0]["revision"], "Working file");
+    EXPECT_EQ(lines[0]["subject"], "Not yet committed");
     EXPECT_EQ(lines[1]["files"], Json({"c"}));
+    EXPECT_EQ(lines[1]["parents"], Json({lines[2]["hash"]}));
     EXPECT_EQ(lines[2]["files"], Json({"a b"}));
     const std::string plain = txhost({"history", text(top / "c"), "--follow"}).output;
     EXPECT_NE(plain.find("Ada  files  (as a b)\n"), std::string::npos) << plain;
     EXPECT_NE(plain.find("Ada  re\\x1Bname\n"), std::string::npos) << plain;
 
-    const Json changed{{"local", {"c"}}, {"staged", Json::array()}};
-    EXPECT_EQ(json({"diff", text(top)}), std::vector<Json>(1, Json{{text(top), changed}}));
+    const Json changed{{"path", text(top)}, {"local", {"c"}}, {"staged", Json::array()}};
+    EXPECT_EQ(json({"diff", text(top)}), std::vector<Json>{changed});
     EXPECT_EQ(txhost({"diff", text(top), "HEAD"}).output, text(top / "c") + "\n@@ -1,1 +1,2 @@\n one\n+two\n");
     expectFailure({"diff", text(top), "--", "--output=ran"}, 1, "-1");
     expectFailure({"diff", text(top / ".git")}, 1, "fatal: this operation must be run in a work tree");
+    expectFailure({"history", text(top / "no")}, 1, text(top / "no") + ": no such file, and no revision in Git\n");
 
-    const Json commit = json({"show", text(top), "main"}).at(0);
+    Json commit = json({"show", text(top), "main"}).at(0);
     EXPECT_EQ(commit["hash"].get<std::string>() + "\n", git(top, {"rev-parse", "HEAD"}));
+    EXPECT_EQ(commit["branches"], Json({"main"}));
+    for (const char* key : {"branches", "tags"})
+        commit.erase(key);
+    EXPECT_EQ(commit, lines[1]) << "a commit is the same in history";
     expectFailure({"show", text(top), "nonsense"}, 1, "nonsense");
     git(top, {"commit", "--quiet", "--all", "--message", "equal"});
-    EXPECT_EQ(json({"diff", text(top), "HEAD"}), std::vector<Json>{Json::object()});
+    EXPECT_TRUE(json({"diff", text(top), "HEAD"}).empty());
 
     writeFile(top / "c", "three\n");
     writeFile(top / "n", std::string(1, '\0'));
@@ -184,6 +167,10 @@ TEST(Txhost, ShowsHistoryDifferencesAndCommits)
     const std::string shown = txhost({"show", text(top), "HEAD"}).output;
     const std::string second = "\nagainst " + git(top, {"rev-parse", "HEAD^2"}) + "file    a b\nfile    c\n";
     EXPECT_NE(shown.find("\nfile    c\nfile    n" + second), std::string::npos) << shown;
+    writeFile(top / "c", "mine\n");
+    git(top, {"commit", "--quiet", "--all", "--message", "x"});
+    git(top, {"revert", "--mainline=1", "HEAD~1"});
+    EXPECT_EQ(json({"diff", text(top)}).at(0)["local"], Json({"c"})) << "it has conflicts";
 }
 
 TEST(Txhost, WatchesForChanges)
@@ -197,8 +184,6 @@ TEST(Txhost, WatchesForChanges)
     writeFile(other / "b", "22");
     fs::create_directory(folder / "plain");
     writeFile(folder / "file", "x");
-    const Json date = json({"reload", text(folder / "file")}).at(0);
-    EXPECT_TRUE(date["time"] > 130'000'000'000'000'000 && date["readOnly"] == false) << date;
     WatchProcess watch({text(top), text(other), text(folder / "plain"), text(folder / "file")});
     WatchProcess flooded({"--git", helperAs(folder, "tool-floods"), text(top), text(folder / "file")});
     EXPECT_TRUE(flooded.shows("-6657")) << flooded.output();
@@ -221,7 +206,8 @@ TEST(Txhost, WatchesForChanges)
     git(top, {"checkout", "--quiet", "a"});
     EXPECT_TRUE(watch.shows(clean) && watch.shows("\"answers\",\"path\":" + Json(text(top)).dump())) << watch.output();
     watch.terminate();
-    EXPECT_EQ(jsonLines(watch.output()).size(), 9u) << watch.output();
+    EXPECT_EQ(jsonLines("watch", watch.output()).size(), 9u) << watch.output();
+    EXPECT_FALSE(jsonPage.unseen.contains("watch.tool") || jsonPage.unseen.contains("Failures.time"));
 }
 
 TEST(Txhost, AToolThatHangsHoldsUpItsOwnDirectoriesAloneAndEachIsNamedOnce)
@@ -262,6 +248,8 @@ TEST(Txhost, ShowsBranchesAndTheHistoryWithItsGraph)
     makeRepository(top);
     expectFailure({"log", text(folder.path())}, 1, text(folder.path()));
     expectFailure({"log", text(top)}, 0, "no commits");
+    for (const char* command : {"log", "branches", "diff"})  // the words of a program that is no git
+        expectFailure({command, text(top), "--git", helperAs(folder, "tool-p4")}, 1, ": git: -1, ");
     commitFiles(top, {"a"});
     git(top, {"branch", "Error"});
     git(top, {"checkout", "--quiet", "-b", "work"});
@@ -296,11 +284,12 @@ TEST(Txhost, FetchesTheCommittedRevision)
     writeFile(file, "edited");
     Texts fetch{"livediff", text(file), "--cache", text(folder / "cache")};
     const Json line = json(fetch).at(0);
-    EXPECT_EQ(line["status"], 1);
     EXPECT_EQ(readFile(cmSystemPath(line["cache"].get<std::string>())), committed);
     writeFile(folder / "repo" / "new", "x");
     fetch[1] = text(folder / "repo" / "new");
-    EXPECT_EQ(json(fetch, 1).at(0)["status"], -104370);
+    EXPECT_EQ(json(fetch, 1).at(0)["error"], -104370);
+    fetch[1] = text(folder / "repo" / "docs");
+    expectFailure(fetch, 1, ": is a directory\n");
 
     writeFile(folder / "ws" / ".p4config", "P4CLIENT=x\n");
     writeFile(folder / "ws" / "a@b#c%d", "edited");
@@ -308,12 +297,49 @@ TEST(Txhost, FetchesTheCommittedRevision)
     fetch[1] = text(folder / "ws" / "a@b#c%d");
     fetch.insert(fetch.end(), {"--p4", helperAs(folder, "tool-p4")});
     EXPECT_EQ(readFile(cmSystemPath(json(fetch).at(0)["cache"].get<std::string>())), "depot's");
+    const std::string failing = "\"" + builtProgram("testhelper") + "\" say \"\" \"its words\"";
+    expectFailure({"livediff", text(file), "--cache", text(folder / "cache"), "--command", failing}, 1,
+                  text(file) + ": its words\n");
+}
+
+TEST(Txhost, PrintsTheJsonThatThePageTells)
+{
+    const TempFolder folder;
+    const fs::path top = folder / "repo";
+    const std::string file = text(top / "a");
+    makeRepository(top, {"a", "b"});
+    git(top, {"mv", "b", "c"});
+    commitFiles(top, {"a"});
+    writeFile(top / "a", "merged");
+    git(top, {"add", "--all"});
+    const std::string tree = git(top, {"write-tree"}).substr(0, 40);
+    git(top, {"reset", "--hard", git(top, {"commit-tree", "-p", "HEAD", "-p", "HEAD~1", "-m", "m", tree}).substr(0, 40)});
+    writeFile(top / "a", "22");
+    for (const Texts& command : {Texts{"functions"},
+                                 {"status", text(top), text(folder.path())},
+                                 {"log", text(top)},
+                                 {"branches", text(top)},
+                                 {"history", "--working", file},
+                                 {"show", text(top), "HEAD"},
+                                 {"diff", text(top)},
+                                 {"diff", text(top), "HEAD~2"},
+                                 {"diff", text(top), "HEAD^!"},
+                                 {"livediff", "--cache", text(folder / "cache"), file},
+                                 {"reload", file},
+                                 {"tour"}})
+        EXPECT_FALSE(json(command).empty()) << Json(command);
+    json({"call", "_GitFilterTree", "x", "[1]"}, 1);
+    json({"diff", text(top), "none"}, 1);
+    EXPECT_TRUE(eventually([&] {  // at times there is no answer at all
+        return jsonLines("reload", txhost({"reload", "--budget", "0", "--json", file}).output).at(0).contains("slow");
+    }));
+    EXPECT_EQ(jsonPage.unseen, (std::set<std::string>{"Failures.time", "recent.path", "watch.change", "watch.path", "watch.time",
+                                                      "watch.tool"}));  // seen by other tests
 }
 
 TEST(Txhost, GoesOnItsTour)
 {
     const std::vector<Json> steps = json({"tour"});
-    EXPECT_GE(steps.size(), 8u);
     for (const Json& step : steps)
         EXPECT_TRUE(step["ok"].get<bool>()) << step;
     EXPECT_FALSE(fs::exists(cmSystemPath(steps.at(1)["detail"].get<std::string>())));

@@ -1,3 +1,4 @@
+#include "tests/JsonPage.h"
 #include "tests/LogRecords.h"
 #include "tests/WatchProcess.h"
 
@@ -16,6 +17,9 @@ TEST(Txhost, EndsItsWatchOnCtrlCAndFailsWhenItsOutputCannotBeWritten)
     writeFile(folder / "repo" / "a", "22");
     EXPECT_EQ(runInto(builtProgram("txhost"), "functions", "/dev/full", folder / "err"), 1);
     EXPECT_EQ(runInto(builtProgram("txhost"), "watch " + text(folder / "repo"), "/dev/full", folder / "err"), 1);
+    const std::string readerLeft =
+        "exec 3> >(true); wait $!; " + builtProgram("txhost") + " log " + text(folder / "repo") + " >&3";
+    EXPECT_EQ(std::system(("bash -c '" + readerLeft + "'").c_str()), 0);
     WatchProcess watch({text(folder / "repo")});
     EXPECT_TRUE(watch.shows("modified"));
     kill(static_cast<pid_t>(watch.id()), SIGINT);
@@ -27,11 +31,13 @@ TEST(Txhost, EndsItsWatchOnCtrlCAndFailsWhenItsOutputCannotBeWritten)
     fs::create_directories(other);
     writeFile(folder / "svn.xml", "<status><target><entry path='/b'><wc-status item='modified'/></entry></target></status>");
     writeFile(other + ".silent", "");
-    WatchProcess status({"--svn", helperAs(folder, "tool-svn"), "--patience", "100", top, other}, "status --tool svn");
+    WatchProcess status({"--svn", helperAs(folder, "tool-svn"), "--patience", "100", top, other}, "status --json --tool svn");
     EXPECT_TRUE(status.shows("waiting for svn in " + other + "\n")) << status.errors();
     kill(static_cast<pid_t>(status.id()), SIGINT);
     EXPECT_TRUE(status.shows("txhost: interrupted: no answer from svn in " + other + "\n")) << status.errors();
-    EXPECT_TRUE(status.shows("mod           /b\n")) << status.output();
+    EXPECT_TRUE(status.ends() && status.shows("\"path\":\"/b\",\"tool\":\"svn\",\"local\":[\"mod\"]")) << status.output();
+    const Json unanswered{{"error", -102621}, {"message", "interrupted"}, {"path", other}, {"tool", "svn"}};
+    EXPECT_EQ(jsonLines("status", status.output()).back(), unanswered);
 }
 
 TEST(Txhost, EndsTheToolsThatItWaitsForOnCtrlC)
@@ -68,10 +74,38 @@ TEST(Txhost, TellsWhenTheRecentListHasNotTakenAFile)
     const std::string list = text(folder / "recently-used.xbel");
     setenv("XDG_DATA_HOME", folder.path().c_str(), 1);
     writeFile(list, "<xbel");
-    EXPECT_EQ(runBuilt("txhost", {"recent", list}).exitCode, 1);
+    json({"recent", list}, 1);
     writeFile(list, "");
-    EXPECT_EQ(runBuilt("txhost", {"recent", list}).exitCode, 0);
+    EXPECT_EQ(json({"recent", list}).at(0)["path"], list);
     unsetenv("XDG_DATA_HOME");
+}
+
+TEST(Txhost, WritesTimesWithTheOffsetOfTheirOwnAndNamesThatAreNoUTF8InBytesToo)
+{
+    const TempFolder folder;
+    const fs::path top = folder / "repo";
+    makeRepository(top);
+    const std::string tree = git(top, {"write-tree"}).substr(0, 40);
+    const auto commitAt = [&](const std::string& time) {
+        const std::string person = " Ada <ada@example.org> " + time + " +0000\n";
+        writeFile(folder / "commit", "tree " + tree + "\nauthor" + person + "committer" + person + "\nx\n");
+        const std::string hash = git(top, {"hash-object", "-t", "commit", "-w", text(folder / "commit")}).substr(0, 40);
+        git(top, {"reset", "--hard", hash});
+        return json({"log", text(top)}).at(1)["date"];
+    };
+    setenv("TZ", "XST3:30XDT,M3.5.0,M10.5.0/3", 1);
+    EXPECT_EQ(commitAt("1719792000"), "2024-06-30T21:30:00-02:30");
+    EXPECT_EQ(commitAt("1730006999"), "2024-10-27T02:59:59-02:30") << "the repeated hour";
+    EXPECT_EQ(commitAt("1730010600"), "2024-10-27T03:00:00-03:30");
+    setenv("TZ", "LMT-0:19:32", 1);
+    EXPECT_EQ(commitAt("1719792000"), "2024-07-01T00:00:00+00:00");
+    unsetenv("TZ");
+
+    const auto time = std::chrono::sys_seconds(std::chrono::seconds(1719792001)) + std::chrono::nanoseconds(234567800);
+    fs::last_write_time(folder / "commit", fs::file_time_type::clock::from_sys(time));
+    EXPECT_EQ(json({"reload", text(folder / "commit")}).at(0)["time"], "2024-07-01T00:00:01.2345678+00:00");
+    git(top, {"branch", "x\xFC\xFCy"});
+    EXPECT_EQ(json({"branches", text(top)}).at(1)["nameBase64"], "ePz8eQ==");
 }
 
 TEST(Txhost, EscapesMoreForATerminalThanForAPipeAndKeepsWithinIt)

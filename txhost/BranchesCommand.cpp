@@ -5,14 +5,19 @@
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
 
+#include <utility>
+
 namespace {
 
 void printBranch(std::int32_t number, const cmStringT& name, const cmStringT& hash, bool json)
 {
     const bool current = number == 0;
     if (json) {
-        console::printLine(
-            jsonText({{"number", number}, {"name", jsonString(name)}, {"hash", jsonString(hash)}, {"current", current}}));
+        Json object{{"number", number}};
+        addName(object, "name", name);
+        object["hash"] = jsonString(hash);
+        object["current"] = current;
+        printJson(std::move(object));
         return;
     }
     const cmStringT shown = console::printable(name);
@@ -28,10 +33,8 @@ int runBranches(const HostOptions& options, const std::string& named)
     Host host(options);
     console::catchInterrupts();
     Browser browser(host, repository, {});
-    if (!browser.waitFor([&] { return browser.hasBranches(); })) {
-        console::printInterrupted();
-        return 1;
-    }
+    if (!browser.waitFor([&] { return browser.hasBranches(); }))
+        return reportInterrupt(options, repository);
     for (std::int32_t number = 0;; ++number) {
         const cmStringT name = browser.branchName(number);
         const cmStringT hash = browser.branchHash(number);

@@ -1,8 +1,10 @@
 #include "txhost/Browser.h"
 
+#include "common/CommandRunner.h"
 #include "common/cmStringCatHelper.h"
 #include "txhost/Console.h"
-#include "txhost/StatusPoll.h"
+#include "txhost/JsonText.h"
+#include "txhost/WatchedDirectories.h"
 
 namespace {
 
@@ -24,9 +26,9 @@ Browser::Browser(Host& host, const cmStringT& repository, const cmStringT& restr
     host.requireTool(gitTool);
     const std::int32_t status = host.call("_GitGetBranchInfo", {repository, host.programPath(gitTool), 0, restriction});
     if (status == threadNotStarted)
-        throw HostError(cmStringT(cmCat(repository) + ": a thread could not be started, or memory ran out").c_str());
+        throw HostError(repository, "a thread could not be started, or memory ran out");
     if (status != 0)
-        throw HostError(failureText(repository, status).c_str());
+        throw HostError(failureOf(status, {}, repository, gitTool.name));
     EditorObserver observer;  // the notices of the load wait for the event loop
     observer.gitLoadEnded = [this](const cmStringT&, std::int32_t part, std::int32_t partStatus, const cmStringT& message) {
         m_ended[part] = {partStatus, message};
@@ -62,16 +64,28 @@ int Browser::reportFailures(std::int32_t lastPart)
 {
     m_host.editor().runUntil([] { return false; }, 0);
     cmStringT told;
+    bool hasFailed = false;
     for (std::int32_t part = txGitLoadBranches; part <= lastPart; ++part) {
         const PartEnd& end = m_ended.try_emplace(part, PartEnd{statusGitFailed, "the load broke off"}).first->second;
         if (end.status == 0)
             continue;
         if (part == txGitLoadCommits && end.status == statusGitFailed && end.message.isEmpty())
-            console::printError(cmStringT(cmCat(m_repository) + ": no commits"));
+            hasFailed = !tellNoCommits() || hasFailed;
         else if (told.isNull() || end.message != told)  // when git cannot start, both parts say so
-            printFailure(m_repository, {gitTool.name, end.status, told = end.message}, m_host.options().json);
+            printFailure(failureOf(end.status, told = end.message, m_repository, gitTool.name), m_host.options().json);
     }
-    return told.isNull() ? 0 : 1;
+    return told.isNull() && !hasFailed ? 0 : 1;
+}
+
+/// Tells that there are no commits. Returns false when that is not known.
+bool Browser::tellNoCommits() const
+{
+    if (const std::optional<Failure> doubt = suspectSilence(m_host, m_repository)) {
+        printFailure(*doubt, m_host.options().json);
+        return false;
+    }
+    console::printError(cmStringT(cmCat(m_repository) + ": no commits"));
+    return true;
 }
 
 std::int32_t Browser::count() const
@@ -88,7 +102,7 @@ cmArray<cmStringT> Browser::tags(std::int64_t number) const
 {
     cmArray<cmStringT> names;
     if (callback<std::int32_t(std::int64_t, cmArray<cmStringT>&)>(m_host, txSlotGitTags)(number, names) != 0)
-        throw HostError("the tags of a commit cannot be read");
+        throw HostError(m_repository, "the tags of a commit cannot be read");
     return names;
 }
 
@@ -109,6 +123,17 @@ cmStringT Browser::branchName(std::int32_t number)
     return name == "Error" && branchHash(number).isEmpty() ? cmStringT("") : name;
 }
 
+cmArray<cmStringT> Browser::branchNames(const GitCommitInfo& info)
+{
+    cmArray<cmStringT> names;
+    for (const std::int64_t number : info.branchNumbers) {
+        const cmStringT name = branchName(static_cast<std::int32_t>(number));
+        if (!name.isEmpty())
+            names.push_back(name);
+    }
+    return names;
+}
+
 cmStringT Browser::branchHash(std::int32_t number)
 {
     return m_host.editor().call("_GitGetBranchHash", {number}).text;
@@ -120,8 +145,30 @@ bool Browser::filter(const std::string& text)
     const std::int32_t status = m_host.call("_GitFilterTree", {text.c_str(), CallArgument::variable(tree)});
     txHvarFree(tree);
     if (status < 0)
-        throw HostError(failureText("filter", status).c_str());
+        throw HostError(failureOf(status, {}, m_repository, gitTool.name));
     return status == 0;
+}
+
+int reportInterrupt(const HostOptions& options, const cmStringT& path)
+{
+    printFailure({Failure::stopped, "interrupted", path}, options.json);
+    return 1;
+}
+
+std::optional<Failure> suspectSilence(const Host& host, const cmStringT& directory)
+{
+    cmStringT output("");
+    const CaptureResult result =
+        captureCommand(cmStringT(cmCat("\"") + host.programPath(gitTool) + "\" rev-parse --git-dir"), spawnScannedCommand,
+                       directory, {}, [&output](cmROStringT bytes) { output += bytes; });
+    if (result.status != 0)
+        return failureOf(result.status, result.failure, directory, gitTool.name);
+    if (!output.isEmpty())
+        return std::nullopt;
+    cmROStringT words = result.errorOutput;
+    const cmROStringT first = cmTakeUntil(words, '\n');
+    return failureOf(statusGitFailed, first.empty() ? cmStringT("the program names no repository; is it git?") : cmStringT(first),
+                     directory, gitTool.name);
 }
 
 cmStringT browsedDirectory(const std::string& named)

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
 /// The editor's Git browser on one repository. The module loads the history in the background; the getters answer for what is
@@ -26,7 +27,7 @@ public:
     /// Whether all branches are read. They are before the first commit is.
     bool hasBranches() const { return m_ended.contains(txGitLoadBranches); }
     /// Prints what failed in the parts of the load up to `lastPart`; call when these have ended. That there are no commits is no
-    /// failure, but told on standard error. Returns the exit code.
+    /// failure when git knows the repository, but told on standard error. Returns the exit code.
     int reportFailures(std::int32_t lastPart = txGitLoadCommits);
 
     /// How many commits are loaded; the working copy counts as one.
@@ -43,6 +44,8 @@ public:
     /// Name and hash of a branch; branch 0 is the current one. Empty beyond the last branch.
     cmStringT branchName(std::int32_t number);
     cmStringT branchHash(std::int32_t number);
+    /// The names of the branches whose tip the commit is.
+    cmArray<cmStringT> branchNames(const GitCommitInfo& commit);
     /// Shows only the commits that contain `text`. Returns false when there are none. Throws HostError when the module refuses.
     bool filter(const std::string& text);
 
@@ -53,10 +56,19 @@ private:
         cmStringT message;
     };
 
+    bool tellNoCommits() const;
+
     Host& m_host;
     const cmStringT m_repository;
     std::map<std::int32_t, PartEnd> m_ended;  ///< by the number of the part
 };
+
+/// Prints that Ctrl-C came before the answer about `path`. Returns the exit code.
+int reportInterrupt(const HostOptions& options, const cmStringT& path);
+
+/// Why git's silence in `directory` is no answer: it does not even name the repository, as a program that is no git. Nothing when
+/// git knows the repository.
+std::optional<Failure> suspectSilence(const Host& host, const cmStringT& directory);
 
 /// The absolute path of a repository's directory, as the editor would name it. Throws HostError when it does not exist.
 cmStringT browsedDirectory(const std::string& named);

@@ -8,6 +8,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -55,10 +56,10 @@ CallArgument argumentFromText(const Prototype& prototype, std::size_t index, con
     return number ? CallArgument(value.get<std::int32_t>()) : CallArgument(cmStringT(cmROStringT(text)));
 }
 
-void printAnswer(const Json& answer, bool json)
+void printAnswer(Json answer, bool json)
 {
     if (json) {
-        console::printLine(jsonText(answer));
+        printJson(std::move(answer));
         return;
     }
     if (answer.contains("result"))
@@ -77,7 +78,7 @@ int runCall(const HostOptions& options, const std::string& name, const std::vect
     for (const std::string& text : texts)
         arguments.push_back(argumentFromText(prototype, arguments.size(), text));
     const CallResult result = [&] {
-        const InterruptWatch interrupts;
+        const InterruptWatch interrupts({});
         CallResult answer = host.editor().call(name, arguments);
         interrupts.check();
         return answer;
@@ -94,11 +95,16 @@ int runCall(const HostOptions& options, const std::string& name, const std::vect
         if (argument.isVariable())
             answer["variables"].push_back(*VariableJson(*host.editor().value(argument.handle())));
     }
-    printAnswer(answer, options.json);
+    printAnswer(std::move(answer), options.json);
     // -1 means different things for different functions, so it is not explained.
     const cmStringT meaning = result.number && *result.number != -1 ? meaningOfStatus(*result.number) : cmStringT();
     if (meaning.isNull())
         return 0;
+    if (options.json) {
+        Json object = failureJson({*result.number, meaning});
+        object["function"] = name;
+        printJson(std::move(object));
+    }
     console::printError(cmStringT(cmCat(name) + ": " + std::to_string(*result.number) + ", " + meaning));
     return 1;
 }

@@ -3,6 +3,7 @@
 #include "common/cmStringCatHelper.h"
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
+#include "txhost/TimeText.h"
 
 #include <algorithm>
 #include <utility>
@@ -26,12 +27,12 @@ void ChangePrinter::show(const PassAnswer& answer)
     const cmStringT& path = answer.directory.path;
     Directory& before = m_directories[path];
     if (answer.isOutside && !before.isOutside)
-        print("outside", console::grey, path);
+        print("outside", console::grey, path, answer.directory.tool.name);
     if (before.failure && !answer.failure)
-        print("answers", console::green, path);
+        print("answers", console::green, path, answer.directory.tool.name);
     show(answer.files);
     if (answer.failure && answer.failure != before.failure)
-        printFailure(path, *answer.failure, m_json);
+        printFailure(*answer.failure);
     before = {answer.isOutside, answer.failure};
 }
 
@@ -39,13 +40,13 @@ void ChangePrinter::show(const FileStatuses& files)
 {
     for (const auto& [key, file] : files) {
         if (file.isClean())
-            print("clean", console::green, file.path);
+            print("clean", console::green, file.path, file.tool);
         else if (std::find(file.local.begin(), file.local.end(), "mod") != file.local.end())
-            print("modified", console::yellow, file.path);
+            print("modified", console::yellow, file.path, file.tool);
         else if (!file.local.empty())
-            print("opened", console::yellow, file.path);
+            print("opened", console::yellow, file.path, file.tool);
         else
-            print("outdated", console::red, file.path);
+            print("outdated", console::red, file.path, file.tool);
     }
 }
 
@@ -61,14 +62,27 @@ void ChangePrinter::showDateChange(const cmStringT& path, const FileDate& before
         print(date.readOnly ? "read-only" : "writable", console::grey, path);
 }
 
-void ChangePrinter::print(cmROStringT change, int colour, const cmStringT& path)
+void ChangePrinter::printFailure(const Failure& failure)
 {
-    const cmStringT time = console::timeOfDay();
     if (m_json) {
-        console::printLine(jsonText({{"time", jsonString(time)}, {"change", jsonString(change)}, {"path", jsonString(path)}}));
+        Json object{{"time", jsonString(rfc3339Now())}};
+        object.update(failureJson(failure));
+        printJson(std::move(object));
+    }
+    console::printError(failureText(failure));
+}
+
+void ChangePrinter::print(cmROStringT change, int colour, const cmStringT& path, cmROStringT tool)
+{
+    if (m_json) {
+        Json object{{"time", jsonString(rfc3339Now())}, {"change", jsonString(change)}};
+        addName(object, "path", path);
+        if (!tool.empty())
+            object["tool"] = jsonString(tool);
+        printJson(std::move(object));
         return;
     }
     const cmStringT padded = cmCat(change) + "          ";
-    console::printLine(
-        cmStringT(cmCat(time) + "  " + console::coloured(colour, padded.view().substr(0, 10)) + console::printable(path)));
+    console::printLine(cmStringT(cmCat(console::timeOfDay()) + "  " + console::coloured(colour, padded.view().substr(0, 10))
+                                 + console::printable(path)));
 }

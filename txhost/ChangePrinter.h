@@ -19,11 +19,12 @@ private:
     /// What was said of a directory.
     struct Directory {
         bool isOutside = false;
-        std::optional<FailedPass> failure;
+        std::optional<Failure> failure;
     };
 
     void showDateChange(const cmStringT& path, const FileDate& before, const FileDate& date);
-    void print(cmROStringT change, int colour, const cmStringT& path);
+    void printFailure(const Failure& failure);
+    void print(cmROStringT change, int colour, const cmStringT& path, cmROStringT tool = {});
 
     bool m_json;
     cmDictionary<cmStringT, Directory> m_directories;

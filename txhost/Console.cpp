@@ -71,6 +71,11 @@ void console::noteMissingDate()
     dateMissing = true;
 }
 
+bool console::isDateMissing()
+{
+    return dateMissing;
+}
+
 bool console::isOutputBroken()
 {
     return std::ferror(stdout) != 0;
@@ -78,10 +83,8 @@ bool console::isOutputBroken()
 
 bool console::isOutputComplete()
 {
-    if (dateMissing)
-        printError("a date could not be converted to local time");
     if (!isOutputBroken())
-        return !dateMissing;
+        return true;
     if (!isReaderGone())
         printError("standard output cannot be written");
     return false;

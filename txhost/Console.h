@@ -29,7 +29,9 @@ bool isErrorTerminal();
 void printLine(cmROStringT line);
 /// Remembers that a date was left out because the system could not convert it.
 void noteMissingDate();
-/// Whether all lines so far were written, and no date was left out. Prints an error when not.
+/// Whether one was.
+bool isDateMissing();
+/// Whether all lines so far were written. Prints an error when not.
 bool isOutputComplete();
 /// Whether a line could not be written.
 bool isOutputBroken();

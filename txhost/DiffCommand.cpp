@@ -4,9 +4,11 @@
 #include "txhost/Console.h"
 #include "txhost/InterruptWatch.h"
 #include "txhost/JsonText.h"
-#include "txhost/StatusPoll.h"
 
+#include <algorithm>
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -22,7 +24,37 @@ void setTypes(Json& table)
             if (entry.contains(list) && !entry.at(list).is_array())
                 entry[list] = Json::array();
         }
+        for (const char* list : {"local", "staged"}) {  // git names a file with conflicts once for each side
+            if (entry.contains(list))
+                entry[list].erase(std::unique(entry[list].begin(), entry[list].end()), entry[list].end());
+        }
     }
+}
+
+/// Prints one object for each element of the module's table.
+void printObjects(Json& table)
+{
+    for (auto& [path, entry] : table.items()) {
+        Json object;
+        addName(object, "path", path);
+        for (auto& [key, value] : entry.items()) {
+            if (value.is_array() && key != "hunks")
+                addNames(object, key, textsOf(value));
+            else if (key == "oldPath" && value != "")
+                addName(object, key, value.get_ref<const std::string&>());
+            else if (value != "")
+                object[key] = std::move(value);
+        }
+        printJson(std::move(object));
+    }
+}
+
+/// Whether the table says of a working copy that nothing differs.
+bool isWithoutChanges(const Json& table)
+{
+    return std::all_of(table.begin(), table.end(), [](const Json& entry) {
+        return entry.contains("staged") && entry.at("staged").empty() && entry.value("local", Json::array()).empty();
+    });
 }
 
 void printChangedFiles(const Json& entry)
@@ -108,23 +140,25 @@ int runDiff(const HostOptions& options, const std::string& repository)
     host.requireTool(gitTool);
     const TXHVAR variable = txHvarAlloc();
     const std::int32_t status =
-        callInterruptibly(host, "_GitGetDiffInfo",
+        callInterruptibly(host, path, "_GitGetDiffInfo",
                           {path, host.programPath(gitTool), CallArgument::variable(variable), cmStringT(options.revision)});
     const cmStringT reason = host.editor().takeQueryError();
-    if (status == statusGitFailed && reason.isNull()) {
-        if (options.json)
-            console::printLine("{}");
-        return 0;
-    }
-    if (status != 0 || !reason.isNull()) {
-        printFailure(path, {gitTool.name, status != 0 ? status : statusGitFailed, reason}, options.json);
+    const bool isEqual = status == statusGitFailed && reason.isNull();
+    if (!isEqual && (status != 0 || !reason.isNull())) {
+        printFailure(failureOf(status != 0 ? status : statusGitFailed, reason, path, gitTool.name), options.json);
         return 1;
     }
     VariableJson value(*host.editor().value(variable));
     Json& table = *value;
     setTypes(table);
+    if (isEqual || isWithoutChanges(table)) {
+        if (const std::optional<Failure> doubt = suspectSilence(host, path)) {
+            printFailure(*doubt, options.json);
+            return 1;
+        }
+    }
     if (options.json) {
-        console::printLine(jsonText(table));
+        printObjects(table);
         return 0;
     }
     for (const auto& [name, entry] : table.items()) {

@@ -1,16 +1,18 @@
+#include "common/cmFile.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
 #include "common/cmSystemPath.h"
 #include "txhost/Commands.h"
+#include "txhost/CommitJson.h"
 #include "txhost/Console.h"
 #include "txhost/InterruptWatch.h"
-#include "txhost/JsonText.h"
-#include "txhost/StatusPoll.h"
 #include "txhost/TextWidth.h"
+#include "txhost/TimeText.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -22,13 +24,17 @@ std::string field(const Json& entry, const char* name)
     return text == missing ? std::string() : text;
 }
 
-Json filesOf(const Json& entry)
+cmArray<cmStringT> wordsOf(cmROStringT text, char end)
 {
-    Json files = Json::array();
-    const std::string list = field(entry, "affectedFilesDetails");
-    for (cmROStringT rest = list; !rest.empty();)
-        files.push_back(jsonString(cmTakeUntil(rest, '\n')));
-    return files;
+    cmArray<cmStringT> words;
+    while (!text.empty())
+        words.push_back(cmTakeUntil(text, end));
+    return words;
+}
+
+bool isWorkingFile(const Json& entry)
+{
+    return field(entry, "revision") == field(entry, "revisionCaption");
 }
 
 std::string padded(std::string text, std::size_t width)
@@ -47,13 +53,22 @@ cmArray<const Json*> childrenOf(const Json& tree)
     return children;
 }
 
-void printJson(const Json& entry)
+void printEntry(const Json& entry)
 {
-    console::printLine(jsonText({{"revision", field(entry, "revision")},
-                                 {"author", field(entry, "author")},
-                                 {"date", field(entry, "date")},
-                                 {"comment", field(entry, "comment")},
-                                 {"files", filesOf(entry)}}));
+    GitCommitInfo commit;
+    commit.subject = cmROStringT(field(entry, "subject"));
+    if (!isWorkingFile(entry)) {
+        commit.hash = cmROStringT(field(entry, "revision"));
+        commit.otherParents = wordsOf(field(entry, "parents"), ' ');
+        commit.authorName = cmROStringT(field(entry, "author"));
+        commit.authorEmail = cmROStringT(field(entry, "email"));
+        commit.message = cmROStringT(field(entry, "comment"));
+        if (const std::string date = field(entry, "date"); !date.empty())
+            commit.date = GitDateTime::pack(parseDateTime(date));
+    }
+    Json object = commitJson(commit);
+    addNames(object, "files", wordsOf(field(entry, "affectedFilesDetails"), '\n'));
+    printJson(std::move(object));
 }
 
 void printPlain(const Json& entry, std::size_t authorWidth, const std::string& name)
@@ -82,28 +97,31 @@ int runHistory(const HostOptions& options, const std::string& file)
     const cmStringT path(cmWithoutTrailingSeparator(whole));
     const TXHVAR tree = txHvarAlloc();
     const std::int32_t status =
-        callInterruptibly(host, "_GitGetHistoryInfo",
+        callInterruptibly(host, path, "_GitGetHistoryInfo",
                           {path, host.programPath(gitTool), CallArgument::variable(tree), cmStringT(options.revision),
                            options.newest ? 1 : 0, options.follow ? 1 : 0, options.working ? 1 : 0});
     if (status != 0) {
-        printFailure(path, {gitTool.name, status, host.editor().takeQueryError()}, options.json);
+        printFailure(failureOf(status, host.editor().takeQueryError(), path, gitTool.name), options.json);
         return 1;
     }
     VariableJson value(*host.editor().value(tree));
     const cmArray<const Json*> entries = childrenOf(*value);
-    if (entries.empty())
-        console::printError(cmStringT(cmCat(path) + ": no revision"));
+    if (entries.empty()) {
+        const bool exists = cmReadFileItem(path).state != cmItemState::missing;
+        printFailure({Failure::own, exists ? "no revision in Git" : "no such file, and no revision in Git", path}, options.json);
+        return 1;
+    }
     std::size_t authorWidth = 0;
     for (const Json* entry : entries)
         authorWidth = std::max(authorWidth, textWidth(field(*entry, "author")));
     for (const Json* entry : entries) {
-        const bool isWorkingFile = field(*entry, "revision") == field(*entry, "revisionCaption");
-        if (!isWorkingFile && field(*entry, "date").empty())
+        if (options.json) {
+            printEntry(*entry);
+            continue;
+        }
+        if (!isWorkingFile(*entry) && field(*entry, "date").empty())
             console::noteMissingDate();
-        if (options.json)
-            printJson(*entry);
-        else
-            printPlain(*entry, authorWidth, field(*entries.front(), "curVersionFilename"));
+        printPlain(*entry, authorWidth, field(*entries.front(), "curVersionFilename"));
     }
     return 0;
 }

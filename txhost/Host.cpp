@@ -63,9 +63,10 @@ Host::Host(const HostOptions& options) : m_options(options)
         m_editor.setDebugSink(&console::printErrorLines);
     m_directory = options.cache.empty() ? privateDirectory() : cmStringT(options.cache);
     m_editor.setDirectory(m_directory);
-    m_editor.defineClass("SVCHistoryInfo", {"revision", "author", "date", "comment", "affectedFilesDetails", "picIndex",
-                                            "lsibIndex", "rsibIndex", "firstChildIndex", "parentIndex", "expandable", "hidden",
-                                            "revisionCaption", "tagNames", "changelist", "curVersionFilename"});
+    m_editor.defineClass("SVCHistoryInfo",
+                         {"revision", "author", "date", "comment", "affectedFilesDetails", "picIndex", "lsibIndex", "rsibIndex",
+                          "firstChildIndex", "parentIndex", "expandable", "hidden", "revisionCaption", "tagNames", "changelist",
+                          "curVersionFilename", "parents", "email", "subject"});
 
     const cmStringT failure = m_module.load("filewatcher");
     auto* init = m_module.function<std::int32_t()>("txDllInit");
@@ -89,8 +90,9 @@ void Host::requireTool(const Tool& tool) const
         return;
     const std::string named = namedProgram(m_options, tool);
     const std::string name = tool.name;
-    throw HostError(named.empty() ? name + " was not found in PATH; name it with --" + name
-                                  : "no program that can be started: " + named);
+    const std::string reason =
+        named.empty() ? "not found in PATH; name it with --" + name : "no program that can be started: " + named;
+    throw HostError({Failure::own, cmROStringT(reason), {}, tool.name});
 }
 
 std::int32_t Host::call(cmROStringT name, const cmArray<CallArgument>& arguments)
@@ -99,28 +101,4 @@ std::int32_t Host::call(cmROStringT name, const cmArray<CallArgument>& arguments
     if (!result.found)
         throw HostError(result.error.c_str());
     return result.number.value_or(0);
-}
-
-cmStringT meaningOfStatus(std::int32_t status)
-{
-    switch (status) {
-    case -1: return "the tool could not answer, or had nothing to tell (--debug tells why)";
-    case -2: return "the editor names no executable for the tool";
-    case -12: return "memory ran out";
-    case -2173: return "this edition of the editor lacks the feature";
-    case -6657: return "the tool wrote more than the limit (--max-output); its file status is switched off";
-    case -102621: return "stopped";
-    case -102646: return "the tool could not be started (--debug tells why)";
-    case -102696: return "a pipe failed, or the tool was killed (--debug tells why)";
-    case -104360: return "another revision is being fetched";
-    case -104357:
-    case -104370: return "the committed revision could not be fetched or stored (--debug tells why)";
-    case -104399: return "no Git repository is loaded";
-    default: return {};
-    }
-}
-
-cmStringT failureText(cmROStringT what, std::int32_t status)
-{
-    return cmCat(what) + ": " + std::to_string(status) + ", " + meaningOfStatus(status);
 }

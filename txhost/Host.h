@@ -3,12 +3,12 @@
 #include "common/cmDictionary.h"
 #include "common/cmString.h"
 #include "editor/Editor.h"
+#include "txhost/Failure.h"
 #include "txhost/HostSystem.h"
 #include "txhost/WorkingCopy.h"
 
 #include <cstdint>
 #include <map>
-#include <stdexcept>
 #include <string>
 
 /// The options of the command line.
@@ -27,18 +27,6 @@ struct HostOptions {
     bool working = false;                          ///< history: begin with an entry for the working file
     int budgetMs = 1000;                           ///< reload: how long a check may take
     int maxStatusOutput = 64 * 1024 * 1024;        ///< how many bytes one run of a tool may write
-};
-
-/// A failure whose text is shown to the user; the program ends with exit code 1.
-class HostError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-/// Wrong usage that the parser of the command line cannot detect; the program ends with exit code 2.
-class UsageError : public HostError {
-public:
-    using HostError::HostError;
 };
 
 /// A headless Tamarin: an editor with settings and macros that has loaded the module. As the editor does, the destructor stops
@@ -74,8 +62,3 @@ private:
     Editor m_editor;
     SharedLibrary m_module;
 };
-
-/// An explanation of a status code of the module for the user; null for a number that is no status code.
-cmStringT meaningOfStatus(std::int32_t status);
-/// The text "WHAT: STATUS, MEANING".
-cmStringT failureText(cmROStringT what, std::int32_t status);

@@ -3,13 +3,15 @@
 #include "txhost/Console.h"
 #include "txhost/HostSystem.h"
 
+#include <utility>
+
 namespace {
 
 constexpr std::uint32_t checkIntervalMs = 20;
 
 }  // namespace
 
-InterruptWatch::InterruptWatch()
+InterruptWatch::InterruptWatch(cmStringT path) : m_path(std::move(path))
 {
     setStopEvent(&m_stop);
     if (start() == 0)
@@ -26,7 +28,7 @@ InterruptWatch::~InterruptWatch()
 void InterruptWatch::check() const
 {
     if (console::wasInterrupted())
-        throw HostError("interrupted");
+        throw HostError({Failure::stopped, "interrupted", m_path});
 }
 
 std::int32_t InterruptWatch::run()
@@ -38,9 +40,9 @@ std::int32_t InterruptWatch::run()
     return 0;
 }
 
-std::int32_t callInterruptibly(Host& host, cmROStringT name, const cmArray<CallArgument>& arguments)
+std::int32_t callInterruptibly(Host& host, const cmStringT& path, cmROStringT name, const cmArray<CallArgument>& arguments)
 {
-    const InterruptWatch interrupts;
+    const InterruptWatch interrupts(path);
     const std::int32_t result = host.call(name, arguments);
     interrupts.check();
     return result;

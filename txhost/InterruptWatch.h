@@ -12,7 +12,8 @@
 /// For the main thread.
 class InterruptWatch : private cmThread {
 public:
-    InterruptWatch();
+    /// `path` is what the tools are asked about; null for nothing in particular.
+    explicit InterruptWatch(cmStringT path);
     ~InterruptWatch() override;
     /// Throws HostError when there was an interrupt: what the tools have answered is incomplete then.
     void check() const;
@@ -20,8 +21,10 @@ public:
 private:
     std::int32_t run() override;
 
+    const cmStringT m_path;
     cmThreadEvent m_stop{true, false};
 };
 
-/// Host::call for a function that waits for a tool; also throws HostError when an interrupt ended that tool.
-std::int32_t callInterruptibly(Host& host, cmROStringT name, const cmArray<CallArgument>& arguments);
+/// Host::call for a function that waits for a tool; also throws HostError when an interrupt ended that tool. `path` is what the
+/// tool is asked about.
+std::int32_t callInterruptibly(Host& host, const cmStringT& path, cmROStringT name, const cmArray<CallArgument>& arguments);

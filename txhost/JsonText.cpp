@@ -2,11 +2,14 @@
 
 #include "txapi/txapi.h"
 #include "txhost/Character.h"
+#include "txhost/Console.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 namespace {
 
@@ -62,6 +65,29 @@ void empty(Json& json)
     }
 }
 
+bool isUTF8(cmROStringT text)
+{
+    while (!text.empty()) {
+        if (!takeCharacter(text).isValid)
+            return false;
+    }
+    return true;
+}
+
+std::string base64(cmROStringT bytes)
+{
+    constexpr cmROStringT digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text;
+    for (std::size_t at = 0; at < bytes.size(); at += 3) {
+        std::uint32_t group = 0;
+        for (std::size_t i = 0; i < 3; ++i)
+            group = group << 8 | (at + i < bytes.size() ? static_cast<unsigned char>(bytes[at + i]) : 0u);
+        for (std::size_t i = 0; i < 4; ++i)
+            text += at + i <= bytes.size() ? digits[group >> (18 - 6 * i) & 63] : '=';
+    }
+    return text;
+}
+
 }  // namespace
 
 cmStringT jsonText(const Json& value)
@@ -84,6 +110,58 @@ cmStringT jsonText(const Json& value)
 Json jsonString(cmROStringT text)
 {
     return Json(std::string(text));
+}
+
+void addName(Json& object, const std::string& key, cmROStringT name)
+{
+    object[key] = jsonString(name);
+    if (!isUTF8(name))
+        object[key + "Base64"] = base64(name);
+}
+
+void addNames(Json& object, const std::string& key, const cmArray<cmStringT>& names)
+{
+    Json& texts = object[key] = Json::array();
+    for (const cmStringT& name : names)
+        texts.push_back(jsonString(name));
+    if (std::all_of(names.begin(), names.end(), &isUTF8))
+        return;
+    Json& bytes = object[key + "Base64"] = Json::array();
+    for (const cmStringT& name : names)
+        bytes.push_back(base64(name));
+}
+
+cmArray<cmStringT> textsOf(const Json& array)
+{
+    cmArray<cmStringT> texts;
+    for (std::size_t i = 0; array.is_array() && i < array.size(); ++i)
+        texts.push_back(cmROStringT(array[i].get_ref<const std::string&>()));
+    return texts;
+}
+
+Json failureJson(const Failure& failure)
+{
+    Json object{{"error", failure.code}, {"message", jsonString(failure.message)}};
+    if (!failure.path.isNull())
+        addName(object, "path", failure.path);
+    if (!failure.tool.empty())
+        object["tool"] = jsonString(failure.tool);
+    return object;
+}
+
+void printJson(Json value)
+{
+    console::printLine(jsonText(value));
+    empty(value);
+}
+
+void printFailure(const Failure& failure, bool json)
+{
+    if (console::isReaderGone())
+        return;
+    if (json)
+        printJson(failureJson(failure));
+    console::printError(failureText(failure));
 }
 
 VariableJson::VariableJson(const VariableValue& value) : VariableJson()  // so that the destructor runs when memory runs out

@@ -48,10 +48,8 @@ int runLog(const HostOptions& options, const std::string& named, const LogOption
         return isEnough();
     });
     console::showProgress("");
-    if (!ended) {
-        console::printInterrupted();
-        return 1;
-    }
+    if (!ended)
+        return reportInterrupt(options, repository);
     if (wanted.filter.empty() || browser.filter(wanted.filter))
         printRows(browser.count());
     const int exitCode = browser.reportFailures(isEnough() ? txGitLoadBranches : txGitLoadCommits);

@@ -2,8 +2,10 @@
 
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/git/commits/ShortHash.h"
+#include "txhost/CommitJson.h"
 #include "txhost/Console.h"
-#include "txhost/JsonText.h"
+
+#include <utility>
 
 LogPrinter::LogPrinter(Browser& browser, bool json)
     : m_browser(browser), m_json(json), m_lines(console::width(), &console::coloured)
@@ -12,54 +14,29 @@ LogPrinter::LogPrinter(Browser& browser, bool json)
 
 void LogPrinter::print(const GitCommitInfo& info, const cmArray<cmStringT>& tags, const GraphRow& row)
 {
+    if (m_json) {
+        printRow(info, tags, row);
+        return;
+    }
     if (!info.hash.isEmpty() && !info.date.isSet())
         console::noteMissingDate();
-    if (m_json)
-        printJson(info, tags, row);
-    else
-        console::printLine(m_lines.next(row, entryOf(info, tags)));
+    console::printLine(m_lines.next(row, entryOf(info, tags)));
 }
 
-cmArray<cmStringT> LogPrinter::branchNames(const GitCommitInfo& info)
+void LogPrinter::printRow(const GitCommitInfo& info, const cmArray<cmStringT>& tags, const GraphRow& row)
 {
-    cmArray<cmStringT> names;
-    for (const std::int64_t number : info.branchNumbers) {
-        const cmStringT name = m_browser.branchName(static_cast<std::int32_t>(number));
-        if (!name.isEmpty())
-            names.push_back(name);
-    }
-    return names;
-}
-
-void LogPrinter::printJson(const GitCommitInfo& info, const cmArray<cmStringT>& tags, const GraphRow& row)
-{
-    Json parents = Json::array();
-    if (!info.firstParent.isEmpty())
-        parents.push_back(jsonString(info.firstParent));
-    for (const cmStringT& parent : info.otherParents)
-        parents.push_back(jsonString(parent));
-    Json branches = Json::array();
-    for (const cmStringT& name : branchNames(info))
-        branches.push_back(jsonString(name));
-    Json tagNames = Json::array();
-    for (const cmStringT& tag : tags)
-        tagNames.push_back(jsonString(tag));
-    console::printLine(jsonText({{"row", info.row},
-                                 {"hash", jsonString(info.hash)},
-                                 {"parents", parents},
-                                 {"author", jsonString(info.authorName)},
-                                 {"email", jsonString(info.authorEmail)},
-                                 {"date", jsonString(info.date.text())},
-                                 {"subject", jsonString(info.subject)},
-                                 {"branches", branches},
-                                 {"tags", tagNames},
-                                 {"column", row.column}}));
+    Json object{{"row", info.row}};
+    object.update(commitJson(info));
+    addNames(object, "branches", m_browser.branchNames(info));
+    addNames(object, "tags", tags);
+    object["column"] = row.column;
+    printJson(std::move(object));
 }
 
 LogEntry LogPrinter::entryOf(const GitCommitInfo& info, const cmArray<cmStringT>& tags)
 {
     LogEntry entry{shortHash(info.hash), {}, console::printable(info.subject), {}};
-    for (const cmStringT& name : branchNames(info))
+    for (const cmStringT& name : m_browser.branchNames(info))
         entry.labels.push_back({console::printable(name), "[]", console::green});
     for (const cmStringT& tag : tags)
         entry.labels.push_back({console::printable(tag), "<>", console::cyan});

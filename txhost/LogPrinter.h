@@ -12,8 +12,7 @@ public:
     void print(const GitCommitInfo& info, const cmArray<cmStringT>& tags, const GraphRow& row);
 
 private:
-    cmArray<cmStringT> branchNames(const GitCommitInfo& info);
-    void printJson(const GitCommitInfo& info, const cmArray<cmStringT>& tags, const GraphRow& row);
+    void printRow(const GitCommitInfo& info, const cmArray<cmStringT>& tags, const GraphRow& row);
     LogEntry entryOf(const GitCommitInfo& info, const cmArray<cmStringT>& tags);
 
     Browser& m_browser;

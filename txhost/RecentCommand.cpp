@@ -6,12 +6,14 @@
 #include "txhost/HostSystem.h"
 #include "txhost/JsonText.h"
 
+#include <utility>
+
 int runRecent(const HostOptions& options, const std::vector<std::string>& named)
 {
     const cmArray<cmStringT> paths = absolutePaths(named);
     for (const cmStringT& path : paths) {
         if (cmReadFileItem(path).state != cmItemState::found)
-            throw HostError(std::string("no such file: ") + path.c_str());
+            throw HostError(path, "no such file");
     }
     Host host(options);
     bool complete = true;
@@ -20,14 +22,17 @@ int runRecent(const HostOptions& options, const std::vector<std::string>& named)
         host.call("_RecentFilesAdd", {path});
         host.call("_RecentFilesProcessPending", {});
         if (!isOnRecentList(path)) {
-            console::printError(cmStringT(cmCat(path) + ": the system's list of recent documents has not taken it"));
+            printFailure({Failure::own, "the system's list of recent documents has not taken it", path}, options.json);
             complete = false;
             continue;
         }
-        if (options.json)
-            console::printLine(jsonText({{"path", jsonString(path)}}));
-        else
+        if (!options.json) {
             console::printLine(cmStringT(cmCat("handed over  ") + console::printable(path)));
+            continue;
+        }
+        Json object;
+        addName(object, "path", path);
+        printJson(std::move(object));
     }
     return complete ? 0 : 1;
 }

@@ -4,15 +4,24 @@
 #include "txhost/Console.h"
 #include "txhost/FileDates.h"
 #include "txhost/JsonText.h"
+#include "txhost/TimeText.h"
 
 #include <string>
+#include <utility>
 
 namespace {
 
 void printFile(const cmStringT& path, const FileDate& date, bool json)
 {
     if (json) {
-        console::printLine(jsonText({{"path", jsonString(path)}, {"time", date.time}, {"readOnly", date.readOnly}}));
+        Json object;
+        addName(object, "path", path);
+        if (const cmStringT time = rfc3339(date.time); !time.isNull())
+            object["time"] = jsonString(time);
+        else
+            console::noteMissingDate();
+        object["readOnly"] = date.readOnly;
+        printJson(std::move(object));
         return;
     }
     const cmStringT padded = cmCat(fileTimeText(date.time)) + "                        ";
@@ -22,18 +31,24 @@ void printFile(const cmStringT& path, const FileDate& date, bool json)
 
 void printSlow(const cmStringT& path, bool json)
 {
-    if (json)
-        console::printLine(jsonText({{"path", jsonString(path)}, {"slow", true}}));
-    else
-        console::printLine(cmStringT(cmCat(console::coloured(console::yellow, "slow                     ")) + "           "
-                                     + console::printable(path)));
+    if (json) {
+        Json object;
+        addName(object, "path", path);
+        object["slow"] = true;
+        printJson(std::move(object));
+        return;
+    }
+    console::printLine(cmStringT(cmCat(console::coloured(console::yellow, "slow                     ")) + "           "
+                                 + console::printable(path)));
 }
 
-void printFailure(const cmStringT& path, const std::string& meaning, bool json)
+/// Why a file has no date, of which the module has told this much.
+std::string reasonOf(const FileDates& dates, const cmStringT& path, int budgetMs)
 {
-    if (json)
-        console::printLine(jsonText({{"path", jsonString(path)}, {"meaning", meaning}}));
-    console::printError(cmStringT(cmCat(path) + ": " + meaning));
+    if (!dates.known.contains(path))
+        return "no answer within " + std::to_string(budgetMs) + " ms";
+    // The module does not tell the two apart.
+    return cmReadFileItem(path).state == cmItemState::missing ? "no such file" : "its date cannot be read";
 }
 
 }  // namespace
@@ -44,21 +59,15 @@ int runReload(const HostOptions& options, const std::vector<std::string>& named)
     const cmArray<cmStringT> paths = absolutePaths(named);
     const FileDates dates = askFileDates(host, paths, options.budgetMs);
     bool complete = true;
-    for (const auto& [path, date] : dates.known) {
-        if (date.time == 0 && cmReadFileItem(path).state != cmItemState::missing) {  // the module does not tell the two apart
-            printFailure(path, "its date cannot be read", options.json);
-            complete = false;
-        } else {
-            printFile(path, date, options.json);
-        }
-    }
     for (const cmStringT& path : paths) {
-        if (dates.known.contains(path))
-            continue;
-        if (dates.slow.contains(path)) {
+        const auto date = dates.known.find(path);
+        if (date != dates.known.end() && date->second.time != 0) {
+            printFile(path, date->second, options.json);
+        } else if (dates.slow.contains(path)) {
             printSlow(path, options.json);
         } else {
-            printFailure(path, "no answer within " + std::to_string(options.budgetMs) + " ms", options.json);
+            const std::string reason = reasonOf(dates, path, options.budgetMs);
+            printFailure({Failure::own, cmROStringT(reason), path}, options.json);
             complete = false;
         }
     }

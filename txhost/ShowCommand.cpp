@@ -3,12 +3,12 @@
 #include "common/cmStringCatHelper.h"
 #include "txhost/Browser.h"
 #include "txhost/Commands.h"
+#include "txhost/CommitJson.h"
 #include "txhost/Console.h"
 #include "txhost/InterruptWatch.h"
-#include "txhost/JsonText.h"
-#include "txhost/StatusPoll.h"
 
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -19,24 +19,26 @@ constexpr const char* texts[] = {"hash", "parentHash", "authorName", "authorEmai
 constexpr const char* lists[] = {"otherParents", "longComment", "modifiedFiles", "modifiedFilesByParent", "stagedFiles"};
 
 /// The full hash of the commit that `revision` names. Throws HostError when there is none.
-cmStringT fullHash(const Host& host, cmROStringT repository, cmROStringT revision, const InterruptWatch& interrupts)
+cmStringT fullHash(const Host& host, const cmStringT& repository, cmROStringT revision, const InterruptWatch& interrupts)
 {
     const cmStringT commit = cmCat(revision) + "^{commit}";
     cmStringT output("");
-    const CaptureResult result =
-        captureCommand(cmStringT(cmCat("\"") + host.programPath(gitTool) + "\" rev-parse --verify --quiet --end-of-options "
-                                 + quoteArgument(commit)),
-                       spawnScannedCommand, repository, {}, [&output](cmROStringT bytes) { output += bytes; });
+    const CaptureResult result = captureCommand(
+        cmStringT(cmCat("\"") + host.programPath(gitTool) + "\" rev-parse --verify --end-of-options " + quoteArgument(commit)),
+        spawnScannedCommand, repository, {}, [&output](cmROStringT bytes) { output += bytes; });
     interrupts.check();
     if (result.status != 0)
-        throw HostError(failureText("git", result.status).c_str());
+        throw HostError(failureOf(result.status, result.failure, repository, gitTool.name));
     for (cmROStringT lines = output.view().substr(0, output.view().rfind('\n') + 1); !lines.empty();) {
         const cmROStringT line = cmTakeUntil(lines, '\n');
         if (!line.starts_with('-'))
             return line;
     }
     cmROStringT error = result.errorOutput;
-    throw HostError(error.empty() ? "no such commit: " + std::string(revision) : std::string(cmTakeUntil(error, '\n')));
+    const cmROStringT first = cmWithoutLineEnd(cmTakeUntil(error, '\n'));
+    if (first == "fatal: Needed a single revision")
+        throw HostError(repository, "no such commit: " + std::string(revision));
+    throw HostError({statusGitFailed, first.empty() ? "the program says nothing; is it git?" : first, repository, gitTool.name});
 }
 
 /// Turns an empty list into an array: the module writes no elements into it, so its variable is none.
@@ -44,6 +46,46 @@ void makeArray(Json& list)
 {
     if (!list.is_array())
         list = Json::array();
+}
+
+cmStringT joinedLines(const cmArray<cmStringT>& lines)
+{
+    cmStringT text("");
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        text += cmStringT(cmCat(i > 0 ? "\n" : "") + lines[i]);
+    return text;
+}
+
+/// The module joins the files that differ from each parent.
+cmArray<cmStringT> eachOnce(const cmArray<cmStringT>& names)
+{
+    std::set<cmStringT> seen;
+    cmArray<cmStringT> unique;
+    for (const cmStringT& name : names) {
+        if (seen.insert(name).second)
+            unique.push_back(name);
+    }
+    return unique;
+}
+
+void printCommit(const Json& table, Browser& browser)
+{
+    const std::int32_t last = browser.count() - 1;  // the commit; before it comes the working copy
+    GitCommitInfo commit;
+    browser.commit(last, commit);
+    commit.message = joinedLines(textsOf(table.at("longComment")));
+    Json object = commitJson(commit);
+    addNames(object, "branches", browser.branchNames(commit));
+    addNames(object, "tags", browser.tags(last));
+    addNames(object, "files", eachOnce(textsOf(table.at("modifiedFiles"))));
+    const Json& byParent = table.at("modifiedFilesByParent");
+    const cmArray<cmStringT> parents = parentsOf(commit);
+    for (std::size_t i = 0; i < byParent.size(); ++i) {
+        Json& files = object["filesByParent"].emplace_back();
+        files["parent"] = jsonString(parents.at(i));
+        addNames(files, "files", textsOf(byParent.at(i)));
+    }
+    printJson(std::move(object));
 }
 
 void printPlain(const Json& table)
@@ -85,7 +127,7 @@ int runShow(const HostOptions& options, const std::string& repository)
     const cmStringT path = browsedDirectory(repository);
     Host host(options);
     host.requireTool(gitTool);
-    std::optional<InterruptWatch> interrupts(std::in_place);
+    std::optional<InterruptWatch> interrupts(std::in_place, path);
     const cmStringT hash = fullHash(host, path, options.revision, *interrupts);
     const TXHVAR variable = txHvarAlloc();
     for (const char* key : texts)
@@ -103,7 +145,7 @@ int runShow(const HostOptions& options, const std::string& repository)
     // With a reason but no status, the commit is known, but not which of its files differ from which parent.
     const cmStringT reason = host.editor().takeQueryError();
     if (status != 0 || !reason.isNull())
-        printFailure(path, {gitTool.name, status != 0 ? status : statusGitFailed, reason}, options.json);
+        printFailure(failureOf(status != 0 ? status : statusGitFailed, reason, path, gitTool.name), options.json);
     if (status != 0)
         return 1;
     VariableJson value(*host.editor().value(variable));
@@ -111,17 +153,18 @@ int runShow(const HostOptions& options, const std::string& repository)
     if (table.at("hash") == "") {
         if (browser.reportFailures() != 0)
             return 1;
-        throw HostError("the module has not loaded the commit " + std::string(hash.view()));
+        throw HostError(path, "the module has not loaded the commit " + std::string(hash.view()));
     }
     for (const char* key : lists)
         makeArray(table[key]);
     for (Json& files : table["modifiedFilesByParent"])
         makeArray(files);
-    if (table.at("committerDate") == "")
-        console::noteMissingDate();
-    if (options.json)
-        console::printLine(jsonText(table));
-    else
+    if (options.json) {
+        printCommit(table, browser);
+    } else {
+        if (table.at("committerDate") == "")
+            console::noteMissingDate();
         printPlain(table);
+    }
     return reason.isNull() ? 0 : 1;
 }

@@ -6,33 +6,37 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace {
 
-Json jsonList(const cmArray<cmStringT>& words)
+/// What all objects about a file or directory begin with.
+Json about(const cmStringT& path, cmROStringT tool)
 {
-    Json list = Json::array();
-    for (const cmStringT& word : words)
-        list.push_back(jsonString(word));
-    return list;
+    Json object;
+    addName(object, "path", path);
+    object["tool"] = jsonString(tool);
+    return object;
 }
 
-void printOutside(const cmStringT& path, bool json)
+void printOutside(const WatchedDirectory& directory, bool json)
 {
-    if (json)
-        console::printLine(jsonText({{"path", jsonString(path)}, {"tool", "git"}, {"outside", true}}));
-    else
-        console::printLine(cmStringT(cmCat(console::coloured(console::grey, "outside       ")) + console::printable(path)));
+    if (json) {
+        Json object = about(directory.path, directory.tool.name);
+        object["outside"] = true;
+        printJson(std::move(object));
+        return;
+    }
+    console::printLine(cmStringT(cmCat(console::coloured(console::grey, "outside       ")) + console::printable(directory.path)));
 }
 
 void printFile(const FileStatus& file, bool json)
 {
     if (json) {
-        const Json record{{"path", jsonString(file.path)},
-                          {"tool", jsonString(file.tool)},
-                          {"local", jsonList(file.local)},
-                          {"repository", jsonList(file.repository)}};
-        console::printLine(jsonText(record));
+        Json object = about(file.path, file.tool);
+        addNames(object, "local", file.local);
+        addNames(object, "repository", file.repository);
+        printJson(std::move(object));
         return;
     }
     std::string words;
@@ -67,10 +71,10 @@ int runStatus(const HostOptions& options, const std::vector<std::string>& named)
     StatusListener listener;
     listener.passEnded = [&](const PassAnswer& answer) {
         if (answer.isOutside)
-            printOutside(answer.directory.path, options.json);
+            printOutside(answer.directory, options.json);
         printFiles(answer.files, options.json);
         if (answer.failure)
-            printFailure(answer.directory.path, *answer.failure, options.json);
+            printFailure(*answer.failure, options.json);
         hasFailed = hasFailed || answer.failure;
     };
     listener.roundEnded = [&](const Tool&, const FileStatuses& files) { printFiles(files, options.json); };
@@ -82,5 +86,9 @@ int runStatus(const HostOptions& options, const std::vector<std::string>& named)
         return hasFailed ? 1 : 0;
     printFiles(poll.takeUnreported(), options.json);
     console::printInterrupted(cmStringT(cmCat("no answer from ") + poll.awaited()));
+    for (const WatchedDirectory* directory : poll.unanswered()) {
+        if (options.json)
+            printJson(failureJson({Failure::stopped, "interrupted", directory->path, directory->tool.name}));
+    }
     return 1;
 }

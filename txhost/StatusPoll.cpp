@@ -3,7 +3,6 @@
 #include "common/CommandRunner.h"
 #include "common/cmStringCatHelper.h"
 #include "txhost/Console.h"
-#include "txhost/JsonText.h"
 
 #include <algorithm>
 #include <string>
@@ -40,18 +39,6 @@ cmStringT awaitedText(const char* tool, cmROStringT directory, std::size_t behin
 }
 
 }  // namespace
-
-void printFailure(const cmStringT& directory, const FailedPass& failure, bool json)
-{
-    const cmStringT meaning = failure.reason.isNull() ? meaningOfStatus(failure.status) : failure.reason;
-    if (json)
-        console::printLine(jsonText({{"path", jsonString(directory)},
-                                     {"tool", jsonString(failure.tool)},
-                                     {"status", failure.status},
-                                     {"meaning", jsonString(meaning)}}));
-    const std::string status = failure.status == 0 ? "" : std::to_string(failure.status) + ", ";
-    console::printError(cmStringT(cmCat(directory) + ": " + failure.tool + ": " + status + meaning));
-}
 
 StatusPoll::StatusPoll(Host& host, cmArray<WatchedDirectory> directories, StatusListener listener)
     : m_host(host), m_directories(std::move(directories)), m_listener(std::move(listener))
@@ -136,6 +123,16 @@ cmStringT StatusPoll::awaited() const
     return all;
 }
 
+cmArray<const WatchedDirectory*> StatusPoll::unanswered() const
+{
+    cmArray<const WatchedDirectory*> directories;
+    for (const WatchedDirectory& directory : m_directories) {
+        if (m_rounds.at(directory.tool.number).waiting.contains(directory.path))
+            directories.push_back(&directory);
+    }
+    return directories;
+}
+
 FileStatuses StatusPoll::takeUnreported()
 {
     collectChanges();
@@ -181,7 +178,8 @@ void StatusPoll::reportPass(const WatchedDirectory& directory, std::int32_t stat
     PassAnswer answer{directory, false, {}, round.files.takeBelow(directory.path)};
     const auto reason = m_reasons.extract(directory.path);
     if (status != 0 || (reason && m_host.options().updates))
-        answer.failure = {round.tool.name, status, reason ? reason.mapped() : cmStringT()};
+        answer.failure = failureOf(status == 0 ? Failure::server : status, reason ? reason.mapped() : cmStringT(), directory.path,
+                                   round.tool.name);
     if (status == 0) {
         const std::optional<TXVCRECORD> record = m_host.editor().record(directory.path);
         answer.isOutside = record && record->state == txVCStateOutsideRepository;

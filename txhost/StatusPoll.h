@@ -10,23 +10,12 @@
 #include <optional>
 #include <set>
 
-/// A status pass that failed, or another failure of a tool in a directory.
-struct FailedPass {
-    cmROStringT tool;
-    std::int32_t status = 0;  ///< 0: the local status is right, but the server gave no answer
-    cmStringT reason = {};    ///< what the tool or the system said; null: the meaning of `status` is shown instead
-    bool operator==(const FailedPass&) const = default;
-};
-
-/// Prints a failure: as text on standard error and, with `json`, also as an object on standard output.
-void printFailure(const cmStringT& directory, const FailedPass& failure, bool json);
-
 /// What the pass over a directory has answered.
 struct PassAnswer {
     const WatchedDirectory& directory;
-    bool isOutside;                     ///< it is in no repository
-    std::optional<FailedPass> failure;  ///< why the answer is not complete, if it is not
-    FileStatuses files;                 ///< the files in it whose status has changed since they were last reported
+    bool isOutside;                  ///< it is in no repository
+    std::optional<Failure> failure;  ///< why the answer is not complete, if it is not
+    FileStatuses files;              ///< the files in it whose status has changed since they were last reported
 };
 
 /// Functions that a StatusPoll calls, on the editor's thread.
@@ -63,6 +52,8 @@ public:
     bool isWaiting() const;
     /// Whose answers have not come, in words.
     cmStringT awaited() const;
+    /// The directories whose answers have not come.
+    cmArray<const WatchedDirectory*> unanswered() const;
     /// The files whose changed status has not been reported, because their rounds have not ended.
     FileStatuses takeUnreported();
 

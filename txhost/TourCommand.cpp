@@ -65,11 +65,11 @@ private:
         if (!outcome.ok)
             ++m_failures;
         if (m_json) {
-            console::printLine(jsonText({{"feature", jsonString(feature)},
-                                         {"what", jsonString(what)},
-                                         {"ok", outcome.ok},
-                                         {"ms", time.count()},
-                                         {"detail", jsonString(outcome.detail)}}));
+            printJson({{"feature", jsonString(feature)},
+                       {"what", jsonString(what)},
+                       {"ok", outcome.ok},
+                       {"ms", time.count()},
+                       {"detail", jsonString(outcome.detail)}});
             return;
         }
         const cmStringT mark =
@@ -84,7 +84,7 @@ private:
     struct Round {
         bool finished = false;
         bool isOutside = false;
-        std::optional<FailedPass> failure;
+        std::optional<Failure> failure;
         FileStatuses files;
     };
 
@@ -170,7 +170,7 @@ private:
     Outcome fetched()
     {
         const LiveDiffFile file = fetchLiveDiff(m_host, cmJoinPath(m_repository->path(), "readme.txt"), false, {});
-        return {file.status == 1 && cmReadFileItem(file.cacheFile).size == ScratchRepository::committedSize, file.cacheFile};
+        return {!file.failure && cmReadFileItem(file.cacheFile).size == ScratchRepository::committedSize, file.cacheFile};
     }
 
     Outcome recorded()
@@ -212,7 +212,7 @@ private:
         const Round round = poll(m_repository->path());
         m_host.call("filewatcherAddPath", {m_repository->path(), gitTool.number, 1});
         const bool off = m_host.editor().setting(gitTool.showFileStatusSetting) == 0;
-        return {round.failure && round.failure->status == -6657 && off, "def_git_show_file_status is 0 now"};
+        return {round.failure && round.failure->code == -6657 && off, "def_git_show_file_status is 0 now"};
     }
 
     bool m_json;

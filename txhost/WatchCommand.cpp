@@ -49,7 +49,7 @@ private:
     {
         return {[this](const PassAnswer& answer) {
                     m_printer.show(answer);
-                    if (!answer.failure || answer.failure->status != statusOutputLimit)
+                    if (!answer.failure || answer.failure->code != statusOutputLimit)
                         m_rounds[answer.directory.tool.number].isSwitchedOff = false;
                 },
                 [this](const Tool& tool, const FileStatuses& files) {
@@ -109,7 +109,7 @@ int runWatch(const HostOptions& options, const std::vector<std::string>& named)
     const cmArray<cmStringT> files = absolutePaths({firstFile, names.end()});
     for (const cmStringT& file : files) {
         if (cmReadFileItem(file).state == cmItemState::missing)
-            throw HostError(std::string("no such file or directory: ") + file.c_str());
+            throw HostError(file, "no such file or directory");
     }
     const cmArray<WatchedDirectory> directories = watchedDirectories({names.begin(), firstFile}, options.tool);
     Host host(options);

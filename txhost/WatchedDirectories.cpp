@@ -19,12 +19,12 @@ cmArray<WatchedDirectory> watchedDirectories(const std::vector<std::string>& nam
         const std::filesystem::path absolute = std::filesystem::absolute(cmSystemPath(name), error).lexically_normal();
         const bool exists = !error && std::filesystem::exists(absolute, error);
         if (error)
-            throw HostError(name + ": " + error.message());
+            throw HostError(cmPathText(absolute), error.message());
         if (!exists)
-            throw HostError("no such directory: " + name);
+            throw HostError(cmPathText(absolute), "no such directory");
         const cmStringT text = cmPathText(absolute);
         if (!cmIsDirectory(text))
-            throw HostError("not a directory: " + name);
+            throw HostError(text, "not a directory");
         const cmStringT path(cmWithoutTrailingSeparator(text));
         if (paths.insert(path).second)
             directories.push_back({path, chosen ? *chosen : findTool(path)});

@@ -25,7 +25,7 @@ std::filesystem::file_type markType(const std::filesystem::path& path)
     std::error_code error;
     const std::filesystem::file_type type = std::filesystem::status(path, error).type();
     if (type == std::filesystem::file_type::none && path.parent_path().has_relative_path())
-        throw HostError(std::string(cmPathText(path).c_str()) + ": " + error.message());
+        throw HostError(cmPathText(path), error.message());
     return type;
 }
 

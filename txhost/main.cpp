@@ -1,5 +1,6 @@
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
+#include "txhost/JsonText.h"
 
 #include <CLI/CLI.hpp>
 
@@ -78,19 +79,34 @@ public:
             console::printLine(cmWithoutLineEnd(help.str()));
             return console::isOutputComplete() ? 0 : exitFailure;
         }
-        try {
-            const int exitCode = m_run();
-            return console::isOutputComplete() ? exitCode : exitFailure;
-        } catch (const UsageError& error) {
-            console::printError(error.what());
-            return exitUsage;
-        } catch (const std::exception& error) {
-            console::printError(error.what());
-            return exitFailure;
-        }
+        const int exitCode = runCommand();
+        if (console::isReaderGone())  // such as "head": it has what it asked for
+            return 0;
+        return console::isOutputComplete() ? exitCode : exitFailure;
     }
 
 private:
+    /// Runs the command and prints why it could not answer. Returns the exit code.
+    int runCommand()
+    {
+        Failure failure;
+        try {
+            const int exitCode = m_run();
+            if (!console::isDateMissing())
+                return exitCode;
+            failure.message = "a date could not be converted to local time";
+        } catch (const UsageError& error) {
+            console::printError(error.what());
+            return exitUsage;
+        } catch (const HostError& error) {
+            failure = error.failure();
+        } catch (const std::exception& error) {
+            failure.message = error.what();
+        }
+        printFailure(failure, m_options.json);
+        return exitFailure;
+    }
+
     void addCommands()
     {
         command("tour", "Use every feature on a scratch repository", [this] { return runTour(m_options); });
