@@ -16,7 +16,6 @@ else()
   file(RELATIVE_PATH module_from_program ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR}/filewatcher)
   target_compile_definitions(txhost PRIVATE FILEWATCHER_MODULE_FOLDER="${module_from_program}")
   set_target_properties(txhost PROPERTIES INSTALL_RPATH "$ORIGIN/${module_from_program}")
-  set_target_properties(filewatcher PROPERTIES INSTALL_RPATH "$ORIGIN")
 endif()
 
 set_target_properties(filewatcher PROPERTIES EXPORT_NAME module)
