@@ -320,7 +320,6 @@ TEST(Txhost, PrintsTheJsonThatThePageTells)
                                  {"log", text(top)},
                                  {"branches", text(top)},
                                  {"history", "--working", file},
-                                 {"show", text(top), "HEAD"},
                                  {"diff", text(top)},
                                  {"diff", text(top), "HEAD~2"},
                                  {"diff", text(top), "HEAD^!"},
@@ -328,10 +327,11 @@ TEST(Txhost, PrintsTheJsonThatThePageTells)
                                  {"reload", file},
                                  {"tour"}})
         EXPECT_FALSE(json(command).empty()) << Json(command);
+    EXPECT_EQ(json({"show", text(top), "HEAD"}).at(0)["files"], Json({"a", "c"})) << "each once";
     json({"call", "_GitFilterTree", "x", "[1]"}, 1);
     json({"diff", text(top), "none"}, 1);
-    EXPECT_TRUE(eventually([&] {  // at times there is no answer at all
-        return jsonLines("reload", txhost({"reload", "--budget", "0", "--json", file}).output).at(0).contains("slow");
+    EXPECT_TRUE(eventually([&] {  // a machine that is busy may give no answer
+        return jsonLines("reload", txhost({"reload", "--budget", "1", "--json", file}).output).at(0).contains("slow");
     }));
     EXPECT_EQ(jsonPage.unseen, (std::set<std::string>{"Failures.time", "recent.path", "watch.change", "watch.path", "watch.time",
                                                       "watch.tool"}));  // seen by other tests
