@@ -33,7 +33,7 @@ cmStringT failureText(const Failure& failure)
         if (!about.empty())
             text += cmStringT(cmCat(about) + ": ");
     }
-    if (failure.code < 0)
+    if (failure.code < 0 && failure.code != Failure::stopped)
         text += cmStringT(cmCat(std::to_string(failure.code)) + ", ");
     text += failure.message;
     return text;

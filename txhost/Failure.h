@@ -24,7 +24,7 @@ struct Failure {
 Failure failureOf(std::int32_t status, const cmStringT& reason, const cmStringT& path, cmROStringT tool);
 /// An explanation of a status code of the module for the user; null for a number that is no status code.
 cmStringT meaningOfStatus(std::int32_t status);
-/// "PATH: TOOL: CODE, MESSAGE". Without the code when it is txhost's own.
+/// "PATH: TOOL: CODE, MESSAGE". Without the code when it is txhost's own, or `stopped`.
 cmStringT failureText(const Failure& failure);
 
 /// A failure that ends the program with exit code 1.
