@@ -5,6 +5,6 @@
 bool loadModule(const char* path)
 {
     HMODULE module = LoadLibraryA(path);
-    auto* init = module ? reinterpret_cast<int (*)()>(GetProcAddress(module, "txDllInit")) : nullptr;
-    return init && init() == 0;
+    auto* init = module ? reinterpret_cast<void (*)()>(GetProcAddress(module, "txDllInit")) : nullptr;
+    return init && reinterpret_cast<int (*)()>(init)() == 0;
 }
