@@ -141,6 +141,25 @@ TEST_F(SVNReplayTest, WritesNothingOfABrokenAnswer)
     EXPECT_TRUE(editor.records().empty());
 }
 
+TEST_F(SVNReplayTest, ReadsALargeAnswerInPieces)
+{
+    const std::int32_t many = 1000;  // three pieces
+    const auto entries = [this](const std::string& kind) {
+        std::string text;
+        for (std::int32_t number = 0; number < many; ++number)
+            text += entry(kind + std::to_string(number), "modified", outdated);
+        return text;
+    };
+    const std::string listed = "<changelist name='c'>" + entries("listed") + "</changelist></status>";
+    const std::string target = "<status><target path='wc'>" + entries("file");
+    answerAndPass(target + "</targe></status>", -1);
+    EXPECT_TRUE(editor.records().empty()) << "what came before the fault";
+    markAsModified({"plain"});
+    answerAndPass(target + entry("plain", "normal") + "<against revision='9'/></target>" + listed);
+    EXPECT_EQ(editor.records().size(), many + 1u);
+    EXPECT_EQ(record(in("file0")) + record(in("file999")) + record(in("plain")), "mod/mod/1mod/mod/1//1");
+}
+
 /// The thread with a clock that the test sets. The server is silent about the directory "a" as long as `silence` exists.
 class SVNServerTest : public SVNReplayTest {
 protected:

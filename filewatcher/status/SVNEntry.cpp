@@ -6,41 +6,46 @@
 
 namespace {
 
-/// Sets a status list from an attribute "item". Returns false, and changes nothing, for items other than these two: added,
-/// deleted or conflicted files keep their status.
-bool applyItem(const cmStringT& item, cmStringT& status)
+SVNItem readItem(const XMLDocument& document, std::int32_t node)
 {
-    if (item == "modified")
-        status = "mod";
-    else if (item == "normal")
-        status = "";
-    else
+    if (node == 0)
+        return SVNItem::none;
+    cmStringT item;
+    document.readAttribute(node, "item", item);
+    return item == "normal" ? SVNItem::normal : item == "modified" ? SVNItem::modified : SVNItem::other;
+}
+
+/// Sets a status list from an item. Returns false, and changes nothing, for all but the two: added, deleted or conflicted files
+/// keep their status.
+bool applyItem(SVNItem item, cmStringT& status)
+{
+    if (item != SVNItem::modified && item != SVNItem::normal)
         return false;
+    status = item == SVNItem::modified ? "mod" : "";
     return true;
 }
 
 }  // namespace
 
-void readSvnEntry(const XMLDocument& document, std::int32_t node, SVNEntry& entry)
+SVNEntry readSvnEntry(const XMLDocument& document, std::int32_t node)
 {
+    SVNEntry entry;
     document.readAttribute(node, "path", entry.path);
     cmUseNativeSeparators(entry.path);
-    const std::int32_t working = document.child(node, "wc-status");
-    entry.hasWorkingStatus = working != 0;
-    if (working)
-        document.readAttribute(working, "item", entry.workingItem);
-    const std::int32_t repository = document.child(node, "repos-status");
-    entry.hasRepositoryStatus = repository != 0;
-    if (repository)
-        document.readAttribute(repository, "item", entry.repositoryItem);
-    entry.hasRevisions = document.readAttribute(node, "revision", entry.revision)
-                         && document.readAttribute(document.child(node, "commit"), "revision", entry.commitRevision);
+    entry.working = readItem(document, document.child(node, "wc-status"));
+    entry.repository = readItem(document, document.child(node, "repos-status"));
+    cmStringT own;
+    cmStringT commit;
+    if (document.readAttribute(node, "revision", own)
+        && document.readAttribute(document.child(node, "commit"), "revision", commit))
+        entry.isOutdated = std::atoll(commit.c_str()) > std::atoll(own.c_str());
+    return entry;
 }
 
 bool applyLocalStatus(const SVNEntry& entry, TXVCRECORD& record)
 {
-    if (entry.hasWorkingStatus)
-        return applyItem(entry.workingItem, record.localStatus);
+    if (entry.working != SVNItem::none)
+        return applyItem(entry.working, record.localStatus);
     if (record.localStatus.isEmpty())
         return false;
     record.localStatus = "";
@@ -50,15 +55,14 @@ bool applyLocalStatus(const SVNEntry& entry, TXVCRECORD& record)
 bool applyRepositoryStatus(const SVNEntry& entry, bool serverAnswered, TXVCRECORD& record)
 {
     bool write = false;
-    if (entry.hasRepositoryStatus) {
-        write = applyItem(entry.repositoryItem, record.repositoryStatus);
+    if (entry.repository != SVNItem::none) {
+        write = applyItem(entry.repository, record.repositoryStatus);
     } else if (serverAnswered && !record.repositoryStatus.isEmpty()) {
         record.repositoryStatus = "";  // the client writes no "repos-status" for an entry that is up to date
         write = true;
     }
-    if (entry.hasRevisions) {
-        const bool newer = std::atoll(entry.commitRevision.c_str()) > std::atoll(entry.revision.c_str());
-        record.repositoryStatus = newer ? "mod" : "";
+    if (entry.isOutdated) {
+        record.repositoryStatus = *entry.isOutdated ? "mod" : "";
         write = true;
     }
     return write;

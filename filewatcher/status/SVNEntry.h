@@ -5,21 +5,27 @@
 #include "txapi/txapi.h"
 
 #include <cstdint>
+#include <optional>
+
+/// The attribute "item" of a child of an entry, as far as it matters.
+enum class SVNItem : std::uint8_t {
+    none,  ///< no such child
+    normal,
+    modified,
+    other  ///< added, deleted, conflicted, ...
+};
 
 /// One "entry" element in the XML output of Subversion's status command: a file or folder.
 struct SVNEntry {
-    cmStringT path;                    ///< in native separators
-    bool hasWorkingStatus = false;     ///< whether there is a child "wc-status"
-    cmStringT workingItem;             ///< attribute "item" of "wc-status"
-    bool hasRepositoryStatus = false;  ///< whether there is a child "repos-status"
-    cmStringT repositoryItem;          ///< attribute "item" of "repos-status"
-    bool hasRevisions = false;         ///< whether both of the following are there
-    cmStringT revision;                ///< attribute "revision" of the entry itself
-    cmStringT commitRevision;          ///< attribute "revision" of the child "commit"
+    cmStringT path;  ///< in native separators
+    SVNItem working = SVNItem::none;
+    SVNItem repository = SVNItem::none;
+    /// Whether the child "commit" has a higher revision than the entry itself. Nothing when one of them has no revision.
+    std::optional<bool> isOutdated;
 };
 
-/// Reads the element `node` into `entry`, whose memory it reuses. For the thread that owns the document.
-void readSvnEntry(const XMLDocument& document, std::int32_t node, SVNEntry& entry);
+/// Reads the element `node`. For the thread that owns the document.
+SVNEntry readSvnEntry(const XMLDocument& document, std::int32_t node);
 
 // Each of these updates one status list of a file's record from its entry and returns whether the record must be written. Any
 // thread.

@@ -9,7 +9,7 @@
 SVNQuestion::SVNQuestion(const WatchEntry& entry, std::uint32_t silenceMs, const TickClock& clock, CaptureControl control)
     : m_entry(entry), m_silenceMs(silenceMs), m_clock(clock),
       m_capture(withSilenceLimit(std::move(control)), [this](cmROStringT bytes) {
-          m_output += bytes;
+          m_answer.append(bytes);
           m_lastOutputTick = m_clock();
       })
 {

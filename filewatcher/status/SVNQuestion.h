@@ -2,6 +2,7 @@
 
 #include "common/CommandCapture.h"
 #include "filewatcher/status/FileWatcherThreadBase.h"
+#include "filewatcher/status/SVNAnswer.h"
 
 #include <cstdint>
 #include <functional>
@@ -23,7 +24,8 @@ public:
 
     const WatchEntry& entry() const { return m_entry; }
     const cmStringT& commandLine() const { return m_commandLine; }
-    const cmStringT& output() const { return m_output; }
+    /// What it has brought, to be finished by the caller.
+    SVNAnswer& answer() { return m_answer; }
     /// For a person, when the run was ended because of silence.
     cmStringT silenceReason() const;
 
@@ -34,7 +36,7 @@ private:
     const std::uint32_t m_silenceMs;
     const TickClock& m_clock;
     cmStringT m_commandLine;
-    cmStringT m_output;
+    SVNAnswer m_answer;
     std::uint32_t m_lastOutputTick = 0;  ///< that of the start before the first output
     bool m_started = false;
     CommandCapture m_capture;

@@ -6,8 +6,7 @@
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/bridge/DebugLog.h"
 #include "filewatcher/bridge/ToolErrors.h"
-#include "filewatcher/bridge/XMLDocument.h"
-#include "filewatcher/status/SVNEntry.h"
+#include "filewatcher/status/SVNAnswer.h"
 #include "filewatcher/status/VCRecord.h"
 #include "filewatcher/status/WatchedSpelling.h"
 
@@ -35,16 +34,6 @@ cmStringT pathArgument(const cmStringT& path)
     return inDoubleQuotes(argument);
 }
 
-bool declaresDocumentType(cmROStringT document)
-{
-    // The "<" in front of it is looked at last: it stands everywhere, which would slow the search.
-    constexpr cmROStringT declaration = "!DOCTYPE";
-    std::size_t found = document.find(declaration);
-    while (found != cmROStringT::npos && !document.substr(0, found).ends_with('<'))
-        found = document.find(declaration, found + 1);
-    return found != cmROStringT::npos;
-}
-
 /// The directory's path without links; the path itself when nobody knows that.
 cmStringT realPathOf(const cmStringT& directory)
 {
@@ -63,7 +52,7 @@ std::int32_t SVNStatusThread::processEntry(const WatchEntry& entry)
 {
     if (quotedProgram().isEmpty())
         return 0;
-    Answer answer = runPass(entry);
+    Outcome answer = runPass(entry);
     if (!answer.isNoWorkingCopy)
         return answer.status;
     if (m_realPaths.erase(entry.path) == 0 && !cmSamePath(realPathOf(entry.path), entry.path)) {
@@ -75,13 +64,13 @@ std::int32_t SVNStatusThread::processEntry(const WatchEntry& entry)
     return answer.status;
 }
 
-SVNStatusThread::Answer SVNStatusThread::runPass(const WatchEntry& entry)
+SVNStatusThread::Outcome SVNStatusThread::runPass(const WatchEntry& entry)
 {
     if (entry.contextFlag)
         return runLocally(entry);
     const SVNShowUpdates showUpdates = m_pace.showUpdates(entry.path, m_clock());
-    const std::optional<Answer> asked = showUpdates == SVNShowUpdates::now ? ask(entry) : std::nullopt;
-    const Answer answer = asked ? *asked : runLocally(entry);
+    const std::optional<Outcome> asked = showUpdates == SVNShowUpdates::now ? ask(entry) : std::nullopt;
+    const Outcome answer = asked ? *asked : runLocally(entry);
     if (answer.status != 0)
         return answer;
     if (showUpdates == SVNShowUpdates::afterPass)
@@ -90,21 +79,21 @@ SVNStatusThread::Answer SVNStatusThread::runPass(const WatchEntry& entry)
     return answer;
 }
 
-SVNStatusThread::Answer SVNStatusThread::runLocally(const WatchEntry& entry)
+SVNStatusThread::Outcome SVNStatusThread::runLocally(const WatchEntry& entry)
 {
-    cmStringT output;
+    SVNAnswer answer;
     cmStringT errorOutput;
-    const std::int32_t status = svnStatusForItem(entry, output, errorOutput);
-    return status != 0 ? Answer{status} : readAnswer(entry, output, errorOutput, true);
+    const std::int32_t status = svnStatusForItem(entry, answer, errorOutput);
+    return status != 0 ? Outcome{status} : readAnswer(entry, answer, errorOutput, true);
 }
 
-std::optional<SVNStatusThread::Answer> SVNStatusThread::ask(const WatchEntry& entry)
+std::optional<SVNStatusThread::Outcome> SVNStatusThread::ask(const WatchEntry& entry)
 {
     SVNQuestion question(entry, silenceLimitMs, m_clock, toolControl());
     startQuestion(question);
     while (question.advance()) {
     }
-    const Answer answer = conclude(question, true);
+    const Outcome answer = conclude(question, true);
     // When the server does not answer, the output breaks off. The local command needs no server.
     return answer.status == statusPassFailed && !answer.isNoWorkingCopy ? std::nullopt : std::optional(answer);
 }
@@ -163,15 +152,15 @@ void SVNStatusThread::startQuestion(SVNQuestion& question)
     question.start(commandLine(question.entry(), " status --non-interactive --xml --show-updates --verbose "));
 }
 
-SVNStatusThread::Answer SVNStatusThread::conclude(SVNQuestion& question, bool appliesLocalStatus)
+SVNStatusThread::Outcome SVNStatusThread::conclude(SVNQuestion& question, bool appliesLocalStatus)
 {
     const cmStringT& directory = question.entry().path;
     CaptureResult result = question.finish();
     const bool wasSilent = result.silent;
     cmStringT errorOutput;
-    Answer answer{noteRun(question.commandLine(), std::move(result), errorOutput)};
+    Outcome answer{noteRun(question.commandLine(), std::move(result), errorOutput)};
     if (answer.status == 0)
-        answer = readAnswer(question.entry(), question.output(), errorOutput, appliesLocalStatus);
+        answer = readAnswer(question.entry(), question.answer(), errorOutput, appliesLocalStatus);
     if (wasSilent)
         m_pace.noteSilence(directory, m_clock(), question.silenceReason());
     else if (answer.status == 0)
@@ -183,11 +172,12 @@ SVNStatusThread::Answer SVNStatusThread::conclude(SVNQuestion& question, bool ap
     return answer;
 }
 
-std::int32_t SVNStatusThread::svnStatusForItem(const WatchEntry& item, cmStringT& output, cmStringT& errorOutput)
+std::int32_t SVNStatusThread::svnStatusForItem(const WatchEntry& item, SVNAnswer& answer, cmStringT& errorOutput)
 {
     const cmROStringT subcommand =
         item.contextFlag ? " info --non-interactive --xml " : " status --non-interactive --xml --verbose ";
-    return runTool(commandLine(item, subcommand), spawnPlainCommand, "", output, errorOutput);
+    const CaptureSink read = [&answer](cmROStringT bytes) { answer.append(bytes); };
+    return runTool(commandLine(item, subcommand), spawnPlainCommand, "", read, errorOutput);
 }
 
 cmStringT SVNStatusThread::commandLine(const WatchEntry& item, cmROStringT subcommand)
@@ -197,58 +187,47 @@ cmStringT SVNStatusThread::commandLine(const WatchEntry& item, cmROStringT subco
     return cmCat(quotedProgram()) + subcommand + depth + pathArgument(named ? item.path : realPathOf(item.path));
 }
 
-SVNStatusThread::Answer SVNStatusThread::readAnswer(const WatchEntry& item, const cmStringT& output, cmROStringT errorOutput,
-                                                    bool appliesLocalStatus)
+SVNStatusThread::Outcome SVNStatusThread::readAnswer(const WatchEntry& item, SVNAnswer& answer, cmROStringT errorOutput,
+                                                     bool appliesLocalStatus)
 {
     if (hasSvnError(errorOutput))
         return {statusPassFailed};
     if (isStopping())
         return {statusStopRequested};
-    return parseSvnStatus(item, output, item.contextFlag ? "" : errorOutput, appliesLocalStatus);
+    answer.finish();
+    if (!answer.problem().isNull())
+        return {failPass(answer.problem())};
+    // A working copy has at least one entry, for itself. A warning says why there is none, such as "is not a working copy".
+    if (answer.entries().empty() && !item.contextFlag && !errorOutput.empty())
+        return {statusPassFailed, errorOutput.find("W155007") != cmROStringT::npos};
+    return {updateRecords(item, answer, appliesLocalStatus)};
 }
 
-SVNStatusThread::Answer SVNStatusThread::parseSvnStatus(const WatchEntry& item, const cmStringT& output, cmROStringT warnings,
-                                                        bool appliesLocalStatus)
+std::int32_t SVNStatusThread::updateRecords(const WatchEntry& item, const SVNAnswer& answer, bool appliesLocalStatus)
 {
-    if (declaresDocumentType(output))  // the client writes no entities of its own
-        return {failPass("the client's answer declares a document type")};
-    XMLDocument document(output);
-    const cmArray<std::int32_t> nodes = document.isLoaded() ? document.select("/status/target/entry") : cmArray<std::int32_t>();
-    if (!document.isLoaded() || (nodes.empty() && !warnings.empty())) {  // a working copy has at least one entry, for itself
-        const bool whole = document.isLoaded();
-        document.close();
-        // A whole answer without an entry comes with a warning that says why, such as "is not a working copy".
-        return {whole ? statusPassFailed : failPass("the client's answer is incomplete"),
-                whole && warnings.find("W155007") != cmROStringT::npos};
-    }
-    const bool serverAnswered = !document.select("/status/target/against").empty();
     std::optional<WatchedSpelling> spelling;
     if (m_realPaths.contains(item.path))
         spelling.emplace(item.path, realPathOf(item.path));
     bool changed = false;
-    std::int32_t status = 0;
-    SVNEntry entry;
-    for (const std::int32_t node : nodes) {
-        if (isStopping()) {
-            status = statusStopRequested;
+    bool stopped = false;
+    for (const SVNEntry& entry : answer.entries()) {
+        stopped = isStopping();
+        if (stopped)
             break;
-        }
-        readSvnEntry(document, node, entry);
         if (!cmIsAbsolutePath(entry.path))  // the watched path is absolute, so are those of its files
             continue;
         const tamarin::TMString path(spelling ? spelling->respell(entry.path) : entry.path);
         const TXVCRECORD before = readVCRecord(path);
         TXVCRECORD record = before;
         bool write = appliesLocalStatus && applyLocalStatus(entry, record);
-        write |= applyRepositoryStatus(entry, serverAnswered, record);
+        write |= applyRepositoryStatus(entry, answer.serverAnswered(), record);
         if (!write)
             continue;
         record.tool = tool().number;
         txVCSetRecord(path, record);
         changed |= !haveSameStatus(before, record);
     }
-    document.close();
     if (changed)
         txVCStatusChanged();
-    return {status};
+    return stopped ? statusStopRequested : 0;
 }

@@ -36,16 +36,16 @@ private:
     void endIdleWork() override { m_lateQuestions.clear(); }
 
     /// What a run of the client has brought.
-    struct Answer {
+    struct Outcome {
         std::int32_t status;           ///< of the pass
         bool isNoWorkingCopy = false;  ///< the client said so of the directory
     };
 
-    Answer runPass(const WatchEntry& entry);
+    Outcome runPass(const WatchEntry& entry);
     /// The part of a pass that needs no server.
-    Answer runLocally(const WatchEntry& entry);
+    Outcome runLocally(const WatchEntry& entry);
     /// The pass with a question to the server. Returns nothing when runLocally must take its place.
-    std::optional<Answer> ask(const WatchEntry& entry);
+    std::optional<Outcome> ask(const WatchEntry& entry);
     /// Finds the next question that waits for the end of the passes: first one of a directory that was not silent before.
     bool findLateEntry(WatchEntry& entry);
     /// Begins questions that wait, as long as few go on.
@@ -54,17 +54,17 @@ private:
     void advanceLateQuestion();
     void startQuestion(SVNQuestion& question);
     /// Takes what a question that is over has brought. The status is statusPassFailed after silence.
-    Answer conclude(SVNQuestion& question, bool appliesLocalStatus);
+    Outcome conclude(SVNQuestion& question, bool appliesLocalStatus);
 
     /// Runs the local command for one entry. Returns the status of runTool.
-    std::int32_t svnStatusForItem(const WatchEntry& item, cmStringT& output, cmStringT& errorOutput);
+    std::int32_t svnStatusForItem(const WatchEntry& item, SVNAnswer& answer, cmStringT& errorOutput);
     cmStringT commandLine(const WatchEntry& item, cmROStringT subcommand);
-    /// Returns what parseSvnStatus returns; or statusPassFailed when the client reported an error.
-    Answer readAnswer(const WatchEntry& item, const cmStringT& output, cmROStringT errorOutput, bool appliesLocalStatus);
-    /// Updates the editor's records from the output; their local status only if `appliesLocalStatus` holds. The status is
-    /// 0; statusStopRequested; or statusPassFailed when the output is no complete document, or has no entry although the client
-    /// wrote `warnings`.
-    Answer parseSvnStatus(const WatchEntry& item, const cmStringT& output, cmROStringT warnings, bool appliesLocalStatus);
+    /// Finishes the answer of a run that did not fail, and updates the editor's records; their local status only if
+    /// `appliesLocalStatus` holds. The status is 0; statusStopRequested; or statusPassFailed when the client reported an error,
+    /// or when the output is no complete document or has no entry although the client wrote a warning.
+    Outcome readAnswer(const WatchEntry& item, SVNAnswer& answer, cmROStringT errorOutput, bool appliesLocalStatus);
+    /// Returns 0, or statusStopRequested.
+    std::int32_t updateRecords(const WatchEntry& item, const SVNAnswer& answer, bool appliesLocalStatus);
 
     // All are used by this thread only.
     const TickClock m_clock;

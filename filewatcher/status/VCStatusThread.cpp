@@ -147,8 +147,14 @@ std::int32_t VCStatusThread::runTool(cmROStringT commandLine, SpawnOptions optio
                                      cmStringT& output, cmStringT& errorOutput)
 {
     output.clear();
-    const auto append = [&output](cmROStringT bytes) { output += bytes; };
-    return noteRun(commandLine, captureCommand(commandLine, options, workingDirectory, toolControl(), append), errorOutput);
+    const CaptureSink append = [&output](cmROStringT bytes) { output += bytes; };
+    return runTool(commandLine, options, workingDirectory, append, errorOutput);
+}
+
+std::int32_t VCStatusThread::runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory,
+                                     const CaptureSink& sink, cmStringT& errorOutput)
+{
+    return noteRun(commandLine, captureCommand(commandLine, options, workingDirectory, toolControl(), sink), errorOutput);
 }
 
 std::int32_t VCStatusThread::noteRun(cmROStringT commandLine, CaptureResult result, cmStringT& errorOutput)

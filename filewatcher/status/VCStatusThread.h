@@ -54,6 +54,9 @@ protected:
     /// requested its own stop.
     std::int32_t runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory, cmStringT& output,
                          cmStringT& errorOutput);
+    /// The same with the standard output going to `sink` as it arrives.
+    std::int32_t runTool(cmROStringT commandLine, SpawnOptions options, cmROStringT workingDirectory, const CaptureSink& sink,
+                         cmStringT& errorOutput);
     /// For a run of the tool that is captured pass by pass: its control, and then what runTool does with the result. The latter
     /// returns what runTool returns.
     CaptureControl toolControl();
