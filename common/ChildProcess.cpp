@@ -37,13 +37,14 @@ cmStringT searchProgram(cmROStringT program, const Environment& host)
 
 Environment childEnvironment(const Environment& host, bool quiet, const Environment& variables, cmROStringT workingDirectory)
 {
-    Environment environment = withVariables(quiet ? quietEnvironment(host) : host, variables);
     // Some tools trust PWD more than the system. So it must name the child's directory.
-    if (workingDirectory.empty() || environmentValue(environment, "PWD").isNull())
-        return environment;
-    if (!cmIsAbsolutePath(workingDirectory))
-        return withoutVariable(std::move(environment), "PWD");
-    return withVariables(environment, {cmStringT(cmCat("PWD=") + workingDirectory)});
+    Environment settings = variables;
+    const bool hasPWD = !environmentValue(variables, "PWD").isNull() || !environmentValue(host, "PWD").isNull();
+    if (hasPWD && cmIsAbsolutePath(workingDirectory))
+        settings.push_back(cmCat("PWD=") + workingDirectory);
+    Environment environment = quiet ? quietEnvironment(host, settings) : withVariables(host, settings);
+    const bool mayLie = !workingDirectory.empty() && !cmIsAbsolutePath(workingDirectory);
+    return mayLie ? withoutVariable(std::move(environment), "PWD") : environment;
 }
 
 /// Creates the pipes and starts the child. Returns 0 or the status to throw, with the reason in `detail`.

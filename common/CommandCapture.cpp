@@ -6,15 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-/// How much output one pass reads at most: about what a pipe holds.
-constexpr std::size_t blockSize = 8 * std::size_t{CaptureReadChunk};
-
-}  // namespace
-
-CommandCapture::CommandCapture(CaptureControl control, CaptureSink sink)
-    : m_control(std::move(control)), m_sink(std::move(sink)), m_block(blockSize)
+CommandCapture::CommandCapture(CaptureControl control, CaptureSink sink) : m_control(std::move(control)), m_sink(std::move(sink))
 {
 }
 

@@ -2,9 +2,9 @@
 
 #include "common/ChildProcess.h"
 #include "common/ReadPacing.h"
-#include "common/cmArray.h"
 #include "common/cmString.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -12,6 +12,9 @@
 
 /// The unit of reading, in bytes; also how much of a command's standard error is kept.
 inline constexpr std::uint32_t CaptureReadChunk = 8095;
+
+/// How much output one pass reads at most, in bytes: about what a pipe holds.
+inline constexpr std::size_t captureBlockSize = 8 * std::size_t{CaptureReadChunk};
 
 inline constexpr std::int32_t statusOutputLimit = -6657;  ///< a command wrote more than its limit
 
@@ -73,8 +76,8 @@ private:
     const CaptureSink m_sink;
     ChildPipe m_output;
     ChildPipe m_error;
-    ChildProcess m_process;  // declared after the pipes, so it is closed before them
-    cmArray<char> m_block;
+    ChildProcess m_process;                      // declared after the pipes, so it is closed before them
+    std::array<char, captureBlockSize> m_block;  // not initialised: nothing reads what was not written
     std::uint64_t m_outputSize = 0;
     ReadPacing m_pacing;
     CaptureResult m_result;

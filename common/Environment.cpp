@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <functional>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -95,37 +96,55 @@ cmStringT upperName(cmROStringT variable)
     return name;
 }
 
+/// Hash and equality of names.
+struct SameName {
+    cmPathStyle style;
+
+    std::size_t operator()(cmROStringT name) const
+    {
+        return style == cmPathStyle::windows ? std::hash<cmStringT>()(cmLowerAscii(name)) : std::hash<cmROStringT>()(name);
+    }
+    bool operator()(cmROStringT a, cmROStringT b) const { return sameName(a, b, style); }
+};
+
 /// An environment that grows. Each variable occurs once; names are found without a search through all.
 class Variables {
 public:
-    explicit Variables(cmPathStyle style) : m_style(style) {}
+    explicit Variables(cmPathStyle style) : m_positions(expectedCount, SameName{style}, SameName{style}) {}
 
     /// Adds "NAME=VALUE", unless the name is already there.
-    void add(cmROStringT variable)
+    void add(cmStringT variable)
     {
-        if (m_positions.try_emplace(key(variable), m_variables.size()).second)
-            m_variables.push_back(variable);
+        if (m_positions.contains(nameOf(variable)))
+            return;
+        m_variables.push_back(std::move(variable));
+        m_positions.emplace(nameOf(m_variables.back()), m_variables.size() - 1);
     }
     void set(cmROStringT name, cmROStringT value)
     {
-        const cmStringT variable = cmCat(name) + "=" + value;
-        const auto [found, added] = m_positions.try_emplace(key(variable), m_variables.size());
-        if (added)
-            m_variables.push_back(variable);
-        else
-            m_variables[found->second] = variable;
+        cmStringT variable = cmCat(name) + "=" + value;
+        auto known = m_positions.extract(name);
+        if (known.empty())
+            return add(std::move(variable));
+        cmStringT& replaced = m_variables[known.mapped()];
+        replaced = std::move(variable);
+        known.key() = nameOf(replaced);
+        m_positions.insert(std::move(known));
+    }
+    void setAll(const Environment& settings)
+    {
+        for (const cmStringT& setting : settings) {
+            const cmROStringT name = nameOf(setting);
+            set(name, setting.view().substr(std::min(name.size() + 1, setting.length())));
+        }
     }
     Environment take() { return std::move(m_variables); }
 
 private:
-    std::string key(cmROStringT variable) const
-    {
-        return std::string(m_style == cmPathStyle::windows ? upperName(variable).view() : nameOf(variable));
-    }
+    static constexpr std::size_t expectedCount = 128;
 
-    cmPathStyle m_style;
     Environment m_variables;
-    std::unordered_map<std::string, std::size_t> m_positions;
+    std::unordered_map<cmROStringT, std::size_t, SameName, SameName> m_positions;  ///< the names are views of m_variables
 };
 
 bool isRemoved(cmROStringT variable, cmPathStyle style)
@@ -169,7 +188,7 @@ cmStringT environmentValue(const Environment& environment, cmROStringT name, cmP
     return {};
 }
 
-Environment quietEnvironment(const Environment& host, cmPathStyle style)
+Environment quietEnvironment(const Environment& host, const Environment& settings, cmPathStyle style)
 {
     Variables quiet(style);
     for (const cmStringT& variable : host) {
@@ -189,6 +208,7 @@ Environment quietEnvironment(const Environment& host, cmPathStyle style)
         configure(key, value);
     configure("core.hooksPath", folderWithoutHooks(host, style));
     quiet.set(countName, std::to_string(index));
+    quiet.setAll(settings);
     return quiet.take();
 }
 
@@ -197,10 +217,7 @@ Environment withVariables(const Environment& environment, const Environment& set
     Variables changed(style);
     for (const cmStringT& variable : environment)
         changed.add(variable);
-    for (const cmStringT& setting : settings) {
-        const cmROStringT name = nameOf(setting);
-        changed.set(name, setting.view().substr(std::min(name.size() + 1, setting.length())));
-    }
+    changed.setAll(settings);
     return changed.take();
 }
 

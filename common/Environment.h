@@ -16,10 +16,10 @@ cmStringT environmentValue(const Environment& environment, cmROStringT name, cmP
 /// The environment for a tool that is polled: no prompt, no pager, no colour, English messages in UTF-8, no locks, no
 /// file-system monitor and no hooks that a repository configures, no fetch of what a partial clone lacks, literal paths, no
 /// repository but that of the current directory, and no look for untracked or renamed files in a status.
-/// Each variable occurs once, in the order of `host`; new variables follow.
-Environment quietEnvironment(const Environment& host, cmPathStyle style = cmNativePathStyle);
-/// `environment` with the variables of `settings` ("NAME=VALUE") set or replaced. Of several variables with one name the first is
-/// kept.
+/// At last the variables of `settings` ("NAME=VALUE") are set or replaced. Each variable occurs once, in the order of `host`,
+/// which may have several with one name: then the first is kept. New variables follow.
+Environment quietEnvironment(const Environment& host, const Environment& settings = {}, cmPathStyle style = cmNativePathStyle);
+/// The same without what quiets a tool.
 Environment withVariables(const Environment& environment, const Environment& settings, cmPathStyle style = cmNativePathStyle);
 Environment withoutVariable(Environment environment, cmROStringT name, cmPathStyle style = cmNativePathStyle);
 /// `environment` in the order that Windows requires for a new process: by name, without case. Of several variables with one
