@@ -314,7 +314,15 @@ TEST_F(SVNServerTest, ASilentServerHoldsUpThePassesOnce)
     thread.setSuspended(false);
     EXPECT_EQ(passWithout(b), notAsked);
     EXPECT_TRUE(runs(4));
-    thread.removePath(b);
+    writeFile(in("m") + ".silent", "");
+    thread.addPath(in("m"), "", true, false);
+    EXPECT_TRUE(runs(5));
+    now = 170000;
+    EXPECT_EQ(waitForPass(in("m")), 0);
+    EXPECT_TRUE(runs(3) && eventually([&, before = clockReads + 50] { return clockReads > before; }));
+    EXPECT_EQ(processesOf(tool), 3u) << "for a minute no question begins";
+    now = 230000;
+    EXPECT_TRUE(runs(4));
     thread.removePath(others[0]);
     EXPECT_TRUE(runs(3));
     thread.removeAllPaths();
