@@ -50,6 +50,8 @@ TEST(Txhost, ShowsTheStatusOfEachDirectoryByItsTool)
     const Json outside{{"path", text(folder.path())}, {"tool", "git"}, {"outside", true}};
     const Json none = Json::array();
     const Json first = fileStatus(top / "a b.txt", "git", {"mod"}, none);
+    EXPECT_EQ(txhost({"status", "--exit-code", text(top)}).exitCode, 3);
+    EXPECT_EQ(txhost({"status", "--exit-code", text(folder.path())}).exitCode, 0);
     EXPECT_EQ(json({"status", text(top), text(folder.path()), text(top / "sub")}),
               (std::vector<Json>{first, fileStatus(top / "sub" / "c", "git", {"mod"}, none), outside}));
 
@@ -65,7 +67,8 @@ TEST(Txhost, ShowsTheStatusOfEachDirectoryByItsTool)
     EXPECT_EQ(json({"status", "--updates", "--svn", svn, below}), (std::vector<Json>{modified, outdated}));
     writeFile(folder / "server.err", "svn: E170013: no server\n");
     const Json unanswered{{"path", below}, {"tool", "svn"}, {"error", 2}, {"message", "svn: E170013: no server"}};
-    EXPECT_EQ(json({"status", "--updates", "--svn", svn, below}, 1), (std::vector<Json>{unanswered, modified, outdated}));
+    EXPECT_EQ(json({"status", "--updates", "--exit-code", "--svn", svn, below}, 1),
+              (std::vector<Json>{unanswered, modified, outdated}));
     expectFailure({"status", "--updates", "--svn", svn, below}, 1, below + ": svn: svn: E170013: no server\n");
     writeFile(folder / "wc" / "deep" / ".git", "gitdir: elsewhere\n");
     EXPECT_EQ(json({"status", "--tool", "svn", "--svn", svn, below}), std::vector<Json>{modified});
@@ -84,7 +87,12 @@ TEST(Txhost, TellsFailuresAndWrongUsageApart)
     expectFailure({"watch", missing}, 1, "txhost: " + missing + ": no such file or directory\n");
     for (const std::string command : {"recent", "reload"})
         expectFailure({command, missing}, 1, "txhost: " + missing + ": no such file\n");
-    expectFailure({"status"}, 2, "");
+    expectFailure({}, 2, "");
+    expectFailure({"--json", "stauts", "show", "x"}, 2, "txhost: there is no command stauts; the nearest one is status\n");
+    expectFailure({"help", "hsow"}, 2, "the nearest one is show\n");
+    expectFailure({"xyz"}, 2, "there is no command xyz; txhost help lists them\n");
+    EXPECT_EQ(txhost({"help", "show"}).output, txhost({"show", "--help"}).output);
+    EXPECT_NE(txhost({"help"}).output, txhost({"help", "help"}).output);
     expectFailure({"call", "\xC3\xBC\xC2\x9B\xE2\x80\xAE\n\x1B"}, 2, "named \xC3\xBC\\xC2\\x9B\\xE2\\x80\\xAE\\x0A\\x1B (");
     expectFailure({"functions", "\xC2\x9B\x1B"}, 2, ": \\xC2\\x9B\\x1B\n");
     EXPECT_EQ(txhost({"call", "_GetSlowReloadFiles", R"({"a":"\u009b\u202e\u00fc\u007f"})"}).output,
@@ -153,6 +161,7 @@ TEST(Txhost, ShowsHistoryDifferencesAndCommits)
         commit.erase(key);
     EXPECT_EQ(commit, lines[1]) << "a commit is the same in history";
     expectFailure({"show", text(top), "nonsense"}, 1, "nonsense");
+    expectFailure({"show", "--git", helperAs(folder, "tool-fails"), "main"}, 1, text(fs::current_path()) + ": git: ");
     git(top, {"commit", "--quiet", "--all", "--message", "equal"});
     EXPECT_TRUE(json({"diff", text(top), "HEAD"}).empty());
 

@@ -6,8 +6,8 @@
 #include <vector>
 
 // The commands of txhost, named as on the command line. Each prints its results, as lines for people or with options.json as one
-// JSON object a line, and returns the exit code: 0 done, 1 the module reported a failure. Each throws HostError for a failure of
-// its own and UsageError for arguments that make no sense.
+// JSON object a line, and returns the exit code: 0 done, 1 the module reported a failure, 3 as StatusOptions tells. Each throws
+// HostError for a failure of its own and UsageError for arguments that make no sense.
 
 /// tour: makes a scratch repository and uses every feature on it.
 int runTour(const HostOptions& options);
@@ -15,8 +15,11 @@ int runTour(const HostOptions& options);
 int runFunctions(const HostOptions& options);
 /// call: calls one function. Arguments are given as text, those for variables by reference as JSON.
 int runCall(const HostOptions& options, const std::string& name, const std::vector<std::string>& arguments);
+struct StatusOptions {
+    bool exitCode = false;  ///< 3 is the exit code when a file is modified and nothing has failed
+};
 /// status: one status pass per directory.
-int runStatus(const HostOptions& options, const std::vector<std::string>& directories);
+int runStatus(const HostOptions& options, const std::vector<std::string>& directories, const StatusOptions& wanted);
 /// reload: the dates of files, as the editor's reload check gets them.
 int runReload(const HostOptions& options, const std::vector<std::string>& files);
 /// history: the revisions of a file in Git.

@@ -10,6 +10,11 @@
 
 namespace {
 
+constexpr int exitFailure = 1;
+constexpr int exitModified = 3;
+constexpr cmROStringT nothing =
+    "nothing is modified (not looked at: what is only staged, added, deleted, in conflict or untracked)";
+
 /// What all objects about a file or directory begin with.
 Json about(const cmStringT& path, cmROStringT tool)
 {
@@ -50,45 +55,72 @@ void printFile(const FileStatus& file, bool json)
     console::printLine(cmStringT(cmCat(console::coloured(console::yellow, words)) + console::printable(file.path)));
 }
 
-/// A file that has become clean since another pass reported it cannot be taken back; nothing is said of it.
-void printFiles(const FileStatuses& files, bool json)
-{
-    for (const auto& [key, file] : files) {
-        if (!file.isClean())
-            printFile(file, json);
+/// Prints what a status poll answers, and remembers what the exit code depends on.
+class Report {
+public:
+    explicit Report(bool json) : m_json(json) {}
+
+    void printPass(const PassAnswer& answer)
+    {
+        if (answer.isOutside)
+            printOutside(answer.directory, m_json);
+        m_isEmpty = m_isEmpty && !answer.isOutside;
+        printFiles(answer.files);
+        if (answer.failure)
+            printFailure(*answer.failure, m_json);
+        m_hasFailed = m_hasFailed || answer.failure;
     }
-}
+    /// A file that has become clean since another pass reported it cannot be taken back; nothing is said of it.
+    void printFiles(const FileStatuses& files)
+    {
+        for (const auto& [key, file] : files) {
+            if (file.isClean())
+                continue;
+            printFile(file, m_json);
+            m_isModified = m_isModified || !file.local.empty();
+            m_isEmpty = false;
+        }
+    }
+    /// Ends the report of a poll that has answered. Returns the exit code.
+    int end(const StatusOptions& wanted) const
+    {
+        if (m_hasFailed)
+            return exitFailure;
+        if (m_isEmpty && !m_json && console::isTerminal())
+            console::printLine(nothing);
+        return wanted.exitCode && m_isModified ? exitModified : 0;
+    }
+
+private:
+    const bool m_json;
+    bool m_hasFailed = false;
+    bool m_isModified = false;
+    bool m_isEmpty = true;
+};
 
 }  // namespace
 
-int runStatus(const HostOptions& options, const std::vector<std::string>& named)
+int runStatus(const HostOptions& options, const std::vector<std::string>& named, const StatusOptions& wanted)
 {
     const cmArray<WatchedDirectory> directories = watchedDirectories(named, options.tool);
     Host host(options);
     requireTools(host, directories);
     console::catchInterrupts();
-    bool hasFailed = false;
+    Report report(options.json);
     StatusListener listener;
-    listener.passEnded = [&](const PassAnswer& answer) {
-        if (answer.isOutside)
-            printOutside(answer.directory, options.json);
-        printFiles(answer.files, options.json);
-        if (answer.failure)
-            printFailure(*answer.failure, options.json);
-        hasFailed = hasFailed || answer.failure;
-    };
-    listener.roundEnded = [&](const Tool&, const FileStatuses& files) { printFiles(files, options.json); };
+    listener.passEnded = [&](const PassAnswer& answer) { report.printPass(answer); };
+    listener.roundEnded = [&](const Tool&, const FileStatuses& files) { report.printFiles(files); };
     StatusPoll poll(host, directories, listener);
     for (const Tool* tool : poll.tools())
         poll.start(*tool);
     poll.runUntil([&] { return !poll.isWaiting() || console::wasInterrupted(); });
     if (!poll.isWaiting())
-        return hasFailed ? 1 : 0;
-    printFiles(poll.takeUnreported(), options.json);
+        return report.end(wanted);
+    report.printFiles(poll.takeUnreported());
     console::printInterrupted(cmStringT(cmCat("no answer from ") + poll.awaited()));
     for (const WatchedDirectory* directory : poll.unanswered()) {
         if (options.json)
             printJson(failureJson({Failure::stopped, "interrupted", directory->path, directory->tool.name}));
     }
-    return 1;
+    return exitFailure;
 }
