@@ -1,8 +1,10 @@
 #include "common/cmFile.h"
 
+#include "common/cmArray.h"
 #include "common/cmPath.h"
 #include "common/cmSystemPath.h"
 
+#include <algorithm>
 #include <exception>
 #include <filesystem>
 #include <system_error>
@@ -39,12 +41,16 @@ try {
     const fs::path folder = cmSystemPath(path);
     if (!fs::exists(folder))
         return true;
+    cmArray<fs::path> found{folder};  // a folder before what it holds
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
         if (!entry.is_symlink())  // permissions() would change the link's target
             fs::permissions(entry, fs::perms::owner_write, fs::perm_options::add);
+        found.push_back(entry.path());
     }
-    fs::remove_all(folder);
-    return true;
+    // Not remove_all: on Windows it tries without end to remove a file that has vanished since it was listed.
+    std::error_code problem;
+    std::for_each(found.rbegin(), found.rend(), [&](const fs::path& one) { fs::remove(one, problem); });
+    return !fs::exists(folder);
 } catch (const std::exception&) {
     return false;
 }
