@@ -8,9 +8,8 @@
 ///     51  void (cmStringT& repository, cmStringT& git)                returns the paths that the model loads with
 ///     52  std::int32_t (std::int64_t commit, GraphRow& row)           copies a commit's row of the graph; 0, or -1 without one
 ///     54  std::int32_t ()                                             returns the largest number of columns of a graph row
-///     55  std::int32_t (std::int64_t commit, cmArray<cmStringT>&)     copies the names of the tags that lead to a commit, shown
-///     or
-///                                                                 not, in their order; 0, or -1 when there is no such commit
+///     55  std::int32_t (std::int64_t commit, cmArray<cmStringT>&)     copies the names of the tags at a commit, shown or not;
+///                                                                 0, or -1 when there is no such commit
 /// Without a model the others answer like an empty one.
 void registerGitCallbacks();
 /// Removes the callbacks, so that the editor never calls into an unloaded module.
