@@ -168,6 +168,8 @@ TEST(LogLine, CutsNothingInHalf)
     EXPECT_EQ(line(40), "●─╮ 1234567 [main] […] A subject of 26 …");
     EXPECT_EQ(line(30), "●─╮ 1234567 [m…] […] A subjec…");
     EXPECT_EQ(line(20), "●─╮ 1234567 […] A s…");
+    EXPECT_EQ(LogLines(50, &inNoColour, Symbols::plain).next(row, entry).view(),
+              "*-. 1234567 [main] <topic> [~] A subject of 26 ch~");
     EXPECT_EQ(line(12), "●─╮ 1234567");
     EXPECT_EQ(line(9), "● 1234567");
     EXPECT_EQ(line(8), "● ");

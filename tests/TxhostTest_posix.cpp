@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <thread>
 
 namespace {
 
@@ -68,6 +69,36 @@ TEST(Txhost, PrintsARestrictedLogWhenItHasEnded)
     EXPECT_EQ(readFile(folder / "out"), "") << "its graph is not final yet";
 }
 
+TEST(Txhost, EndsAFilteredLogWithTheLastWantedRow)
+{
+    const TempFolder folder;
+    std::string log;
+    for (int number = 1; number < 600; ++number)
+        log += logRecord(number, {number + 1});
+    writeFile(folder / "log", log);
+    const Texts names{"--git", helperAs(folder, "tool-git-pauses"), "--filter", "a", "--max", "2", text(folder.path())};
+    WatchProcess process(names, "log --json");
+    EXPECT_TRUE(process.ends()) << "git has not ended yet";
+    EXPECT_EQ(jsonLines("log", process.output()).size(), 2u);
+}
+
+TEST(Txhost, ShowsOnATerminalWhatItWaitsFor)
+{
+    const TempFolder folder;
+    writeFile(folder / "svn.xml", "<status><target></target></status>");
+    fs::create_directory(folder / "w");
+    writeFile(folder / "w.silent", "");
+    const std::string place = text(folder / "w");
+    const std::string command =
+        builtProgram("txhost") + " status --updates --tool svn --svn " + helperAs(folder, "tool-svn") + " " + place;
+    std::thread terminal(
+        [&] { EXPECT_EQ(std::system(("script -qec '" + command + "' /dev/null >" + text(folder / "out")).c_str()), 0); });
+    EXPECT_TRUE(eventually([&] { return readFile(folder / "out").find("svn in " + place + ", 0 s") != std::string::npos; }));
+    fs::remove(folder / "w.silent");
+    terminal.join();
+    EXPECT_NE(readFile(folder / "out").find("\r\033[Knothing is modified"), std::string::npos) << readFile(folder / "out");
+}
+
 TEST(Txhost, TellsWhenTheRecentListHasNotTakenAFile)
 {
     const TempFolder folder;
@@ -121,9 +152,17 @@ TEST(Txhost, EscapesMoreForATerminalThanForAPipeAndKeepsWithinIt)
         EXPECT_NE(readFile(folder / "out").find("/" + shown), std::string::npos) << readFile(folder / "out");
     }
     makeRepository(folder / "repo", {"a"});
-    const std::string log = "stty cols 9; " + builtProgram("txhost") + " log " + text(folder / "repo");
-    EXPECT_EQ(std::system(("NO_COLOR=1 script -qec '" + log + "' /dev/null | tail -n 1 >" + text(folder / "out")).c_str()), 0);
-    EXPECT_EQ(readFile(folder / "out").size(), std::string("● 1234567\r\n").size()) << readFile(folder / "out");
+    const auto onTerminal = [&](const std::string& variables, const std::string& options) {
+        const std::string log = "stty cols 9; " + builtProgram("txhost") + " log " + text(folder / "repo") + options;
+        const std::string line = variables + " script -qec '" + log + "' /dev/null | tail -n 1 >" + text(folder / "out");
+        EXPECT_EQ(std::system(line.c_str()), 0);
+        return readFile(folder / "out");
+    };
+    EXPECT_EQ(onTerminal("NO_COLOR=1 LC_ALL=C.utf8", "").size(), std::string("● 1234567\r\n").size());
+    const std::string shown = onTerminal("TERM=xterm LC_ALL=C LANG=C.UTF-8", "");
+    EXPECT_TRUE(shown.find("mo\033[0m \033[33m") != std::string::npos) << shown;
+    EXPECT_EQ(onTerminal("NO_COLOR=1 LC_ALL=C", " --color=always | cat"), shown) << "a pager";
+    EXPECT_EQ(onTerminal("TERM=xterm LC_ALL=C", " --color=never").find('\033'), std::string::npos);
 }
 
 }  // namespace

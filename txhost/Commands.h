@@ -34,6 +34,7 @@ int runBranches(const HostOptions& options, const std::string& repository);
 struct LogOptions {
     int rows = -1;            ///< maximal number of rows; negative: all
     std::string restriction;  ///< arguments of git log that replace "all branches"; empty: all branches
+    std::string order;        ///< an option of git log that sorts the rows; empty: the usual order
     std::string filter;       ///< only commits that contain this text; empty: all
 };
 /// log: the tree of the Git browser with its graph.

@@ -1,8 +1,10 @@
 #include "txhost/Console.h"
 
 #include "common/Environment.h"
+#include "common/cmMutex.h"
 #include "common/cmStringCatHelper.h"
 #include "txhost/Character.h"
+#include "txhost/TextWidth.h"
 
 #include <array>
 #include <cstdio>
@@ -45,22 +47,51 @@ bool userWantsColours()
     return wanted;
 }
 
+console::ColourChoice colourChoice = console::ColourChoice::automatic;
+
+/// Whether what is written to standard output is for a terminal, even if through a pager.
+bool isForTerminal()
+{
+    return console::isTerminal() || colourChoice == console::ColourChoice::always;
+}
+
 bool dateMissing = false;
+
+cmMutex progressLock;
+bool isProgressShown CM_GUARDED_BY(progressLock) = false;
+
+/// Writes to the standard streams from now on stand in a line of their own.
+void removeProgress() CM_REQUIRES(progressLock)
+{
+    if (isProgressShown)
+        std::fputs("\r\033[K", stderr);
+    isProgressShown = false;
+}
 
 }  // namespace
 
+bool console::showsProgress()
+{
+    return isTerminal() && isErrorTerminal();
+}
+
 void console::showProgress(cmROStringT text)
 {
-    static bool shown = false;
-    if (!isErrorTerminal() || (text.empty() && !shown))
+    if (!showsProgress())
         return;
-    shown = !text.empty();
-    std::fprintf(stderr, "\r%.*s\033[K", static_cast<int>(text.size()), text.data());
+    const std::size_t columns = terminalWidth(true);  // not every terminal tells
+    const cmStringT shown = shortened(forTerminal(text), (columns == 0 ? 80 : columns) - 1, "~");
+    const cmMutexLock hold(progressLock);
+    removeProgress();
+    isProgressShown = !shown.isEmpty();
+    std::fputs(shown.c_str(), stderr);
     std::fflush(stderr);
 }
 
 void console::printLine(cmROStringT line)
 {
+    const cmMutexLock hold(progressLock);
+    removeProgress();
     std::fwrite(line.data(), 1, line.size(), stdout);
     std::fputc('\n', stdout);
     std::fflush(stdout);
@@ -106,21 +137,36 @@ void console::printErrorLines(cmROStringT text)
     cmStringT lines("");
     while (!text.empty())
         lines += cmStringT(cmCat(forTerminal(cmWithoutLineEnd(cmTakeUntil(text, '\n')))) + "\n");
+    const cmMutexLock hold(progressLock);
+    removeProgress();
     std::fwrite(lines.c_str(), 1, lines.length(), stderr);
     std::fflush(stderr);  // on Windows it is buffered
 }
 
+void console::chooseColours(ColourChoice choice)
+{
+    colourChoice = choice;
+}
+
 cmStringT console::printable(cmROStringT text)
 {
-    return isTerminal() ? forTerminal(text) : escapedWhere(text, &isControl);
+    return isForTerminal() ? forTerminal(text) : escapedWhere(text, &isControl);
 }
 
 cmStringT console::coloured(int colour, cmROStringT text)
 {
-    if (!isTerminal() || text.empty() || !userWantsColours())
+    const bool wanted =
+        colourChoice == ColourChoice::automatic ? isTerminal() && userWantsColours() : colourChoice == ColourChoice::always;
+    if (!wanted || text.empty())
         return text;
     const std::string number = std::to_string(colour);
     return cmCat("\033[") + number + "m" + text + "\033[0m";
+}
+
+std::size_t console::width()
+{
+    const std::size_t own = terminalWidth(false);
+    return own == 0 && isForTerminal() ? terminalWidth(true) : own;
 }
 
 cmStringT console::timeOfDay()

@@ -21,6 +21,11 @@ bool wasInterrupted();
 bool isReaderGone();
 /// Prints "interrupted" on standard error and, unless it is empty, what is missing for that; nothing when isReaderGone().
 void printInterrupted(cmROStringT missing = {});
+/// When text is coloured: `automatic` is on a terminal, unless the user does not want colours (NO_COLOR, TERM=dumb).
+enum class ColourChoice { automatic, always, never };
+/// Sets it; automatic before. With `always` a terminal is expected at the other end of a pipe (a pager): text is escaped and cut
+/// for the terminal of standard error.
+void chooseColours(ColourChoice choice);
 /// Whether standard output is a terminal.
 bool isTerminal();
 /// Whether standard error is a terminal.
@@ -40,16 +45,21 @@ void printError(cmROStringT line);
 /// Writes lines to standard error, each escaped as for a terminal. Any thread.
 void printErrorLines(cmROStringT text);
 /// `text` for standard output, so that a name cannot break its line or control the terminal: control characters are escaped. On
-/// a terminal, so are those of the set C1, those of the writing direction, and bytes that are no UTF-8; the reader of a pipe gets
-/// these as they are.
+/// a terminal, or with colours for one, so are those of the set C1, those of the writing direction, and bytes that are no UTF-8;
+/// the reader of a pipe gets these as they are.
 cmStringT printable(cmROStringT text);
-/// `text` in a colour (an SGR number). Unchanged when standard output is no terminal, or the user does not want colours
-/// (NO_COLOR, TERM=dumb).
+/// `text` in a colour (an SGR number). Unchanged when text is not coloured (ColourChoice).
 cmStringT coloured(int colour, cmROStringT text);
-/// The width of the terminal in columns; 0 when standard output is no terminal.
+/// The width of the terminal that standard output is for, in columns; 0 when there is none.
 std::size_t width();
-/// Shows the progress of long work on standard error, in place of the previous progress; an empty text removes it. Does nothing
-/// when standard error is no terminal.
+/// The width of the terminal at standard output or standard error, in columns; 0 when there is none.
+std::size_t terminalWidth(bool ofErrors);
+/// Whether the user's terminal shows UTF-8, as LC_ALL, LC_CTYPE or LANG tells; on Windows always.
+bool showsUTF8();
+/// Whether the progress of long work is shown: standard output and standard error are terminals.
+bool showsProgress();
+/// Shows the progress of long work in the last line of the terminal, cut to its width, in place of the previous progress; an
+/// empty text removes it. The next line that is printed removes it, too. Nothing without showsProgress(). Any thread.
 void showProgress(cmROStringT text);
 /// The local time of day, "HH:MM:SS".
 cmStringT timeOfDay();

@@ -1,9 +1,14 @@
 #include "txhost/Console.h"
 
+#include "common/Environment.h"
+
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cctype>
 #include <csignal>
+#include <string>
 
 namespace {
 
@@ -69,8 +74,24 @@ bool console::isErrorTerminal()
     return terminal;
 }
 
-std::size_t console::width()
+std::size_t console::terminalWidth(bool ofErrors)
 {
     winsize size{};
-    return isTerminal() && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+    return ioctl(ofErrors ? STDERR_FILENO : STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
+bool console::showsUTF8()
+{
+    static const bool shows = [] {
+        const Environment environment = hostEnvironment();
+        cmStringT locale;
+        for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+            if (locale.isEmpty())
+                locale = environmentValue(environment, name);
+        }
+        std::string name(locale.view());
+        std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::tolower(c); });
+        return name.find("utf-8") != std::string::npos || name.find("utf8") != std::string::npos;
+    }();
+    return shows;
 }

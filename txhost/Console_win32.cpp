@@ -106,10 +106,15 @@ bool console::isErrorTerminal()
     return terminal;
 }
 
-std::size_t console::width()
+bool console::showsUTF8()
+{
+    return true;  // ConsoleModes has seen to it
+}
+
+std::size_t console::terminalWidth(bool ofErrors)
 {
     CONSOLE_SCREEN_BUFFER_INFO info{};
-    if (!isTerminal() || !GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info))
+    if (!GetConsoleScreenBufferInfo(GetStdHandle(ofErrors ? STD_ERROR_HANDLE : STD_OUTPUT_HANDLE), &info))
         return 0;
     return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1);
 }

@@ -33,6 +33,12 @@ std::vector<std::string> guardedWords(std::vector<std::string> words)
     return words;
 }
 
+void chooseColours(const std::string& when)
+{
+    using enum console::ColourChoice;
+    console::chooseColours(when == "always" ? always : when == "never" ? never : automatic);
+}
+
 CLI::Range atLeast(int least, int most = std::numeric_limits<int>::max())
 {
     return {least, most};
@@ -133,6 +139,11 @@ void HostCommandLine::addCommonOptions(CLI::App& app)
     app.get_help_ptr()->description("Print this help");
     app.add_flag("--json", m_options.json, "One JSON object a line")->group(group);
     app.add_flag("--debug", m_options.debug, "Write the editor's debug log to standard error")->group(group);
+    app.add_option_function<std::string>("--color", &chooseColours, "Whether text is coloured; with always as for a pager")
+        ->type_name("WHEN")
+        ->check(CLI::IsMember({"auto", "always", "never"}))
+        ->default_str("auto")
+        ->group(group);
     for (const Tool* tool : allTools) {
         const std::string name = tool->name;
         app.add_option("--" + name, m_options.programs[tool->number], "The " + name + " program; looked for in PATH")
@@ -233,6 +244,9 @@ void HostCommandLine::addBrowser()
     addRepository(log);
     log->add_option("--max", m_log.rows, "At most so many rows")->type_name("ROWS")->check(atLeast(1))->default_str("all");
     log->add_option("--restrict", m_log.restriction, "What git log is asked for, instead of all branches")->type_name("ARGS");
+    for (const char* order : {"--date-order", "--topo-order"})
+        log->add_flag_callback(
+            order, [this, order] { m_log.order = order; }, std::string("Sorted as by git log ") + order);
     log->add_option("--filter", m_log.filter, "Only commits with this in author, subject or hash")->type_name("TEXT");
 }
 

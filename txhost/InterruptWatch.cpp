@@ -1,7 +1,9 @@
 #include "txhost/InterruptWatch.h"
 
+#include "common/cmStringCatHelper.h"
 #include "txhost/Console.h"
 #include "txhost/HostSystem.h"
+#include "txhost/WaitProgress.h"
 
 #include <utility>
 
@@ -43,6 +45,7 @@ std::int32_t InterruptWatch::run()
 std::int32_t callInterruptibly(Host& host, const cmStringT& path, cmROStringT name, const cmArray<CallArgument>& arguments)
 {
     const InterruptWatch interrupts(path);
+    const WaitProgress progress(cmCat(gitTool.name) + " in " + path);
     const std::int32_t result = host.call(name, arguments);
     interrupts.check();
     return result;

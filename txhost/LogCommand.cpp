@@ -2,16 +2,92 @@
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
 #include "txhost/LogPrinter.h"
+#include "txhost/WaitProgress.h"
 
+#include "common/cmStringCatHelper.h"
+
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace {
 
-/// Shows how many commits of a long load have arrived.
-void showProgress(std::int32_t commits)
+/// What the log is restricted to. An order alone restricts nothing, but is given in the same way.
+std::string logArguments(const LogOptions& wanted)
 {
-    console::showProgress(cmStringT(cmROStringT(std::to_string(commits) + " commits")));
+    if (wanted.order.empty())
+        return wanted.restriction;
+    return wanted.order + " " + (wanted.restriction.empty() ? "--all" : wanted.restriction);
 }
+
+/// Prints the rows of one log as they become final.
+class Log {
+public:
+    Log(Browser& browser, const HostOptions& options, const LogOptions& wanted)
+        : m_browser(browser), m_wanted(wanted), m_printer(browser, options.json)
+    {
+    }
+
+    /// Prints what can be printed, with what is loaded so far. Returns whether the rest of the history is not needed.
+    bool goOn()
+    {
+        const std::int32_t loaded = m_browser.count();
+        if (printsWhileLoading())
+            printRows();
+        else if (!m_wanted.filter.empty() && m_wanted.rows >= 0 && loaded >= m_nextSearch)
+            searchAmong(loaded);
+        return isEnough();
+    }
+    /// Prints the rows that could not be printed before the end of the load.
+    void finish()
+    {
+        if (!isEnough() && (m_wanted.filter.empty() || m_browser.filter(m_wanted.filter)))
+            printRows();
+    }
+    bool isEnough() const { return m_wanted.rows >= 0 && m_printed >= m_wanted.rows; }
+    /// A filter finds its commits, and a restricted log gets its final graph, when the load has ended.
+    bool printsWhileLoading() const { return m_wanted.filter.empty() && logArguments(m_wanted).empty(); }
+
+private:
+    void printRows()
+    {
+        const std::int32_t count = m_browser.count();
+        GitCommitInfo info;
+        GraphRow row;
+        for (; m_number < count && !isEnough() && !console::wasInterrupted(); ++m_number) {
+            const bool shown = m_browser.commit(m_number, info) && m_browser.graphRow(m_number, row);
+            if (!shown && m_wanted.filter.empty())
+                break;  // the commit has no row yet
+            if (!shown)
+                continue;
+            m_printer.print(info, m_browser.tags(m_number), row);
+            ++m_printed;
+        }
+    }
+
+    /// Prints the wanted number of rows if so many of the loaded commits contain the filter's text. Each search begins anew, so
+    /// they become rarer.
+    void searchAmong(std::int32_t loaded)
+    {
+        m_nextSearch = loaded + loaded / 2;
+        if (!m_browser.filter(m_wanted.filter))
+            return;
+        GraphRow row;
+        int found = 0;
+        for (std::int32_t number = 0; number < loaded && found < m_wanted.rows; ++number)
+            found += m_browser.graphRow(number, row) ? 1 : 0;
+        if (found == m_wanted.rows)
+            printRows();
+    }
+
+    Browser& m_browser;
+    const LogOptions& m_wanted;
+    LogPrinter m_printer;
+    std::int64_t m_number = 0;  ///< of the next commit
+    int m_printed = 0;
+    std::int32_t m_nextSearch = 256;  ///< at how many loaded commits
+};
 
 }  // namespace
 
@@ -20,38 +96,20 @@ int runLog(const HostOptions& options, const std::string& named, const LogOption
     const cmStringT repository = browsedDirectory(named);
     Host host(options);
     console::catchInterrupts();
-    Browser browser(host, repository, cmROStringT(wanted.restriction));
-    LogPrinter printer(browser, options.json);
-    std::int64_t number = 0;
-    int printed = 0;
-    const auto isEnough = [&] { return wanted.rows >= 0 && printed >= wanted.rows; };
-    const auto printRows = [&](std::int64_t count) {
-        GitCommitInfo info;
-        GraphRow row;
-        for (; number < count && !isEnough() && !console::wasInterrupted(); ++number) {
-            const bool shown = browser.commit(number, info) && browser.graphRow(number, row);
-            if (!shown && wanted.filter.empty())
-                break;  // the commit has no row yet
-            if (!shown)
-                continue;
-            printer.print(info, browser.tags(number), row);
-            ++printed;
-        }
-    };
-    // A filter finds its commits, and a restricted log gets its final graph, when the load has ended.
-    const bool printsWhileLoading = wanted.filter.empty() && wanted.restriction.empty();
+    Browser browser(host, repository, cmROStringT(logArguments(wanted)));
+    Log log(browser, options, wanted);
+    std::optional<WaitProgress> progress;
+    if (!log.printsWhileLoading())
+        progress.emplace(repository);
     const bool ended = browser.waitFor([&] {
-        if (!console::isTerminal() || !printsWhileLoading)
-            showProgress(browser.count());
-        if (printsWhileLoading)
-            printRows(browser.count());
-        return isEnough();
+        if (progress)
+            progress->tell(cmCat(repository) + ": " + std::to_string(browser.count()) + " commits");
+        return log.goOn();
     });
-    console::showProgress("");
+    progress.reset();
     if (!ended)
         return reportInterrupt(options, repository);
-    if (wanted.filter.empty() || browser.filter(wanted.filter))
-        printRows(browser.count());
-    const int exitCode = browser.reportFailures(isEnough() ? txGitLoadBranches : txGitLoadCommits);
+    log.finish();
+    const int exitCode = browser.reportFailures(log.isEnough() ? txGitLoadBranches : txGitLoadCommits);
     return console::wasInterrupted() ? 1 : exitCode;
 }

@@ -3,6 +3,7 @@
 #include "common/cmStringCatHelper.h"
 #include "filewatcher/git/commits/ShortHash.h"
 #include "txhost/Console.h"
+#include "txhost/PlainSymbols.h"
 #include "txhost/TextWidth.h"
 
 #include <algorithm>
@@ -20,10 +21,10 @@ std::size_t labelWidth(const LogLabel& label)
     return textWidth(label.name) + 3;
 }
 
-/// The labels as they are shown in at most `columns` columns. Reduces `columns` by what they take.
-cmArray<LogLabel> fittingLabels(const cmArray<LogLabel>& labels, std::size_t& columns)
+/// The labels as they are shown in at most `columns` columns, with this ellipsis. Reduces `columns` by what they take.
+cmArray<LogLabel> fittingLabels(const cmArray<LogLabel>& labels, std::size_t& columns, cmROStringT ellipsis)
 {
-    const LogLabel more{"…", "[]", console::grey};
+    const LogLabel more{ellipsis, "[]", console::grey};
     cmArray<LogLabel> shown;
     const auto show = [&](const LogLabel& label) {
         shown.push_back(label);
@@ -39,7 +40,7 @@ cmArray<LogLabel> fittingLabels(const cmArray<LogLabel>& labels, std::size_t& co
         const std::size_t around = labelWidth({}) + kept;
         const bool isShortened = columns >= around + leastName;
         if (isShortened) {
-            label.name = shortened(label.name, columns - around);
+            label.name = shortened(label.name, columns - around, ellipsis);
             show(label);
         }
         if ((kept > 0 || !isShortened) && labelWidth(more) <= columns)
@@ -51,11 +52,17 @@ cmArray<LogLabel> fittingLabels(const cmArray<LogLabel>& labels, std::size_t& co
 
 }  // namespace
 
+cmStringT LogLines::drawn(cmROStringT text) const
+{
+    return m_symbols == Symbols::plain ? withPlainSymbols(text) : cmStringT(text);
+}
+
 cmStringT LogLines::next(const GraphRow& row, const LogEntry& entry)
 {
     const GraphView view = m_window.next(row);
-    cmStringT names = m_names.next(row);
-    cmStringT line = graphText(row, view, m_paint);
+    cmStringT names = drawn(m_names.next(row));
+    cmStringT line = drawn(graphText(row, view, m_paint));
+    const cmStringT ellipsis = drawn("…");
     std::size_t room = m_width == 0 ? std::numeric_limits<std::size_t>::max() / 2 : m_width - std::min(m_width, view.width);
     if (room < shortHashLength)
         return line;
@@ -70,7 +77,7 @@ cmStringT LogLines::next(const GraphRow& row, const LogEntry& entry)
     const std::size_t subjectWidth = textWidth(entry.subject);
     std::size_t forLabels = std::max(room / 2, room - std::min(room, subjectWidth));
     room -= forLabels;
-    for (const LogLabel& label : fittingLabels(entry.labels, forLabels)) {
+    for (const LogLabel& label : fittingLabels(entry.labels, forLabels, ellipsis)) {
         const cmStringT bracketed = cmCat(label.brackets.substr(0, 1)) + label.name + label.brackets.substr(1);
         line += cmStringT(cmCat(m_paint(label.colour, bracketed)) + " ");
     }
@@ -88,7 +95,7 @@ cmStringT LogLines::next(const GraphRow& row, const LogEntry& entry)
         else
             text->clear();
     }
-    line += shortened(entry.subject, room);
+    line += shortened(entry.subject, room, ellipsis);
     line += m_paint(console::grey, about);
     line += m_paint(console::grey, names);
     return line;

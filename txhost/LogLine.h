@@ -25,11 +25,17 @@ struct LogEntry {
     cmStringT about;  ///< author and date
 };
 
+/// What the graph and its names are drawn with.
+enum class Symbols { unicode, plain };
+
 /// Makes the lines of one log, from its first row on.
 class LogLines {
 public:
     /// For a terminal of `terminalWidth` columns, or for a pipe (0), whose lines are never cut.
-    LogLines(std::size_t terminalWidth, Painter paint) : m_width(terminalWidth), m_paint(paint), m_window(terminalWidth) {}
+    LogLines(std::size_t terminalWidth, Painter paint, Symbols symbols = Symbols::unicode)
+        : m_width(terminalWidth), m_paint(paint), m_symbols(symbols), m_window(terminalWidth)
+    {
+    }
 
     /// "PICTURE HASH [BRANCH] <TAG> SUBJECT  AUTHOR, DATE  NAMES" for the next row from the top. Where a terminal is too narrow,
     /// the picture and the hash come first. Labels get what the subject does not need, or half of the rest; those that do not fit
@@ -39,8 +45,11 @@ public:
     cmStringT next(const GraphRow& row, const LogEntry& entry);
 
 private:
+    cmStringT drawn(cmROStringT text) const;
+
     std::size_t m_width;
     Painter m_paint;
+    Symbols m_symbols;
     GraphWindow m_window;
     GraphNames m_names;
 };

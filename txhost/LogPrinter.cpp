@@ -8,7 +8,8 @@
 #include <utility>
 
 LogPrinter::LogPrinter(Browser& browser, bool json)
-    : m_browser(browser), m_json(json), m_lines(console::width(), &console::coloured)
+    : m_browser(browser), m_json(json),
+      m_lines(console::width(), &console::coloured, console::showsUTF8() ? Symbols::unicode : Symbols::plain)
 {
 }
 

@@ -6,6 +6,7 @@
 #include "txhost/CommitJson.h"
 #include "txhost/Console.h"
 #include "txhost/InterruptWatch.h"
+#include "txhost/WaitProgress.h"
 
 #include <optional>
 #include <set>
@@ -128,6 +129,7 @@ int runShow(const HostOptions& options, const std::string& repository)
     Host host(options);
     host.requireTool(gitTool);
     std::optional<InterruptWatch> interrupts(std::in_place, path);
+    std::optional<WaitProgress> progress(std::in_place, cmCat(gitTool.name) + " in " + path);
     const cmStringT hash = fullHash(host, path, options.revision, *interrupts);
     const TXHVAR variable = txHvarAlloc();
     for (const char* key : texts)
@@ -141,6 +143,7 @@ int runShow(const HostOptions& options, const std::string& repository)
     const std::int32_t status =
         host.call("_GitGetCommitInfo", {host.programPath(gitTool), path, hash, CallArgument::variable(variable)});
     interrupts->check();
+    progress.reset();
     interrupts.reset();
     // With a reason but no status, the commit is known, but not which of its files differ from which parent.
     const cmStringT reason = host.editor().takeQueryError();

@@ -3,8 +3,10 @@
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
 #include "txhost/StatusPoll.h"
+#include "txhost/WaitProgress.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -110,10 +112,15 @@ int runStatus(const HostOptions& options, const std::vector<std::string>& named,
     StatusListener listener;
     listener.passEnded = [&](const PassAnswer& answer) { report.printPass(answer); };
     listener.roundEnded = [&](const Tool&, const FileStatuses& files) { report.printFiles(files); };
+    std::optional<WaitProgress> progress(std::in_place, "status");
+    const StatusPoll* asked = nullptr;
+    listener.passBegan = [&] { progress->tell(asked->awaited()); };
     StatusPoll poll(host, directories, listener);
+    asked = &poll;
     for (const Tool* tool : poll.tools())
         poll.start(*tool);
     poll.runUntil([&] { return !poll.isWaiting() || console::wasInterrupted(); });
+    progress.reset();
     if (!poll.isWaiting())
         return report.end(wanted);
     report.printFiles(poll.takeUnreported());

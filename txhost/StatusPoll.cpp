@@ -152,6 +152,8 @@ void StatusPoll::beginPass(const cmStringT& path)
     const auto directory = m_byPath.find(path);
     if (directory != m_byPath.end())
         roundOf(*directory->second).current = path;
+    if (m_listener.passBegan)
+        m_listener.passBegan();
 }
 
 void StatusPoll::endPass(const WatchedDirectory& directory, std::int32_t status)

@@ -24,6 +24,8 @@ struct StatusListener {
     /// All passes of a round have ended. `files` are what PassAnswer::files did not report: files outside of the watched
     /// directories, and those that have no status any more.
     std::function<void(const Tool&, const FileStatuses& files)> roundEnded;
+    /// Optional: a tool has come to another directory.
+    std::function<void()> passBegan = {};
 };
 
 /// Asks the module for the status of directories. Each tool has rounds of its own, of one pass over each of its directories, so

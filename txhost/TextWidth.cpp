@@ -49,7 +49,7 @@ std::size_t textWidth(cmROStringT text)
     return columns;
 }
 
-cmStringT shortened(cmROStringT text, std::size_t columns)
+cmStringT shortened(cmROStringT text, std::size_t columns, cmROStringT ellipsis)
 {
     if (textWidth(text) <= columns)
         return text;
@@ -57,6 +57,6 @@ cmStringT shortened(cmROStringT text, std::size_t columns)
     std::size_t used = 0;
     for (Grapheme next = takeGrapheme(text); (used += next.columns) < columns; next = takeGrapheme(text))
         kept += next.bytes;
-    kept += columns == 0 ? "" : "…";
+    kept += columns == 0 ? cmROStringT() : ellipsis;
     return kept;
 }

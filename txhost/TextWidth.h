@@ -9,6 +9,6 @@
 // too long. A character of ambiguous width counts as one column, as does a byte that is no UTF-8.
 
 std::size_t textWidth(cmROStringT text);
-/// `text` cut to at most `columns` columns, never within what a reader sees as one character. An ellipsis at the end shows that
-/// it was cut.
-cmStringT shortened(cmROStringT text, std::size_t columns);
+/// `text` cut to at most `columns` columns, never within what a reader sees as one character. An ellipsis of one column at the
+/// end shows that it was cut.
+cmStringT shortened(cmROStringT text, std::size_t columns, cmROStringT ellipsis = "…");
