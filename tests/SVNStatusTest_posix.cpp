@@ -87,11 +87,16 @@ TEST_F(ModuleTest, MarksExactlyTheFilesThatTheRealSubversionCallsModified)
     EXPECT_EQ(record((top / "normal").string()), "//1");
     for (const char* untouched : {"added", "deleted", "unversioned"})
         EXPECT_FALSE(editor.record((top / untouched).string())) << untouched;
-    fs::create_directory_symlink(top / "sub", folder / "link");
-    for (int round = 0; round < 2; ++round) {
-        EXPECT_EQ(pass((folder / "link").string(), svnType), 0);
-        EXPECT_EQ(record((folder / "link/deep").string()), "mod//1");
+    for (const fs::path& link : {folder / "link", top / "link", folder / "other/link"}) {
+        fs::create_directory_symlink(top / "sub", link);
+        for (int round = 0; round < 2; ++round) {
+            EXPECT_EQ(pass(link.string(), svnType), 0);
+            EXPECT_EQ(record((link / "deep").string()), "mod//1") << link;
+        }
     }
+    fs::create_directory_symlink(top, folder / "root");
+    EXPECT_EQ(pass((folder / "root/sub").string(), svnType), 0);
+    EXPECT_EQ(record((folder / "root/sub/deep").string()), "mod//1");
     fs::remove(folder / "link");
     fs::create_directory_symlink(folder.path(), folder / "link");
     EXPECT_EQ(pass((folder / "link").string(), svnType), -1);

@@ -57,7 +57,10 @@ void FileWatcherThreadBase::removePath(cmROStringT path)
 {
     cmMutexLock hold(listLock);
     m_paths.remove(path);
-    m_deferred.remove(cmWithoutTrailingSeparator(path));
+    const cmROStringT deferred = cmWithoutTrailingSeparator(path);
+    m_deferred.remove(deferred);
+    if (m_taken == deferred)
+        m_taken = {};
 }
 
 void FileWatcherThreadBase::removeAllPaths()
@@ -65,18 +68,23 @@ void FileWatcherThreadBase::removeAllPaths()
     cmMutexLock hold(listLock);
     m_paths.clear();
     m_deferred.clear();
+    m_taken = {};
 }
 
 bool FileWatcherThreadBase::takeFirstPath(WatchEntry& entry)
 {
     cmMutexLock hold(listLock);
-    return m_paths.takeFirst(entry);
+    if (!m_paths.takeFirst(entry))
+        return false;
+    m_taken = cmWithoutTrailingSeparator(entry.path);
+    return true;
 }
 
 void FileWatcherThreadBase::deferEntry(const WatchEntry& entry)
 {
     cmMutexLock hold(listLock);
-    m_deferred.add(entry);
+    if (m_taken == entry.path)
+        m_deferred.add(entry);
 }
 
 bool FileWatcherThreadBase::isDeferred(cmROStringT path)

@@ -39,7 +39,8 @@ protected:
     void sleepIdle();
     void setConfigured();
     /// For what the thread wants to do itself with an entry, once no path waits: a second queue like the first one. An entry
-    /// stays there while the work on it goes on; work whose entry is gone must end.
+    /// stays there while the work on it goes on; work whose entry is gone must end. An entry whose path was removed since
+    /// takeFirstPath is not deferred.
     void deferEntry(const WatchEntry& entry);
     bool isDeferred(cmROStringT path);
     void removeDeferred(cmROStringT path);
@@ -55,5 +56,7 @@ private:
     bool configured CM_GUARDED_BY(stateLock) = false;
     WatchQueue m_paths CM_GUARDED_BY(listLock);
     WatchQueue m_deferred CM_GUARDED_BY(listLock);
+    /// The path that was taken last, without a trailing separator; null when it was removed since.
+    cmStringT m_taken CM_GUARDED_BY(listLock);
     cmThreadEvent m_wakeEvent{true, false};
 };

@@ -8,8 +8,8 @@ namespace {
 /// From this size on, whole entries are read. They are read in a fraction of the time in which the client fills its pipe.
 constexpr std::size_t pieceSize = 65536;
 
-// No attribute or text holds a "<", so these stand only where an element begins or ends. The document element and the target,
-// which the head opens, are closed behind each piece.
+// No attribute or text of the client holds a "<", so these stand only where an element begins or ends. The document element and
+// the target, which the head opens, are closed behind each piece.
 constexpr cmROStringT targetEnd = "</target>";
 constexpr cmROStringT entryBegin = "<entry";
 constexpr cmROStringT entryEnd = "</entry>";
@@ -50,7 +50,7 @@ void SVNAnswer::finish()
 void SVNAnswer::findHead()
 {
     const std::size_t size = m_text.view().find(entryBegin);
-    m_isDivisible = size != cmROStringT::npos;
+    m_isDivisible = size != cmROStringT::npos && m_text.view().substr(0, size).find(targetEnd) == cmROStringT::npos;
     if (!m_isDivisible)
         return;
     m_head = m_text.view().substr(0, size);

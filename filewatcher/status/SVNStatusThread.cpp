@@ -41,6 +41,30 @@ cmStringT realPathOf(const cmStringT& directory)
     return real.isEmpty() ? directory : real;
 }
 
+/// The nearest folder on the way up from `directory` that holds the client's data; empty when there is none.
+cmROStringT workingCopyRoot(cmROStringT directory)
+{
+    for (cmROStringT folder = directory, below; folder != below; folder = cmDirectoryOf(folder)) {
+        if (cmIsDirectory(cmJoinPath(folder, ".svn")))
+            return folder;
+        below = folder;
+    }
+    return {};
+}
+
+/// The path by which the client gets the directory. It looks for the working copy in the folders that the path names, so it does
+/// not find the one that a link leads into. There the real path serves.
+cmStringT clientPath(const cmStringT& directory)
+{
+    const cmStringT real = realPathOf(directory);
+    if (cmSamePath(real, directory))
+        return directory;
+    const cmStringT holder(cmDirectoryOf(workingCopyRoot(directory)));  // the root itself may be a link
+    cmROStringT below;
+    const bool hasNoLink = cmRelativePath(directory, holder, below) && cmSamePath(cmJoinPath(realPathOf(holder), below), real);
+    return hasNoLink ? directory : real;
+}
+
 bool haveSameStatus(const TXVCRECORD& a, const TXVCRECORD& b)
 {
     return a.localStatus == b.localStatus && a.repositoryStatus == b.repositoryStatus && a.tool == b.tool;
@@ -52,16 +76,10 @@ std::int32_t SVNStatusThread::processEntry(const WatchEntry& entry)
 {
     if (quotedProgram().isEmpty())
         return 0;
-    Outcome answer = runPass(entry);
-    if (!answer.isNoWorkingCopy)
-        return answer.status;
-    if (m_realPaths.erase(entry.path) == 0 && !cmSamePath(realPathOf(entry.path), entry.path)) {
-        m_realPaths.emplace(entry.path, true);
-        answer = runPass(entry);
-        if (answer.isNoWorkingCopy)
-            m_realPaths.erase(entry.path);
-    }
-    return answer.status;
+    const Outcome outcome = runPass(entry);
+    if (outcome.isNoWorkingCopy)
+        m_pace.forget(entry.path);
+    return outcome.status;
 }
 
 SVNStatusThread::Outcome SVNStatusThread::runPass(const WatchEntry& entry)
@@ -70,13 +88,13 @@ SVNStatusThread::Outcome SVNStatusThread::runPass(const WatchEntry& entry)
         return runLocally(entry);
     const SVNShowUpdates showUpdates = m_pace.showUpdates(entry.path, m_clock());
     const std::optional<Outcome> asked = showUpdates == SVNShowUpdates::now ? ask(entry) : std::nullopt;
-    const Outcome answer = asked ? *asked : runLocally(entry);
-    if (answer.status != 0)
-        return answer;
+    const Outcome outcome = asked ? *asked : runLocally(entry);
+    if (outcome.status != 0)
+        return outcome;
     if (showUpdates == SVNShowUpdates::afterPass)
         deferEntry(entry);
     tellMissingAnswer(m_pace.missingAnswer(entry.path));
-    return answer;
+    return outcome;
 }
 
 SVNStatusThread::Outcome SVNStatusThread::runLocally(const WatchEntry& entry)
@@ -93,9 +111,9 @@ std::optional<SVNStatusThread::Outcome> SVNStatusThread::ask(const WatchEntry& e
     startQuestion(question);
     while (question.advance()) {
     }
-    const Outcome answer = conclude(question, true);
+    const Outcome outcome = conclude(question, true);
     // When the server does not answer, the output breaks off. The local command needs no server.
-    return answer.status == statusPassFailed && !answer.isNoWorkingCopy ? std::nullopt : std::optional(answer);
+    return outcome.status == statusPassFailed && !outcome.isNoWorkingCopy ? std::nullopt : std::optional(outcome);
 }
 
 bool SVNStatusThread::advanceIdleWork()
@@ -107,11 +125,18 @@ bool SVNStatusThread::advanceIdleWork()
             return false;
         advanceLateQuestion();
         return true;
-    } catch (const std::exception& failure) {  // out of memory, say: the questions begin again
+    } catch (const std::exception& failure) {  // out of memory, say: the questions come again
         endIdleWork();
         debugLog("SVNStatusThread::advanceIdleWork", __LINE__, failure.what());
         return false;
     }
+}
+
+void SVNStatusThread::endIdleWork()
+{
+    for (const auto& question : m_lateQuestions)
+        removeDeferred(question->entry().path);  // it was asked, and comes again when it is due
+    m_lateQuestions.clear();
 }
 
 bool SVNStatusThread::findLateEntry(WatchEntry& entry)
@@ -158,18 +183,18 @@ SVNStatusThread::Outcome SVNStatusThread::conclude(SVNQuestion& question, bool a
     CaptureResult result = question.finish();
     const bool wasSilent = result.silent;
     cmStringT errorOutput;
-    Outcome answer{noteRun(question.commandLine(), std::move(result), errorOutput)};
-    if (answer.status == 0)
-        answer = readAnswer(question.entry(), question.answer(), errorOutput, appliesLocalStatus);
+    Outcome outcome{noteRun(question.commandLine(), std::move(result), errorOutput)};
+    if (outcome.status == 0)
+        outcome = readAnswer(question.entry(), question.answer(), errorOutput, appliesLocalStatus);
     if (wasSilent)
         m_pace.noteSilence(directory, m_clock(), question.silenceReason());
-    else if (answer.status == 0)
+    else if (outcome.status == 0)
         m_pace.noteAnswer(directory);
-    else if (answer.isNoWorkingCopy)
+    else if (outcome.isNoWorkingCopy)
         m_pace.forget(directory);
-    else if (answer.status != statusStopRequested)
+    else if (outcome.status != statusStopRequested)
         m_pace.noteRefusal(directory, lastToolError());
-    return answer;
+    return outcome;
 }
 
 std::int32_t SVNStatusThread::svnStatusForItem(const WatchEntry& item, SVNAnswer& answer, cmStringT& errorOutput)
@@ -183,8 +208,7 @@ std::int32_t SVNStatusThread::svnStatusForItem(const WatchEntry& item, SVNAnswer
 cmStringT SVNStatusThread::commandLine(const WatchEntry& item, cmROStringT subcommand)
 {
     const cmROStringT depth = item.pathFlag || item.contextFlag ? "" : "--non-recursive ";
-    const bool named = !m_realPaths.contains(item.path);
-    return cmCat(quotedProgram()) + subcommand + depth + pathArgument(named ? item.path : realPathOf(item.path));
+    return cmCat(quotedProgram()) + subcommand + depth + pathArgument(clientPath(item.path));
 }
 
 SVNStatusThread::Outcome SVNStatusThread::readAnswer(const WatchEntry& item, SVNAnswer& answer, cmROStringT errorOutput,
@@ -206,8 +230,8 @@ SVNStatusThread::Outcome SVNStatusThread::readAnswer(const WatchEntry& item, SVN
 std::int32_t SVNStatusThread::updateRecords(const WatchEntry& item, const SVNAnswer& answer, bool appliesLocalStatus)
 {
     std::optional<WatchedSpelling> spelling;
-    if (m_realPaths.contains(item.path))
-        spelling.emplace(item.path, realPathOf(item.path));
+    if (const cmStringT path = clientPath(item.path); path != item.path)
+        spelling.emplace(item.path, path);
     bool changed = false;
     bool stopped = false;
     for (const SVNEntry& entry : answer.entries()) {

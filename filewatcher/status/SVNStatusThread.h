@@ -1,7 +1,6 @@
 #pragma once
 
 #include "common/cmDateTime.h"
-#include "common/cmDictionary.h"
 #include "filewatcher/status/LockedInstance.h"
 #include "filewatcher/status/SVNQuestion.h"
 #include "filewatcher/status/SVNQuestionPace.h"
@@ -33,7 +32,7 @@ public:
 private:
     std::int32_t processEntry(const WatchEntry& entry) override;
     bool advanceIdleWork() override;
-    void endIdleWork() override { m_lateQuestions.clear(); }
+    void endIdleWork() override;
 
     /// What a run of the client has brought.
     struct Outcome {
@@ -69,9 +68,6 @@ private:
     // All are used by this thread only.
     const TickClock m_clock;
     SVNQuestionPace m_pace;
-    /// Directories that the client gets by their real paths. It looks for the working copy in the folders that the path names,
-    /// so it finds none above a link into the middle of one.
-    cmDictionary<cmStringT, bool> m_realPaths;
     std::deque<std::unique_ptr<SVNQuestion>>
         m_lateQuestions;  ///< those that go on beside the passes; the first one's turn is next
 

@@ -41,7 +41,7 @@ protected:
     /// Called again and again while no path waits and the thread is not suspended: does a small part of what the thread has to do
     /// besides its passes, 20 ms or so. Returns false when there is nothing to do: the thread then sleeps. Throws nothing.
     virtual bool advanceIdleWork() { return false; }
-    /// Ends the work that has begun; advanceIdleWork may begin it again. Called while the thread is suspended, and at its end.
+    /// Ends the work that has begun. Called while the thread is suspended, and at its end.
     virtual void endIdleWork() {}
 
     /// The beginning of a command line: the executable in double quotes. Empty when the editor named none; a pass then does
