@@ -55,6 +55,14 @@ TEST(Txhost, ShowsTheStatusOfEachDirectoryByItsTool)
     EXPECT_EQ(json({"status", text(top), text(folder.path()), text(top / "sub")}),
               (std::vector<Json>{first, fileStatus(top / "sub" / "c", "git", {"mod"}, none), outside}));
 
+    makeRepository(top / "in" / "it", {"x"});
+    fs::create_directory(folder / "none");
+    Json clean{{"path", text(top / "in" / "it")}, {"tool", "git"}, {"clean", true}};
+    EXPECT_EQ(json({"status", "--recurse", text(top), text(folder.path())}),
+              (std::vector<Json>{first, fileStatus(top / "sub" / "c", "git", {"mod"}, none), clean}));
+    EXPECT_EQ(json({"status", "--recurse", text(top / "sub")}).at(0)["local"], Json({"mod"}));
+    expectFailure({"status", "--recurse", text(folder / "none")}, 1, ": no repository in it\n");
+
     const std::string below = text(folder / "wc" / "deep" / "below");
     const std::string svn = helperAs(folder, "tool-svn");
     fs::create_directories(folder / "wc" / ".svn");
@@ -77,6 +85,7 @@ TEST(Txhost, ShowsTheStatusOfEachDirectoryByItsTool)
                   "txhost: git: no program that can be started: " + missing + "\n");
     writeFile(folder / "ws" / ".p4config", "P4CLIENT=x\n");
     expectFailure({"status", "--p4", missing, text(folder / "ws")}, 1, missing);
+    EXPECT_EQ(json({"status", "--recurse", "--p4", missing, text(folder / "ws")}, 1).at(0)["tool"], "p4");
 }
 
 TEST(Txhost, TellsFailuresAndWrongUsageApart)
@@ -320,6 +329,7 @@ TEST(Txhost, PrintsTheJsonThatThePageTells)
     const fs::path top = folder / "repo";
     const std::string file = text(top / "a");
     makeRepository(top, {"a", "b"});
+    makeRepository(folder / "clean");
     git(top, {"mv", "b", "c"});
     commitFiles(top, {"a"});
     writeFile(top / "a", "merged");
@@ -329,6 +339,7 @@ TEST(Txhost, PrintsTheJsonThatThePageTells)
     writeFile(top / "a", "22");
     for (const Texts& command : {Texts{"functions"},
                                  {"status", text(top), text(folder.path())},
+                                 {"status", "--recurse", text(folder / "clean")},
                                  {"log", text(top)},
                                  {"branches", text(top)},
                                  {"history", "--working", file},

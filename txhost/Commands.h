@@ -17,6 +17,7 @@ int runFunctions(const HostOptions& options);
 int runCall(const HostOptions& options, const std::string& name, const std::vector<std::string>& arguments);
 struct StatusOptions {
     bool exitCode = false;  ///< 3 is the exit code when a file is modified and nothing has failed
+    bool recurse = false;   ///< the working copies at and below the directories are shown, also those without modified files
 };
 /// status: one status pass per directory.
 int runStatus(const HostOptions& options, const std::vector<std::string>& directories, const StatusOptions& wanted);

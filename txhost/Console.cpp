@@ -60,7 +60,7 @@ bool dateMissing = false;
 cmMutex progressLock;
 bool isProgressShown CM_GUARDED_BY(progressLock) = false;
 
-/// Writes to the standard streams from now on stand in a line of their own.
+/// What is written next stands in a line of its own.
 void removeProgress() CM_REQUIRES(progressLock)
 {
     if (isProgressShown)

@@ -183,6 +183,8 @@ void HostCommandLine::addStatusAndWatch()
     addWorkingCopies(status);
     status->add_flag("--exit-code", m_status.exitCode, "End with 3 when something is modified, unless a failure ends it with 1");
 
+    status->add_flag("--recurse", m_status.recurse, "Show all repositories below DIR, also those with nothing modified");
+
     CLI::App* watch = addCommand("watch", "Show status changes and changed files until Ctrl-C",
                                  [this, named] { return runWatch(m_options, named()); });
     addWorkingCopies(watch);

@@ -2,6 +2,7 @@
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
+#include "txhost/RepositorySearch.h"
 #include "txhost/StatusPoll.h"
 #include "txhost/WaitProgress.h"
 
@@ -26,15 +27,17 @@ Json about(const cmStringT& path, cmROStringT tool)
     return object;
 }
 
-void printOutside(const WatchedDirectory& directory, bool json)
+/// Prints what is true of a whole directory: "outside" or "clean".
+void printDirectory(const WatchedDirectory& directory, const std::string& what, bool json)
 {
     if (json) {
         Json object = about(directory.path, directory.tool.name);
-        object["outside"] = true;
+        object[what] = true;
         printJson(std::move(object));
         return;
     }
-    console::printLine(cmStringT(cmCat(console::coloured(console::grey, "outside       ")) + console::printable(directory.path)));
+    const std::string padded = what + std::string(14 - what.size(), ' ');
+    console::printLine(cmStringT(cmCat(console::coloured(console::grey, padded)) + console::printable(directory.path)));
 }
 
 void printFile(const FileStatus& file, bool json)
@@ -60,55 +63,87 @@ void printFile(const FileStatus& file, bool json)
 /// Prints what a status poll answers, and remembers what the exit code depends on.
 class Report {
 public:
-    explicit Report(bool json) : m_json(json) {}
+    Report(bool json, const StatusOptions& wanted) : m_json(json), m_wanted(wanted) {}
 
     void printPass(const PassAnswer& answer)
     {
-        if (answer.isOutside)
-            printOutside(answer.directory, m_json);
-        m_isEmpty = m_isEmpty && !answer.isOutside;
-        printFiles(answer.files);
+        const bool isClean = printFiles(answer.files) == 0 && !answer.isOutside && !answer.failure;
+        if (answer.isOutside || (isClean && m_wanted.recurse)) {
+            printDirectory(answer.directory, answer.isOutside ? "outside" : "clean", m_json);
+            m_isEmpty = false;
+        }
         if (answer.failure)
-            printFailure(*answer.failure, m_json);
-        m_hasFailed = m_hasFailed || answer.failure;
+            fail(*answer.failure);
     }
-    /// A file that has become clean since another pass reported it cannot be taken back; nothing is said of it.
-    void printFiles(const FileStatuses& files)
+    void fail(const Failure& failure)
     {
+        printFailure(failure, m_json);
+        m_hasFailed = true;
+    }
+    /// Returns how many were printed. A file that has become clean since another pass reported it cannot be taken back; nothing
+    /// is said of it.
+    int printFiles(const FileStatuses& files)
+    {
+        int printed = 0;
         for (const auto& [key, file] : files) {
             if (file.isClean())
                 continue;
             printFile(file, m_json);
             m_isModified = m_isModified || !file.local.empty();
             m_isEmpty = false;
+            ++printed;
         }
+        return printed;
     }
     /// Ends the report of a poll that has answered. Returns the exit code.
-    int end(const StatusOptions& wanted) const
+    int end() const
     {
         if (m_hasFailed)
             return exitFailure;
         if (m_isEmpty && !m_json && console::isTerminal())
             console::printLine(nothing);
-        return wanted.exitCode && m_isModified ? exitModified : 0;
+        return m_wanted.exitCode && m_isModified ? exitModified : 0;
     }
 
 private:
     const bool m_json;
+    const StatusOptions& m_wanted;
     bool m_hasFailed = false;
     bool m_isModified = false;
     bool m_isEmpty = true;
 };
 
+/// The working copies that --recurse finds and whose tool there is; the others have failed.
+cmArray<WatchedDirectory> foundBelow(const cmArray<WatchedDirectory>& directories, const Host& host, Report& report)
+{
+    const WaitProgress progress("looking for repositories");
+    FoundRepositories found = findRepositories(directories, host.options().tool);
+    for (const Failure& failure : found.failures)
+        report.fail(failure);
+    std::erase_if(found.repositories, [&](const WatchedDirectory& directory) {
+        try {
+            host.requireTool(directory.tool);
+            return false;
+        } catch (const HostError& error) {
+            report.fail({Failure::own, error.failure().message, directory.path, directory.tool.name});
+            return true;
+        }
+    });
+    return found.repositories;
+}
+
 }  // namespace
 
 int runStatus(const HostOptions& options, const std::vector<std::string>& named, const StatusOptions& wanted)
 {
-    const cmArray<WatchedDirectory> directories = watchedDirectories(named, options.tool);
+    cmArray<WatchedDirectory> directories = watchedDirectories(named, options.tool);
     Host host(options);
-    requireTools(host, directories);
     console::catchInterrupts();
-    Report report(options.json);
+    Report report(options.json, wanted);
+    if (wanted.recurse)
+        directories = foundBelow(directories, host, report);
+    else
+        requireTools(host, directories);
     StatusListener listener;
     listener.passEnded = [&](const PassAnswer& answer) { report.printPass(answer); };
     listener.roundEnded = [&](const Tool&, const FileStatuses& files) { report.printFiles(files); };
@@ -122,7 +157,7 @@ int runStatus(const HostOptions& options, const std::vector<std::string>& named,
     poll.runUntil([&] { return !poll.isWaiting() || console::wasInterrupted(); });
     progress.reset();
     if (!poll.isWaiting())
-        return report.end(wanted);
+        return report.end();
     report.printFiles(poll.takeUnreported());
     console::printInterrupted(cmStringT(cmCat("no answer from ") + poll.awaited()));
     for (const WatchedDirectory* directory : poll.unanswered()) {

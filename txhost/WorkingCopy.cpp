@@ -57,19 +57,24 @@ const Tool& toolNumbered(std::int32_t number)
     return gitTool;
 }
 
+const Tool* toolMarkedIn(const std::filesystem::path& folder)
+{
+    static const std::filesystem::path perforceName = perforceConfigurationName();
+    const std::filesystem::file_type git = markType(folder / ".git");
+    if (git == std::filesystem::file_type::directory || git == std::filesystem::file_type::regular)  // a linked work tree
+        return &gitTool;
+    if (markType(folder / ".svn") == std::filesystem::file_type::directory)
+        return &svnTool;
+    return markType(folder / perforceName) == std::filesystem::file_type::regular ? &p4Tool : nullptr;
+}
+
 const Tool* findMarkedTool(const cmStringT& directory)
 {
-    const std::filesystem::path perforceName = perforceConfigurationName();
     for (const cmStringT& start : {directory, cmRealPath(directory)}) {
         std::filesystem::path folder = cmSystemPath(start);
         for (std::filesystem::path below; folder != below; below = std::exchange(folder, folder.parent_path())) {
-            const std::filesystem::file_type git = markType(folder / ".git");
-            if (git == std::filesystem::file_type::directory || git == std::filesystem::file_type::regular)  // a linked work tree
-                return &gitTool;
-            if (markType(folder / ".svn") == std::filesystem::file_type::directory)
-                return &svnTool;
-            if (markType(folder / perforceName) == std::filesystem::file_type::regular)
-                return &p4Tool;
+            if (const Tool* tool = toolMarkedIn(folder))
+                return tool;
         }
     }
     return nullptr;

@@ -4,6 +4,7 @@
 #include "txapi/VersionControlTools.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -25,7 +26,10 @@ const Tool* toolNamed(const std::string& name);
 /// The tool with that number; git for any other number, because only git writes records for directories without a tool.
 const Tool& toolNumbered(std::int32_t number);
 
-/// The tool that a directory belongs to: the first whose mark (.git, .svn, P4CONFIG file) is in it or in a folder above it. The
+/// The tool whose mark (.git, .svn, P4CONFIG file) is in the folder itself. Null when there is none. Throws HostError when the
+/// system cannot say.
+const Tool* toolMarkedIn(const std::filesystem::path& folder);
+/// The tool that a directory belongs to: the first whose mark is in it or in a folder above it. The
 /// path is searched as it is and then with its links resolved. Null when there is no mark. Throws HostError when the
 /// system cannot say. Reads the disk but starts no program.
 const Tool* findMarkedTool(const cmStringT& directory);
