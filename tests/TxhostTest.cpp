@@ -366,6 +366,11 @@ TEST(Txhost, GoesOnItsTour)
     for (const Json& step : steps)
         EXPECT_TRUE(step["ok"].get<bool>()) << step;
     EXPECT_FALSE(fs::exists(cmSystemPath(steps.at(1)["detail"].get<std::string>())));
+    std::istringstream page(txhost({"tour"}).output);
+    int count = 0;
+    for (std::string line; std::getline(page, line); ++count)
+        EXPECT_LE(line.size(), 80u) << line;
+    EXPECT_LT(count, 24) << "one page";
 }
 
 }  // namespace

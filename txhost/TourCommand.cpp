@@ -11,7 +11,9 @@
 #include "txhost/ScratchRepository.h"
 #include "txhost/StatusPoll.h"
 
+#include <array>
 #include <chrono>
+#include <cstdio>
 #include <functional>
 #include <optional>
 #include <string>
@@ -21,7 +23,8 @@ namespace {
 /// The result of one step.
 struct Outcome {
     bool ok;
-    cmStringT detail;  ///< what the step found; may be empty
+    cmStringT detail;     ///< what the step found; may be empty
+    bool isShown = true;  ///< to people, too; not a long path
 };
 
 /// Uses the module's features on a scratch repository and prints the result and the time of each step.
@@ -31,29 +34,48 @@ public:
 
     int run()
     {
-        step("module", "loads, registers its functions", [this] { return module(); });
+        part("module", "the editor loads it and calls its functions; each returns at once");
+        step("it registers its functions", [this] { return module(); });
         m_host.requireTool(gitTool);
         ScratchRepository repository(m_host.programPath(gitTool));
         m_repository = &repository;
         m_host.editor().setDirectory(repository.outsidePath());
-        step("git status", "a fresh working copy has nothing modified", [this] { return cleanStatus(); });
-        step("git status", "an edited file is noticed", [this] { return editedStatus(); });
-        step("git status", "a folder by itself, with an odd name", [this] { return folderStatus(); });
-        step("git status", "a folder outside any repository", [this] { return outsideStatus(); });
-        step("reload", "a file's date is read in the background", [this] { return reloaded(); });
-        step("git browser", "branches and commits fill its tree", [this] { return browsed(); });
-        step("live diff", "the committed revision is fetched", [this] { return fetched(); });
-        step("recent files", "a file joins the system's list", [this] { return recorded(); });
-        step("suspend", "nothing runs until it is resumed", [this] { return suspended(); });
-        step("stop", "ends the thread; the next path starts one", [this] { return stopped(); });
-        step("limit", "too much output switches a tool off", [this] { return limited(); });
+        part("git status", "which files are modified, and nobody waits for git");
+        step("a fresh working copy has none", [this] { return cleanStatus(); });
+        step("an edited file is noticed", [this] { return editedStatus(); });
+        step("a folder by itself, an odd name", [this] { return folderStatus(); });
+        step("a folder in no repository is told apart", [this] { return outsideStatus(); });
+        part("reload", "what other programs write is seen, even if a disk hangs");
+        step("the date of readme.txt", [this] { return reloaded(); });
+        part("git browser", "history and branches appear while git still reads them");
+        step("they fill its tree", [this] { return browsed(); });
+        part("live diff", "the editor can mark what differs from the last commit");
+        step("the committed readme.txt is fetched", [this] { return fetched(); });
+        part("recent files", "what the editor opens is on the desktop's list, too");
+        step("a file joins the list", [this] { return recorded(); });
+        part("control", "the editor decides when there is work, and how much");
+        step("suspended, nothing runs; resumed, it goes on", [this] { return suspended(); });
+        step("stopped, a thread ends; the next path starts one", [this] { return stopped(); });
+        step("a tool that writes too much is switched off", [this] { return limited(); });
         if (console::wasInterrupted())
             console::printInterrupted();
+        else if (!m_json)
+            printNextCommands();
         return m_failures == 0 && !console::wasInterrupted() ? 0 : 1;
     }
 
 private:
-    void step(cmROStringT feature, cmROStringT what, const std::function<Outcome()>& body)
+    /// Begins the steps of a feature, and tells why it matters.
+    void part(cmROStringT feature, cmROStringT reason)
+    {
+        m_feature = feature;
+        if (m_json || console::wasInterrupted())
+            return;
+        const cmStringT padded = cmCat(feature) + cmStringT(cmROStringT(std::string(14 - feature.size(), ' ')));
+        console::printLine(cmStringT(cmCat(console::coloured(console::cyan, padded)) + reason));
+    }
+
+    void step(cmROStringT what, const std::function<Outcome()>& body)
     {
         if (console::wasInterrupted())
             return;
@@ -65,7 +87,7 @@ private:
         if (!outcome.ok)
             ++m_failures;
         if (m_json) {
-            printJson({{"feature", jsonString(feature)},
+            printJson({{"feature", jsonString(m_feature)},
                        {"what", jsonString(what)},
                        {"ok", outcome.ok},
                        {"ms", time.count()},
@@ -74,10 +96,20 @@ private:
         }
         const cmStringT mark =
             outcome.ok ? console::coloured(console::green, "ok    ") : console::coloured(console::red, "FAILED");
-        char line[160];
-        std::snprintf(line, sizeof line, "  %-11.*s %-44.*s %7.1f ms  ", static_cast<int>(feature.size()), feature.data(),
-                      static_cast<int>(what.size()), what.data(), time.count());
-        console::printLine(cmStringT(cmCat(mark) + line + console::printable(outcome.detail)));
+        std::array<char, 32> taken{};
+        std::snprintf(taken.data(), taken.size(), " %6.1f ms  ", time.count());
+        const bool isTold = outcome.isShown && !outcome.detail.isEmpty();
+        console::printLine(cmStringT(cmCat("  ") + mark + taken.data() + what + (isTold ? ": " : "")
+                                     + (isTold ? console::printable(outcome.detail) : cmStringT(""))));
+    }
+
+    static void printNextCommands()
+    {
+        console::printLine(console::coloured(console::cyan, "Next, on your own files (in the sources ./run instead of txhost):"));
+        for (const char* line : {"  txhost status --recurse DIR    which files are modified, in every repository",
+                                 "  txhost log --max 20            the history of this directory, with its graph",
+                                 "  txhost watch                   what changes in it, until Ctrl-C"})
+            console::printLine(line);
     }
 
     /// What one round over a directory has answered.
@@ -107,13 +139,13 @@ private:
     Outcome module()
     {
         const std::size_t count = m_host.editor().prototypes().size();
-        return {count == 25, cmROStringT(std::to_string(count) + " functions")};
+        return {count == 25, cmROStringT(std::to_string(count))};
     }
 
     Outcome cleanStatus()
     {
         const Round round = poll(m_repository->path());
-        return {round.finished && !round.failure && !round.isOutside && round.files.empty(), m_repository->path()};
+        return {round.finished && !round.failure && !round.isOutside && round.files.empty(), m_repository->path(), false};
     }
 
     /// Succeeds when a round over `directory` finds that `name` is modified and nothing else.
@@ -123,7 +155,7 @@ private:
         const cmStringT path = cmJoinPath(m_repository->path(), cmNativeSeparators(name));
         const bool found = round.finished && round.files.size() == 1 && round.files.begin()->second.path == path
                            && round.files.begin()->second.local == cmArray<cmStringT>{"mod"};
-        return {found, cmStringT(cmCat(name) + (found ? " is modified" : " was not found"))};
+        return {found, cmStringT(cmCat(name) + (found ? "" : " was not found"))};
     }
 
     Outcome editedStatus()
@@ -143,7 +175,7 @@ private:
     Outcome outsideStatus()
     {
         const Round round = poll(m_repository->outsidePath());
-        return {round.finished && round.isOutside && round.files.empty(), "reported as outside"};
+        return {round.finished && round.isOutside && round.files.empty(), ""};
     }
 
     Outcome reloaded()
@@ -153,8 +185,7 @@ private:
         const auto date = dates.known.find(path);
         if (date == dates.known.end())
             return {false, "no date"};
-        return {date->second.time == cmReadFileItem(path).modified,
-                cmStringT(cmCat("readme.txt: ") + fileTimeText(date->second.time))};
+        return {date->second.time == cmReadFileItem(path).modified, fileTimeText(date->second.time)};
     }
 
     Outcome browsed()
@@ -170,7 +201,7 @@ private:
     Outcome fetched()
     {
         const LiveDiffFile file = fetchLiveDiff(m_host, cmJoinPath(m_repository->path(), "readme.txt"), false, {});
-        return {!file.failure && cmReadFileItem(file.cacheFile).size == ScratchRepository::committedSize, file.cacheFile};
+        return {!file.failure && cmReadFileItem(file.cacheFile).size == ScratchRepository::committedSize, file.cacheFile, false};
     }
 
     Outcome recorded()
@@ -179,7 +210,7 @@ private:
         m_host.call("_RecentFilesAdd", {cmJoinPath(m_repository->path(), "readme.txt")});
         m_host.call("_RecentFilesProcessPending", {});
         const bool taken = isOnRecentList(cmJoinPath(m_repository->path(), "readme.txt"));
-        return {taken, list.isNull() ? cmStringT("handed to the shell, which does not answer") : list};
+        return {taken, list.isNull() ? cmStringT("handed to the shell, which does not answer") : list, list.isNull()};
     }
 
     Outcome suspended()
@@ -195,14 +226,14 @@ private:
         m_host.call("filewatcherSetSuspendState", {0});
         const bool resumed = editor.runUntil([&passes] { return passes == 1 || console::wasInterrupted(); }, 5000);
         editor.setObserver({});
-        return {quiet && resumed, quiet ? "the queued path ran afterwards" : "a pass ran while suspended"};
+        return {quiet && resumed, quiet ? "" : "a pass ran while suspended"};
     }
 
     Outcome stopped()
     {
         m_host.call("filewatcherStop", {gitTool.number});
         const Round round = poll(m_repository->path());
-        return {round.finished && round.files.size() == 2, "and a new one took over"};
+        return {round.finished && round.files.size() == 2, ""};
     }
 
     Outcome limited()
@@ -212,10 +243,11 @@ private:
         const Round round = poll(m_repository->path());
         m_host.call("filewatcherAddPath", {m_repository->path(), gitTool.number, 1});
         const bool off = m_host.editor().setting(gitTool.showFileStatusSetting) == 0;
-        return {round.failure && round.failure->code == -6657 && off, "def_git_show_file_status is 0 now"};
+        return {round.failure && round.failure->code == -6657 && off, "def_git_show_file_status is 0 now", false};
     }
 
     bool m_json;
+    cmROStringT m_feature;
     Host m_host;
     ScratchRepository* m_repository = nullptr;
     int m_failures = 0;
