@@ -94,9 +94,11 @@ TEST_F(ModuleTest, MarksExactlyTheFilesThatTheRealSubversionCallsModified)
             EXPECT_EQ(record((link / "deep").string()), "mod//1") << link;
         }
     }
-    fs::create_directory_symlink(top, folder / "root");
-    EXPECT_EQ(pass((folder / "root/sub").string(), svnType), 0);
-    EXPECT_EQ(record((folder / "root/sub/deep").string()), "mod//1");
+    fs::create_directory_symlink(folder / "other", top / "versioned");
+    run("svn add --quiet versioned", top);
+    writeFile(folder / "other/normal", "two, changed\n");
+    EXPECT_EQ(pass((top / "versioned").string(), svnType), 0);
+    EXPECT_EQ(record((top / "versioned/normal").string()), "mod//1");
     fs::remove(folder / "link");
     fs::create_directory_symlink(folder.path(), folder / "link");
     EXPECT_EQ(pass((folder / "link").string(), svnType), -1);
