@@ -11,6 +11,7 @@
 #include "txhost/FileDates.h"
 #include "txhost/InterruptWatch.h"
 #include "txhost/JsonText.h"
+#include "txhost/WaitProgress.h"
 
 #include <filesystem>
 #include <utility>
@@ -115,6 +116,7 @@ int runLiveDiff(const HostOptions& options, const std::string& named, const std:
         throw HostError("there is no folder of yours for the revision; name one with --cache");
     const LiveDiffFile fetched = [&] {
         const InterruptWatch interrupts(path);
+        const WaitProgress progress(cmCat("the committed revision of ") + path);
         const LiveDiffFile file = fetchLiveDiff(host, path, !background, command);
         interrupts.check();
         return file;
