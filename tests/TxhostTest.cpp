@@ -224,6 +224,7 @@ TEST(Txhost, WatchesForChanges)
     EXPECT_TRUE(watch.shows(clean) && watch.shows("\"answers\",\"path\":" + Json(text(top)).dump())) << watch.output();
     watch.terminate();
     EXPECT_EQ(jsonLines("watch", watch.output()).size(), 9u) << watch.output();
+    EXPECT_NE(watch.output().find("\"was\":\"modified\",\"is\":\"clean\""), std::string::npos) << watch.output();
     EXPECT_FALSE(jsonPage.unseen.contains("watch.tool") || jsonPage.unseen.contains("Failures.time"));
 }
 
@@ -355,8 +356,8 @@ TEST(Txhost, PrintsTheJsonThatThePageTells)
     EXPECT_TRUE(eventually([&] {  // a machine that is busy may give no answer
         return jsonLines("reload", txhost({"reload", "--budget", "1", "--json", file}).output).at(0).contains("slow");
     }));
-    EXPECT_EQ(jsonPage.unseen, (std::set<std::string>{"Failures.time", "recent.path", "watch.change", "watch.path", "watch.time",
-                                                      "watch.tool"}));  // seen by other tests
+    EXPECT_EQ(jsonPage.unseen, (std::set<std::string>{"Failures.time", "recent.path", "watch.change", "watch.is", "watch.path",
+                                                      "watch.time", "watch.tool", "watch.was"}));  // seen by other tests
 }
 
 TEST(Txhost, GoesOnItsTour)

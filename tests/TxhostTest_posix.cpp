@@ -23,9 +23,13 @@ TEST(Txhost, EndsItsWatchOnCtrlCAndFailsWhenItsOutputCannotBeWritten)
     EXPECT_EQ(std::system(("bash -c '" + readerLeft + "'").c_str()), 0);
     WatchProcess watch({text(folder / "repo")});
     EXPECT_TRUE(watch.shows("modified"));
+    fs::rename(folder / "repo", folder / "gone");
+    EXPECT_TRUE(watch.shows("vanished"));
+    fs::rename(folder / "gone", folder / "repo");
+    EXPECT_TRUE(watch.shows("returned"));
     kill(static_cast<pid_t>(watch.id()), SIGINT);
-    EXPECT_TRUE(watch.ends());
-    EXPECT_EQ(std::count(watch.output().begin(), watch.output().end(), '\n'), 1);
+    EXPECT_TRUE(watch.ends() && watch.shows("txhost: 2 changes of 1 path since 2")) << watch.errors();
+    EXPECT_EQ(std::count(watch.output().begin(), watch.output().end(), '\n'), 3) << "no failure is told of a missing directory";
 
     const std::string top = text(folder / "repo");
     const std::string other = text(folder / "w");

@@ -7,7 +7,7 @@
 /// A running `txhost watch --json`, or another command of txhost, and what it writes. The destructor ends it.
 class WatchProcess {
 public:
-    explicit WatchProcess(const Texts& names, const std::string& command = "watch --json --interval 1")
+    explicit WatchProcess(const Texts& names, const std::string& command = "watch --json --interval 0.2")
     {
         SpawnStreams streams;
         streams.output = &m_output;

@@ -1,12 +1,68 @@
 #include "txhost/ChangePrinter.h"
 
+#include "common/cmFile.h"
 #include "common/cmStringCatHelper.h"
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
 #include "txhost/TimeText.h"
 
 #include <algorithm>
+#include <chrono>
+#include <string>
 #include <utility>
+
+namespace {
+
+/// A status in words, the most important one first.
+cmStringT statusText(const FileStatus& file)
+{
+    if (file.isClean())
+        return "clean";
+    cmStringT text("");
+    if (std::find(file.local.begin(), file.local.end(), "mod") != file.local.end())
+        text = "modified";
+    else if (!file.local.empty())
+        text = "opened";
+    if (!file.repository.empty())
+        text += text.isEmpty() ? "outdated" : ",outdated";
+    return text;
+}
+
+int colourOf(cmROStringT change)
+{
+    return change == "clean" ? console::green : change == "outdated" ? console::red : console::yellow;
+}
+
+/// What of a date differs from `other`, as text.
+cmStringT dateText(const FileDate& date, const FileDate& other, bool json)
+{
+    if (date.time == other.time)
+        return date.readOnly ? "read-only" : "writable";
+    if (date.time == 0)
+        return "missing";
+    return json ? rfc3339(date.time) : fileTimeText(date.time);
+}
+
+cmStringT localNow()
+{
+    cmDateTime local;
+    const bool isKnown = cmLocalDateTime(std::chrono::system_clock::to_time_t(std::chrono::system_clock::now()), local);
+    return isKnown ? cmDateTimeText(local) : "-";
+}
+
+cmStringT padded(cmROStringT text, std::size_t width)
+{
+    std::string wide(text);
+    wide.resize(std::max(wide.size(), width), ' ');
+    return cmStringT(wide);
+}
+
+}  // namespace
+
+ChangePrinter::ChangePrinter(bool json, std::function<void(const cmStringT& path)> onChange)
+    : m_json(json), m_onChange(std::move(onChange)), m_since(localNow())
+{
+}
 
 void ChangePrinter::show(const FileDates& dates)
 {
@@ -17,7 +73,7 @@ void ChangePrinter::show(const FileDates& dates)
     }
     for (const cmStringT& path : dates.slow) {
         if (!m_dates.slow.contains(path))
-            print("slow", console::yellow, path);
+            print({"slow", console::yellow, path});
     }
     m_dates.slow = dates.slow;
 }
@@ -25,41 +81,68 @@ void ChangePrinter::show(const FileDates& dates)
 void ChangePrinter::show(const PassAnswer& answer)
 {
     const cmStringT& path = answer.directory.path;
+    const cmROStringT tool = answer.directory.tool.name;
+    const bool isMissing = !cmIsDirectory(path);
     Directory& before = m_directories[path];
+    if (isMissing != std::exchange(before.isMissing, isMissing))
+        printChange({isMissing ? "vanished" : "returned", isMissing ? console::red : console::green, path, tool});
     if (answer.isOutside && !before.isOutside)
-        print("outside", console::grey, path, answer.directory.tool.name);
+        print({"outside", console::grey, path, tool});
+    before.isOutside = answer.isOutside;
+    showFiles(answer.files, !before.hasAnswered);
+    if (isMissing)
+        return;  // that is why the tool has failed
     if (before.failure && !answer.failure)
-        print("answers", console::green, path, answer.directory.tool.name);
-    show(answer.files);
+        print({"answers", console::green, path, tool});
     if (answer.failure && answer.failure != before.failure)
         printFailure(*answer.failure);
-    before = {answer.isOutside, answer.failure};
+    before.failure = answer.failure;
+    before.hasAnswered = before.hasAnswered || !answer.failure || answer.failure->code == Failure::server;
 }
 
-void ChangePrinter::show(const FileStatuses& files)
+void ChangePrinter::show(const Tool& tool, const FileStatuses& files)
+{
+    showFiles(files, m_tools.insert(tool.number).second);
+}
+
+cmStringT ChangePrinter::summary() const
+{
+    const auto counted = [](std::size_t count, const std::string& what) {
+        return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+    };
+    return cmCat(counted(m_changes, "change")) + " of " + counted(m_changedPaths.size(), "path") + " since " + m_since;
+}
+
+void ChangePrinter::showFiles(const FileStatuses& files, bool isFirst)
 {
     for (const auto& [key, file] : files) {
-        if (file.isClean())
-            print("clean", console::green, file.path, file.tool);
-        else if (std::find(file.local.begin(), file.local.end(), "mod") != file.local.end())
-            print("modified", console::yellow, file.path, file.tool);
-        else if (!file.local.empty())
-            print("opened", console::yellow, file.path, file.tool);
+        const auto known = m_statuses.extract(key);
+        const cmStringT is = statusText(file);
+        cmStringT was = known ? known.mapped() : isFirst ? cmStringT() : cmStringT("clean");
+        if (!file.isClean())
+            m_statuses[key] = is;
+        cmROStringT words = is;
+        const cmROStringT change = cmTakeUntil(words, ',');
+        const Line line{change, colourOf(change), file.path, file.tool, was, is};
+        if (was.isNull())
+            print(line);
         else
-            print("outdated", console::red, file.path, file.tool);
+            printChange(line);
     }
 }
 
 void ChangePrinter::showDateChange(const cmStringT& path, const FileDate& before, const FileDate& date)
 {
+    const cmStringT was = dateText(before, date, m_json);
+    const cmStringT is = dateText(date, before, m_json);
     if (date.time == 0)
-        print("removed", console::red, path);
+        printChange({"removed", console::red, path, {}, was, is});
     else if (before.time == 0)
-        print("created", console::green, path);
+        printChange({"created", console::green, path, {}, was, is});
     else if (before.time != date.time)
-        print("changed", console::yellow, path);
+        printChange({"changed", console::yellow, path, {}, was, is});
     else
-        print(date.readOnly ? "read-only" : "writable", console::grey, path);
+        printChange({is, console::grey, path, {}, was, is});
 }
 
 void ChangePrinter::printFailure(const Failure& failure)
@@ -72,17 +155,34 @@ void ChangePrinter::printFailure(const Failure& failure)
     console::printError(failureText(failure));
 }
 
-void ChangePrinter::print(cmROStringT change, int colour, const cmStringT& path, cmROStringT tool)
+void ChangePrinter::printChange(const Line& line)
+{
+    ++m_changes;
+    m_changedPaths.insert(line.path);
+    print(line);
+    m_onChange(line.path);
+}
+
+void ChangePrinter::print(const Line& line)
 {
     if (m_json) {
-        Json object{{"time", jsonString(rfc3339Now())}, {"change", jsonString(change)}};
-        addName(object, "path", path);
-        if (!tool.empty())
-            object["tool"] = jsonString(tool);
+        Json object{{"time", jsonString(rfc3339Now())}, {"change", jsonString(line.change)}};
+        addName(object, "path", line.path);
+        for (const auto& [key, text] : {std::pair("tool", line.tool), {"was", line.was}, {"is", line.is}}) {
+            if (!text.empty())
+                object[key] = jsonString(text);
+        }
         printJson(std::move(object));
         return;
     }
-    const cmStringT padded = cmCat(change) + "          ";
-    console::printLine(cmStringT(cmCat(console::timeOfDay()) + "  " + console::coloured(colour, padded.view().substr(0, 10))
-                                 + console::printable(path)));
+    cmStringT text = cmCat(localNow()) + "  " + padded(line.tool.empty() ? "-" : line.tool, 5)
+                     + console::coloured(line.colour, padded(line.change, 11)) + console::printable(line.path);
+    cmStringT states;
+    if (!line.was.isNull())
+        states = cmCat("  (was ") + line.was;
+    if (!line.was.isNull() && line.is != line.change)
+        states += cmStringT(cmCat(", is ") + line.is);
+    if (!line.was.isNull())
+        text += console::coloured(console::grey, cmStringT(cmCat(states) + ")"));
+    console::printLine(text);
 }

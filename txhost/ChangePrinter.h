@@ -3,30 +3,60 @@
 #include "txhost/FileDates.h"
 #include "txhost/StatusPoll.h"
 
-/// Prints what `watch` sees: each change once, with the time of day.
+#include <cstddef>
+#include <functional>
+#include <set>
+#include <unordered_set>
+
+/// Prints what `watch` sees: each change once, with the time. What the first answer about a directory tells is printed as well,
+/// but is no change.
 class ChangePrinter {
 public:
-    explicit ChangePrinter(bool json) : m_json(json) {}
+    /// `onChange` is called for each change, after its line, with the path of the file or directory.
+    ChangePrinter(bool json, std::function<void(const cmStringT& path)> onChange);
 
     /// Prints changed dates. The first dates of a file are only stored.
     void show(const FileDates& dates);
-    /// Prints what a pass has changed: its files, its failure or that this is over, and whether its directory is in a repository.
+    /// Prints what a pass has changed: its files, its failure or that this is over, whether its directory is in a repository, and
+    /// whether it is there.
     void show(const PassAnswer& answer);
-    /// Prints files whose status has changed.
-    void show(const FileStatuses& files);
+    /// Prints the files of StatusListener::roundEnded.
+    void show(const Tool& tool, const FileStatuses& files);
+    /// "3 changes of 2 paths since 2024-07-01 12:00:00"
+    cmStringT summary() const;
 
 private:
     /// What was said of a directory.
     struct Directory {
+        bool isMissing = false;
         bool isOutside = false;
+        bool hasAnswered = false;
         std::optional<Failure> failure;
     };
+    /// One line. `was` and `is` are null when there is nothing to tell.
+    struct Line {
+        cmROStringT change;
+        int colour;
+        const cmStringT& path;
+        cmROStringT tool = {};
+        cmStringT was = {};
+        cmStringT is = {};
+    };
 
+    void showPlace(const WatchedDirectory& directory, bool isMissing);
+    void showFiles(const FileStatuses& files, bool isFirst);
     void showDateChange(const cmStringT& path, const FileDate& before, const FileDate& date);
     void printFailure(const Failure& failure);
-    void print(cmROStringT change, int colour, const cmStringT& path, cmROStringT tool = {});
+    void printChange(const Line& line);
+    void print(const Line& line);
 
-    bool m_json;
+    const bool m_json;
+    const std::function<void(const cmStringT& path)> m_onChange;
+    const cmStringT m_since;
+    std::size_t m_changes = 0;
+    std::unordered_set<cmStringT> m_changedPaths;
     cmDictionary<cmStringT, Directory> m_directories;
+    cmDictionary<cmStringT, cmStringT> m_statuses;  ///< what was said of the files that are not clean, by their keys
+    std::set<std::int32_t> m_tools;                 ///< numbers of those that have ended a round
     FileDates m_dates;
 };

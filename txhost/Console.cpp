@@ -8,7 +8,6 @@
 
 #include <array>
 #include <cstdio>
-#include <ctime>
 #include <string>
 
 namespace {
@@ -167,13 +166,4 @@ std::size_t console::width()
 {
     const std::size_t own = terminalWidth(false);
     return own == 0 && isForTerminal() ? terminalWidth(true) : own;
-}
-
-cmStringT console::timeOfDay()
-{
-    const std::time_t now = std::time(nullptr);
-    std::array<char, 16> text{};
-    std::strftime(text.data(), text.size(), "%H:%M:%S",
-                  std::localtime(&now));  // localtime is not thread-safe; only the main thread calls this
-    return text.data();
 }

@@ -61,8 +61,6 @@ bool showsProgress();
 /// Shows the progress of long work in the last line of the terminal, cut to its width, in place of the previous progress; an
 /// empty text removes it. The next line that is printed removes it, too. Nothing without showsProgress(). Any thread.
 void showProgress(cmROStringT text);
-/// The local time of day, "HH:MM:SS".
-cmStringT timeOfDay();
 
 inline constexpr int red = 31;
 inline constexpr int green = 32;

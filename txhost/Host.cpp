@@ -7,6 +7,7 @@
 #include "common/cmSystemPath.h"
 #include "txhost/Console.h"
 
+#include <cmath>
 #include <filesystem>
 #include <system_error>
 
@@ -55,7 +56,7 @@ Host::Host(const HostOptions& options) : m_options(options)
         cmStringT& program = m_programs[tool->number];
         program = toolPath(options, *tool);
         m_editor.defineMacro(tool->exePathMacro, [&program] { return program; });
-        m_editor.setSetting(tool->intervalSetting, options.intervalSeconds);
+        m_editor.setSetting(tool->intervalSetting, static_cast<std::int32_t>(std::ceil(options.intervalSeconds)));
         m_editor.setSetting(tool->showFileStatusSetting, 1);
     }
     m_editor.setSetting(txVCMaxOutputSetting, options.maxStatusOutput);

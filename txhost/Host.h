@@ -19,7 +19,7 @@ struct HostOptions {
     std::string cache;                             ///< folder for private data; empty: below the user's cache folder
     std::string tool;                              ///< name of the tool of every directory; empty: detected by directory
     bool updates = false;                          ///< status: report also what is newer in the repository
-    int intervalSeconds = 2;                       ///< watch: time between two checks
+    double intervalSeconds = 2;                    ///< watch: time between two checks
     int patienceMs = 2000;                         ///< status, watch: how long a tool may be silent before it is named
     std::string revision;                          ///< history: the first revision; show: the commit; diff: what is compared
     bool newest = false;                           ///< history: only the newest revision

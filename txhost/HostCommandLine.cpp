@@ -190,7 +190,7 @@ void HostCommandLine::addStatusAndWatch()
     addWorkingCopies(watch);
     watch->add_option("--interval", m_options.intervalSeconds, "Seconds between two looks")
         ->type_name("SECONDS")
-        ->check(atLeast(1, 86400))
+        ->check(CLI::Range(0.2, 86400.0))
         ->capture_default_str();
 }
 

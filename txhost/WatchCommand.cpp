@@ -5,6 +5,7 @@
 #include "txhost/Console.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace {
@@ -15,15 +16,15 @@ using Clock = StatusPoll::Clock;
 class Watch {
 public:
     Watch(Host& host, cmArray<cmStringT> files, cmArray<WatchedDirectory> directories)
-        : m_host(host), m_files(std::move(files)), m_printer(host.options().json),
+        : m_host(host), m_files(std::move(files)), m_printer(host.options().json, [](const cmStringT&) {}),
           m_poll(host, std::move(directories), listener()), m_datesDue(m_files.empty() ? never : Clock::now())
     {
         for (const Tool* tool : m_poll.tools())
             m_rounds[tool->number].due = Clock::now();
     }
 
-    /// Returns the exit code: after an interrupt 0, and 1 when the output cannot be written any more, or when every tool is
-    /// switched off and there are no files.
+    /// Returns the exit code: after an interrupt 0, with a summary on standard error; 1 when the output cannot be written any
+    /// more, or when every tool is switched off and there are no files.
     int run()
     {
         while (!isOver()) {
@@ -32,7 +33,7 @@ public:
             m_poll.runUntil([this] { return m_hasRoundEnded || console::wasInterrupted() || console::isOutputBroken(); },
                             nextDue());
             if (console::wasInterrupted())
-                return 0;
+                return summarize();
         }
         return 1;
     }
@@ -53,7 +54,7 @@ private:
                         m_rounds[answer.directory.tool.number].isSwitchedOff = false;
                 },
                 [this](const Tool& tool, const FileStatuses& files) {
-                    m_printer.show(files);
+                    m_printer.show(tool, files);
                     m_hasRoundEnded = true;
                     Round& round = m_rounds[tool.number];
                     round.due = round.isSwitchedOff ? never : afterInterval();
@@ -74,7 +75,10 @@ private:
         m_datesDue = afterInterval();
     }
 
-    Clock::time_point afterInterval() const { return Clock::now() + std::chrono::seconds(m_host.options().intervalSeconds); }
+    Clock::time_point afterInterval() const
+    {
+        return Clock::now() + std::chrono::milliseconds(std::llround(m_host.options().intervalSeconds * 1000));
+    }
 
     Clock::time_point nextDue() const
     {
@@ -82,6 +86,13 @@ private:
         for (const auto& [tool, round] : m_rounds)
             next = std::min(next, round.due);
         return next;
+    }
+
+    int summarize() const
+    {
+        if (!console::isReaderGone())
+            console::printError(m_printer.summary());
+        return 0;
     }
 
     bool isOver() const { return console::isOutputBroken() || (!m_poll.isWaiting() && nextDue() == never); }
