@@ -43,8 +43,18 @@ while(wanted)
   endif()
 endwhile()
 
-install(FILES README.md CONTRIBUTING.md DESTINATION ${documents})
+install(FILES README.md CONTRIBUTING.md CHANGELOG.md DESTINATION ${documents})
 install(DIRECTORY docs DESTINATION ${documents})
+
+# The manual page is made of the help that the program prints.
+if(NOT WIN32)
+  add_custom_command(OUTPUT ${CMAKE_BINARY_DIR}/txhost.1
+    COMMAND ${CMAKE_SOURCE_DIR}/tools/manpage $<TARGET_FILE:txhost> >${CMAKE_BINARY_DIR}/txhost.1
+    DEPENDS txhost ${CMAKE_SOURCE_DIR}/tools/manpage)
+  add_custom_target(manpage ALL DEPENDS ${CMAKE_BINARY_DIR}/txhost.1)
+  install(FILES ${CMAKE_BINARY_DIR}/txhost.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES txhost/txhost.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME txhost)
+endif()
 
 write_basic_package_version_file(filewatcher-config-version.cmake COMPATIBILITY SameMinorVersion)
 install(FILES cmake/filewatcher-config.cmake ${CMAKE_CURRENT_BINARY_DIR}/filewatcher-config-version.cmake DESTINATION ${package})
