@@ -201,7 +201,8 @@ TEST(Txhost, WatchesForChanges)
     writeFile(other / "b", "22");
     fs::create_directory(folder / "plain");
     writeFile(folder / "file", "x");
-    WatchProcess watch({text(top), text(other), text(folder / "plain"), text(folder / "file")});
+    const std::string command = "\"" + builtProgram("testhelper") + "\" echo-input";
+    WatchProcess watch({"--exec", command, text(top), text(other), text(folder / "plain"), text(folder / "file")});
     WatchProcess flooded({"--git", helperAs(folder, "tool-floods"), text(top), text(folder / "file")});
     EXPECT_TRUE(flooded.shows("-6657")) << flooded.output();
     EXPECT_TRUE(watch.shows("modified")) << watch.output();
@@ -213,6 +214,7 @@ TEST(Txhost, WatchesForChanges)
     EXPECT_TRUE(watch.shows("fatal: index file corrupt")) << watch.output();
     git(other, {"checkout", "--quiet", "b"});
     EXPECT_TRUE(watch.shows("clean")) << watch.output();
+    EXPECT_TRUE(watch.shows(text(other / "b") + '\0')) << watch.errors();
     writeFile(folder / "file", "y");
     EXPECT_TRUE(watch.shows("changed") && flooded.shows("changed")) << watch.output();
     fs::remove(folder / "file");

@@ -45,6 +45,31 @@ TEST(Txhost, EndsItsWatchOnCtrlCAndFailsWhenItsOutputCannotBeWritten)
     EXPECT_EQ(jsonLines("status", status.output()).back(), unanswered);
 }
 
+TEST(Txhost, RunsOneCommandAtATimeForWhatHasChangedAndEndsItOnCtrlC)
+{
+    const TempFolder folder;
+    makeRepository(folder / "repo", {"a", "b", "c"});
+    const std::string tool = helperAs(folder, "tool-hangs-with-child");
+    const auto input = [&](const std::string& name) { return text(folder / "repo" / name) + '\0'; };
+    writeFile(folder / "repo" / "c", "22");
+    WatchProcess watch({"--exec", "cat >>'" + text(folder / "in") + "'; echo told; " + tool, text(folder / "repo")});
+    EXPECT_TRUE(watch.shows("modified")) << "at first; that is no change";
+    writeFile(folder / "repo" / "a", "22");
+    EXPECT_TRUE(eventually([&] { return processesOf(tool) == 2; }) && watch.shows("told\n")) << watch.errors();
+    writeFile(folder / "repo" / "b", "22");
+    EXPECT_TRUE(watch.shows("b\",\"tool\":\"git\",\"was\""));
+    git(folder / "repo", {"checkout", "--quiet", "c"});
+    EXPECT_TRUE(watch.shows("\"change\":\"clean\""));
+    EXPECT_EQ(readFile(folder / "in"), input("a"));
+    killProcessesOf(tool);
+    EXPECT_TRUE(eventually([&] { return readFile(folder / "in") == input("a") + input("b") + input("c"); }));
+    EXPECT_TRUE(eventually([&] { return processesOf(tool) == 2; }));
+    EXPECT_EQ(jsonLines("watch", watch.output()).size(), 4u);
+    kill(static_cast<pid_t>(watch.id()), SIGINT);
+    EXPECT_TRUE(watch.ends() && eventually([&] { return processesOf(tool) == 0; }));
+    killProcessesOf(tool);
+}
+
 TEST(Txhost, EndsTheToolsThatItWaitsForOnCtrlC)
 {
     const TempFolder folder;

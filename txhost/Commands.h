@@ -40,8 +40,9 @@ struct LogOptions {
 };
 /// log: the tree of the Git browser with its graph.
 int runLog(const HostOptions& options, const std::string& repository, const LogOptions& wanted);
-/// watch: status changes of directories and date changes of files, checked every options.intervalSeconds until Ctrl-C.
-int runWatch(const HostOptions& options, const std::vector<std::string>& names);
+/// watch: status changes of directories and date changes of files, checked every options.intervalSeconds until Ctrl-C. The shell
+/// runs `command`, unless it is empty, when something has changed.
+int runWatch(const HostOptions& options, const std::vector<std::string>& names, const std::string& command);
 /// livediff: fetches the committed revision of a file into the cache, with `command` or, when that is empty, with the command of
 /// the file's own tool.
 int runLiveDiff(const HostOptions& options, const std::string& file, const std::string& command, bool background);

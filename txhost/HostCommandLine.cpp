@@ -186,8 +186,12 @@ void HostCommandLine::addStatusAndWatch()
     status->add_flag("--recurse", m_status.recurse, "Show all repositories below DIR, also those with nothing modified");
 
     CLI::App* watch = addCommand("watch", "Show status changes and changed files until Ctrl-C",
-                                 [this, named] { return runWatch(m_options, named()); });
+                                 [this, named] { return runWatch(m_options, named(), m_command); });
     addWorkingCopies(watch);
+    watch
+        ->add_option("--exec", m_command,
+                     "What the shell runs on a change, with the changed paths in its input, each ended by NUL")
+        ->type_name("COMMAND");
     watch->add_option("--interval", m_options.intervalSeconds, "Seconds between two looks")
         ->type_name("SECONDS")
         ->check(CLI::Range(0.2, 86400.0))

@@ -32,6 +32,9 @@ private:
 /// Ends the processes that this one has started, and those that they have started. Does not wait. Any thread.
 void endChildProcesses();
 
+/// The command line, in the grammar of CommandLine.h, that has the system's shell run `command`.
+cmStringT shellCommandLine(cmROStringT command);
+
 /// Whether the system's list of recent documents holds the file `path`, which the module has added. Always true where the list
 /// cannot be asked: the shell of Windows gives no answer.
 bool isOnRecentList(const cmStringT& path);

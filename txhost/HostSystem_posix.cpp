@@ -1,5 +1,6 @@
 #include "txhost/HostSystem.h"
 
+#include "common/CommandQuoting.h"
 #include "common/Environment.h"
 #include "common/ProcessFamily.h"
 #include "common/cmFile.h"
@@ -47,6 +48,11 @@ void SharedLibrary::unload()
 void endChildProcesses()
 {
     endAllChildFamilies();
+}
+
+cmStringT shellCommandLine(cmROStringT command)
+{
+    return cmCat("/bin/sh -c ") + inDoubleQuotes(command);
 }
 
 bool isOnRecentList(const cmStringT& path)

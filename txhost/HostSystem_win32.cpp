@@ -98,6 +98,15 @@ void endChildProcesses()
     }
 }
 
+cmStringT shellCommandLine(cmROStringT command)
+{
+    wchar_t directory[MAX_PATH];
+    const UINT length = GetSystemDirectoryW(directory, MAX_PATH);
+    const cmStringT folder = narrowText({directory, length < MAX_PATH ? length : 0});
+    // /d: no AutoRun command. /s: only the outer quotes are removed.
+    return cmCat("\"") + folder + "\\cmd.exe\" /d /s /c \"" + command + "\"";
+}
+
 bool isOnRecentList(const cmStringT&)
 {
     return true;

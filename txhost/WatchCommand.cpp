@@ -1,5 +1,6 @@
 #include "common/CommandRunner.h"
 #include "common/cmFile.h"
+#include "txhost/ChangeCommand.h"
 #include "txhost/ChangePrinter.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
@@ -15,8 +16,9 @@ using Clock = StatusPoll::Clock;
 /// Asks for dates and status, each tool in its own rounds: the interval between two counts from the end of the first.
 class Watch {
 public:
-    Watch(Host& host, cmArray<cmStringT> files, cmArray<WatchedDirectory> directories)
-        : m_host(host), m_files(std::move(files)), m_printer(host.options().json, [](const cmStringT&) {}),
+    Watch(Host& host, cmArray<cmStringT> files, cmArray<WatchedDirectory> directories, const std::string& command)
+        : m_host(host), m_files(std::move(files)), m_command(command, host.options().json),
+          m_printer(host.options().json, [this](const cmStringT& path) { m_command.add(path); }),
           m_poll(host, std::move(directories), listener()), m_datesDue(m_files.empty() ? never : Clock::now())
     {
         for (const Tool* tool : m_poll.tools())
@@ -30,8 +32,7 @@ public:
         while (!isOver()) {
             m_hasRoundEnded = false;
             startWhatIsDue();
-            m_poll.runUntil([this] { return m_hasRoundEnded || console::wasInterrupted() || console::isOutputBroken(); },
-                            nextDue());
+            m_poll.runUntil([this] { return hasNews(); }, nextDue());
             if (console::wasInterrupted())
                 return summarize();
         }
@@ -88,6 +89,12 @@ private:
         return next;
     }
 
+    bool hasNews()
+    {
+        m_command.advance();
+        return m_hasRoundEnded || console::wasInterrupted() || console::isOutputBroken();
+    }
+
     int summarize() const
     {
         if (!console::isReaderGone())
@@ -99,6 +106,7 @@ private:
 
     Host& m_host;
     const cmArray<cmStringT> m_files;
+    ChangeCommand m_command;
     ChangePrinter m_printer;
     cmSortedDictionary<std::int32_t, Round> m_rounds;  ///< by the tool's number
     StatusPoll m_poll;
@@ -113,7 +121,7 @@ bool isDirectory(const std::string& name)
 
 }  // namespace
 
-int runWatch(const HostOptions& options, const std::vector<std::string>& named)
+int runWatch(const HostOptions& options, const std::vector<std::string>& named, const std::string& command)
 {
     std::vector<std::string> names = named;
     const auto firstFile = std::stable_partition(names.begin(), names.end(), &isDirectory);
@@ -126,5 +134,5 @@ int runWatch(const HostOptions& options, const std::vector<std::string>& named)
     Host host(options);
     requireTools(host, directories);
     console::catchInterrupts();
-    return Watch(host, files, directories).run();
+    return Watch(host, files, directories, command).run();
 }
