@@ -1,5 +1,6 @@
 #include "common/ChildPipe.h"
 
+#include "common/NativeHandle.h"
 #include "common/cmStatusException.h"
 
 #include <windows.h>
@@ -7,11 +8,6 @@
 #include <utility>
 
 namespace {
-
-HANDLE native(std::intptr_t end)
-{
-    return reinterpret_cast<HANDLE>(end);
-}
 
 /// Replaces an inheritable handle by a duplicate that is not inheritable. Returns false, with no handle open, on failure.
 bool makePrivate(HANDLE& end)
@@ -29,7 +25,7 @@ bool makePrivate(HANDLE& end)
 void ChildPipe::closeEnd(std::intptr_t& end)
 {
     if (end != none)
-        CloseHandle(native(std::exchange(end, none)));
+        CloseHandle(nativeHandle(std::exchange(end, none)));
 }
 
 void ChildPipe::create(bool toChild, std::uint32_t bufferSize)
@@ -54,7 +50,7 @@ bool ChildPipe::dataAvailable()
     if (parentEnd == none || ended)
         return false;
     DWORD waiting = 0;
-    if (PeekNamedPipe(native(parentEnd), nullptr, 0, nullptr, &waiting, nullptr))
+    if (PeekNamedPipe(nativeHandle(parentEnd), nullptr, 0, nullptr, &waiting, nullptr))
         return waiting > 0;
     ended = GetLastError() == ERROR_BROKEN_PIPE;
     failed |= !ended;
@@ -64,7 +60,7 @@ bool ChildPipe::dataAvailable()
 int ChildPipe::read(void* buffer, std::uint32_t count)
 {
     DWORD taken = 0;
-    if (ReadFile(native(parentEnd), buffer, count, &taken, nullptr))
+    if (ReadFile(nativeHandle(parentEnd), buffer, count, &taken, nullptr))
         return static_cast<int>(taken);
     return GetLastError() == ERROR_BROKEN_PIPE ? 0 : -1;
 }
@@ -72,5 +68,5 @@ int ChildPipe::read(void* buffer, std::uint32_t count)
 int ChildPipe::write(const void* data, std::uint32_t count)
 {
     DWORD written = 0;
-    return WriteFile(native(parentEnd), data, count, &written, nullptr) ? static_cast<int>(written) : -1;
+    return WriteFile(nativeHandle(parentEnd), data, count, &written, nullptr) ? static_cast<int>(written) : -1;
 }

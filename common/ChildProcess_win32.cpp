@@ -1,5 +1,7 @@
 #include "common/ChildProcess.h"
 
+#include "common/NativeHandle.h"
+
 #include <windows.h>
 
 #include <algorithm>
@@ -7,11 +9,6 @@
 #include <utility>
 
 namespace {
-
-HANDLE native(std::intptr_t handle)
-{
-    return reinterpret_cast<HANDLE>(handle);
-}
 
 /// Waits for the handle, but not much longer than `time`. An ordinary wait is rounded up to the system's tick of 15.6 ms.
 /// Returns false when the system cannot wait.
@@ -42,7 +39,7 @@ void collectTerminatedChildren(std::uint32_t) {}
 
 bool ChildProcess::isRunning()
 {
-    return valid && WaitForSingleObject(native(handle), 0) != WAIT_OBJECT_0;
+    return valid && WaitForSingleObject(nativeHandle(handle), 0) != WAIT_OBJECT_0;
 }
 
 void ChildProcess::terminate()
@@ -51,9 +48,9 @@ void ChildProcess::terminate()
         return;
     terminated = true;
     if (job != none)
-        TerminateJobObject(native(job), 0);
+        TerminateJobObject(nativeHandle(job), 0);
     if (isRunning()) {
-        TerminateProcess(native(handle), 0);
+        TerminateProcess(nativeHandle(handle), 0);
         return;
     }
     if (HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, processId)) {
@@ -68,7 +65,7 @@ cmStringT ChildProcess::abnormalEnd() const
     constexpr DWORD firstFailure = 0xC0000000;
     constexpr DWORD firstOwn = 0xF0000000;
     DWORD code = 0;
-    if (!valid || !GetExitCodeProcess(native(handle), &code) || code < firstFailure || code >= firstOwn)
+    if (!valid || !GetExitCodeProcess(nativeHandle(handle), &code) || code < firstFailure || code >= firstOwn)
         return {};
     char text[40];
     std::snprintf(text, sizeof text, "the tool crashed (0x%08lX)", static_cast<unsigned long>(code));
@@ -79,11 +76,11 @@ void ChildProcess::close()
 {
     constexpr DWORD terminateGraceMs = 50;
     if (terminated && valid)
-        WaitForSingleObject(native(handle), terminateGraceMs);
+        WaitForSingleObject(nativeHandle(handle), terminateGraceMs);
     if (handle != none)
-        CloseHandle(native(std::exchange(handle, none)));
+        CloseHandle(nativeHandle(std::exchange(handle, none)));
     if (job != none)
-        CloseHandle(native(std::exchange(job, none)));
+        CloseHandle(nativeHandle(std::exchange(job, none)));
     processId = 0;
     valid = 0;
     idlePolls = 0;
@@ -92,7 +89,7 @@ void ChildProcess::close()
 
 ChildActivity ChildProcess::poll(ChildPipe& output, ChildPipe& error)
 {
-    const DWORD ended = valid ? WaitForSingleObject(native(handle), 0) : WAIT_OBJECT_0;
+    const DWORD ended = valid ? WaitForSingleObject(nativeHandle(handle), 0) : WAIT_OBJECT_0;
     const bool outputWaits = output.dataAvailable();
     const bool errorWaits = error.dataAvailable();
     if (outputWaits || errorWaits)
@@ -106,7 +103,7 @@ bool ChildProcess::waitForActivity(const ChildPipe&, const ChildPipe&, std::uint
     constexpr std::uint32_t pollsWithoutSleep = 3;
     constexpr std::uint32_t longest = 10;
     if (++idlePolls > pollsWithoutSleep)
-        return waitExactly(native(handle),
+        return waitExactly(nativeHandle(handle),
                            std::chrono::milliseconds(std::min({idlePolls - pollsWithoutSleep, longest, timeoutMs})));
     SwitchToThread();
     return true;
@@ -114,5 +111,5 @@ bool ChildProcess::waitForActivity(const ChildPipe&, const ChildPipe&, std::uint
 
 bool ChildProcess::waitForEnd(std::chrono::microseconds timeout)
 {
-    return waitExactly(native(handle), timeout);
+    return waitExactly(nativeHandle(handle), timeout);
 }

@@ -2,6 +2,7 @@
 
 #include "common/CommandLine.h"
 #include "common/CommandQuoting.h"
+#include "common/NativeHandle.h"
 #include "common/WideText.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
@@ -76,7 +77,7 @@ public:
     cmArray<HANDLE> inherited;  ///< without duplicates, which Windows refuses
 
 private:
-    static HANDLE pipeEnd(const ChildPipe& pipe) { return reinterpret_cast<HANDLE>(pipe.getChildEnd()); }
+    static HANDLE pipeEnd(const ChildPipe& pipe) { return nativeHandle(pipe.getChildEnd()); }
 
     HANDLE stream(const ChildPipe* pipe, DWORD hostStream)
     {

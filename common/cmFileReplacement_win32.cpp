@@ -1,19 +1,11 @@
 #include "common/cmFileReplacement.h"
 
+#include "common/NativeHandle.h"
 #include "common/WideText.h"
 
 #include <windows.h>
 
 #include <algorithm>
-
-namespace {
-
-HANDLE native(std::intptr_t handle)
-{
-    return reinterpret_cast<HANDLE>(handle);
-}
-
-}  // namespace
 
 std::intptr_t cmFileReplacement::createNew(const cmStringT& path)
 {
@@ -29,7 +21,7 @@ bool cmFileReplacement::writeAll(std::intptr_t handle, cmROStringT bytes)
     while (!bytes.empty()) {
         DWORD count = 0;
         const auto wanted = static_cast<DWORD>(std::min(bytes.size(), atOnce));
-        if (!WriteFile(native(handle), bytes.data(), wanted, &count, nullptr) || count == 0)
+        if (!WriteFile(nativeHandle(handle), bytes.data(), wanted, &count, nullptr) || count == 0)
             return false;
         bytes.remove_prefix(count);
     }
@@ -38,7 +30,7 @@ bool cmFileReplacement::writeAll(std::intptr_t handle, cmROStringT bytes)
 
 bool cmFileReplacement::close(std::intptr_t handle)
 {
-    return CloseHandle(native(handle)) != 0;
+    return CloseHandle(nativeHandle(handle)) != 0;
 }
 
 std::uint32_t cmFileReplacement::thisProcess()

@@ -88,7 +88,7 @@ void* cmNativeThread::create(void (*entry)(void*), void* argument, std::size_t s
     HANDLE thread = CreateThread(nullptr, stackSize, &begin, start.get(), 0, &id);
     if (!thread)
         return nullptr;
-    start.release();  // the new thread frees it
+    static_cast<void>(start.release());  // the new thread frees it
     threadId = id;
     return thread;
 }

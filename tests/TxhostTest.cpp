@@ -149,7 +149,7 @@ TEST(Txhost, ShowsHistoryDifferencesAndCommits)
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_EQ(lines[0]["subject"], "Not yet committed");
     EXPECT_EQ(lines[1]["files"], Json({"c"}));
-    EXPECT_EQ(lines[1]["parents"], Json({lines[2]["hash"]}));
+    EXPECT_EQ(lines[1]["parents"], Json::array({lines[2]["hash"]}));
     EXPECT_EQ(lines[2]["files"], Json({"a b"}));
     const std::string plain = txhost({"history", text(top / "c"), "--follow"}).output;
     EXPECT_NE(plain.find("Ada  files  (as a b)\n"), std::string::npos) << plain;

@@ -116,5 +116,5 @@ std::size_t console::terminalWidth(bool ofErrors)
     CONSOLE_SCREEN_BUFFER_INFO info{};
     if (!GetConsoleScreenBufferInfo(GetStdHandle(ofErrors ? STD_ERROR_HANDLE : STD_OUTPUT_HANDLE), &info))
         return 0;
-    return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1);
+    return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left) + 1;
 }

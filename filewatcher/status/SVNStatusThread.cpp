@@ -59,9 +59,11 @@ cmStringT clientPath(const cmStringT& directory)
     const cmStringT real = realPathOf(directory);
     if (cmSamePath(real, directory))
         return directory;
-    const cmStringT holder(cmDirectoryOf(workingCopyRoot(directory)));  // the root itself may be a link
+    const cmROStringT root = workingCopyRoot(directory);
+    const cmStringT holder(cmDirectoryOf(root));  // the root itself may be a link
     cmROStringT below;
-    const bool hasNoLink = cmRelativePath(directory, holder, below) && cmSamePath(cmJoinPath(realPathOf(holder), below), real);
+    const bool hasNoLink =
+        !root.empty() && cmRelativePath(directory, holder, below) && cmSamePath(cmJoinPath(realPathOf(holder), below), real);
     return hasNoLink ? directory : real;
 }
 
