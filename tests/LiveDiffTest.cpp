@@ -142,7 +142,8 @@ TEST_F(LiveDiffTest, FetchesOneFileAtATime)
     EXPECT_EQ(have(), 1);
     EXPECT_GT(cached().size(), 80000u);
     EXPECT_EQ(fetch(later, helper("bytes 10"), in("f")), 0);
-    EXPECT_TRUE(eventually([this] { return cached().size() == 10; }));
+    EXPECT_TRUE(eventually([] { return !GetFileFromVCThreaded::instance(false)->isRunning(); }));
+    EXPECT_EQ(cached().size(), 10u);
 }
 
 TEST_F(LiveDiffTest, ReportsAPlaceThatCannotBeWritten)

@@ -328,6 +328,7 @@ TEST(Txhost, FetchesTheCommittedRevision)
 
 TEST(Txhost, PrintsTheJsonThatThePageTells)
 {
+    jsonPage = JsonPage();  // on Windows the tests of a program share it
     const TempFolder folder;
     const fs::path top = folder / "repo";
     const std::string file = text(top / "a");

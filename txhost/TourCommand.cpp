@@ -210,7 +210,7 @@ private:
         m_host.call("_RecentFilesAdd", {cmJoinPath(m_repository->path(), "readme.txt")});
         m_host.call("_RecentFilesProcessPending", {});
         const bool taken = isOnRecentList(cmJoinPath(m_repository->path(), "readme.txt"));
-        return {taken, list.isNull() ? cmStringT("handed to the shell, which does not answer") : list, list.isNull()};
+        return {taken, list.isNull() ? cmStringT("handed to the shell") : list, list.isNull()};
     }
 
     Outcome suspended()
