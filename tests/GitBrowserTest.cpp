@@ -62,6 +62,8 @@ TEST_F(GitBrowserTest, StartsALoadOnlyWhenSomethingChanged)
     GraphRow row;
     EXPECT_EQ(callback<std::int32_t(std::int64_t, GraphRow&)>(txSlotGitGraphRow)(0, row), 0);
     EXPECT_TRUE(row.edges.empty()) << "the restricted log lacks HEAD";
+    ++row.edgeSize;
+    EXPECT_EQ(callback<std::int32_t(std::int64_t, GraphRow&)>(txSlotGitGraphRow)(0, row), -1) << "another layout";
     const std::string log = "cmdLine.get()=\"git\" --no-pager log  --date=iso ";
     const std::string format = " \"--pretty=format:%H%x00%P%x00%ct%x00%ae%x00%an%x00%s%x01\" ";
     EXPECT_EQ(commands,

@@ -41,7 +41,8 @@ void pathsCallback(cmStringT& repository, cmStringT& git)
 std::int32_t graphRowCallback(std::int64_t commit, GraphRow& row)
 {
     GitBranchesModel* const model = GitBranchesModel::instance(false);
-    return model ? model->copyGraphRow(commit, row) : noCommit;
+    const bool hasOurLayout = row.size == sizeof(GraphRow) && row.edgeSize == sizeof(GraphEdge);
+    return model && hasOurLayout ? model->copyGraphRow(commit, row) : noCommit;
 }
 
 std::int32_t graphWidthCallback()

@@ -10,7 +10,7 @@
 ///     54  std::int32_t ()                                             returns the largest number of columns of a graph row
 ///     55  std::int32_t (std::int64_t commit, cmArray<cmStringT>&)     copies the names of the tags at a commit, shown or not;
 ///                                                                 0, or -1 when there is no such commit
-/// Without a model the others answer like an empty one.
+/// Without a model the others answer like an empty one; so does slot 52 when the sizes at the beginning of the row are not ours.
 void registerGitCallbacks();
 /// Removes the callbacks, so that the editor never calls into an unloaded module.
 void withdrawGitCallbacks();

@@ -4,6 +4,7 @@
 #include "common/cmString.h"
 
 #include <cstdint>
+#include <utility>
 
 /// The column of a commit or line for which no column is left.
 inline constexpr std::uint16_t graphNoColumn = 0xFFFF;
@@ -30,8 +31,13 @@ struct GraphEdge {
     friend bool operator==(const GraphEdge&, const GraphEdge&) = default;
 };
 
-/// One row of the graph.
+/// One row of the graph. The two sizes let the module refuse a caller that was built with another layout.
 struct GraphRow {
+    GraphRow() = default;
+    GraphRow(std::uint16_t ofCommit, cmArray<GraphEdge> lines) : column(ofCommit), edges(std::move(lines)) {}
+
+    std::uint32_t size = sizeof(GraphRow);  ///< in bytes, like the next one
+    std::uint32_t edgeSize = sizeof(GraphEdge);
     std::uint16_t column = graphNoColumn;  ///< of the commit
     /// All `passes` by column, all `ends` by column, one for each parent in order, all `arrowDown` by column, all `arrowUp` of
     /// the commit itself by the row of the child, all those of the next commit likewise, which share a column.
