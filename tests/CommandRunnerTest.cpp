@@ -49,7 +49,7 @@ TEST(CommandRunner, FailsWithAReasonWhenItCannotStartAndLeavesNothingOpen)
     cmStringT output;
     EXPECT_EQ(runCommandCapture("\"no-such-program-in-path\"", output, ""), cmStatusProcessFailed);
     EXPECT_EQ(openDescriptors(), before);
-    EXPECT_EQ(zombieChildren(), 0u);
+    EXPECT_EQ(childProcesses(), 0u);
 }
 
 TEST(CommandRunner, EndsTheChildOneByteOverTheLimit)
@@ -97,9 +97,10 @@ TEST(ChildProcess, IsReapedLaterWhenItWasGivenUp)
     spawnProcess(forgotten, quoteArgument(program), spawnForget, {}, "", {}, nullptr, true);
     EXPECT_FALSE(forgotten.isValid());
     killProcessesOf(program);
-    EXPECT_TRUE(eventually([&program] { return processesOf(program) == 0; }));
-    reapEndedChildren();
-    EXPECT_EQ(zombieChildren(), 0u);
+    EXPECT_TRUE(eventually([] {
+        reapEndedChildren();
+        return childProcesses() == 0;
+    }));
 }
 
 TEST(ChildProcess, SharesOnePipeAndTakesInput)

@@ -12,7 +12,7 @@ protected:
     static bool isReaped()
     {
         reapEndedChildren();
-        return zombieChildren() == 0;
+        return childProcesses() == 0;
     }
     /// Starts a pass with each tool, all of which hang, and calls `stop`. Returns the watch types of the passes in the order in
     /// which they ended.

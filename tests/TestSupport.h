@@ -76,5 +76,5 @@ void killProcessesOf(const std::string& path);
 int runInto(const std::string& program, const std::string& arguments, const fs::path& output, const fs::path& error);
 /// `wanted` starts of a program, reduced where a start takes long.
 int affordableStarts(int wanted);
-/// The number of ended children of this process that were not reaped; 0 where there is nothing to reap.
-std::size_t zombieChildren();
+/// The number of this process's children, running or not yet reaped; 0 where there is nothing to reap.
+std::size_t childProcesses();

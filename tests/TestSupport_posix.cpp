@@ -72,7 +72,7 @@ int runInto(const std::string& program, const std::string& arguments, const fs::
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-std::size_t zombieChildren()
+std::size_t childProcesses()
 {
-    return findProcesses([](const fs::path& process) { return stateAndParent(process) == std::pair('Z', getpid()); }).size();
+    return findProcesses([](const fs::path& process) { return stateAndParent(process).second == getpid(); }).size();
 }

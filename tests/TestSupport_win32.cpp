@@ -88,7 +88,7 @@ int runInto(const std::string& program, const std::string& arguments, const fs::
     return static_cast<int>(exitCode);
 }
 
-std::size_t zombieChildren()
+std::size_t childProcesses()
 {
     return 0;  // an ended child only leaves a handle, which openDescriptors counts
 }
