@@ -36,8 +36,11 @@ struct Key {
     friend bool operator==(const Key&, const Key&) = default;
 };
 
+/// The key with which a terminal sends the character `code`: Enter, Escape, Tab and Backspace are controls there.
+Key keyOfCharacter(char32_t code);
+
 /// The keys that `text` names, in the order in which they are pressed: each character is that key, but for names in angle
 /// brackets: <Enter> <Esc> <Tab> <BackTab> <Backspace> <Up> <Down> <Left> <Right> <PageUp> <PageDown> <Home> <End> <Space> <lt>,
-/// <C-x> for Ctrl, <Click:ROW,COLUMN> <DoubleClick:ROW,COLUMN> <WheelUp:ROW,COLUMN> <WheelDown:ROW,COLUMN>. Nothing when it has
-/// another name.
+/// <C-x> for Ctrl and a letter, <Click:ROW,COLUMN> <DoubleClick:ROW,COLUMN> <WheelUp:ROW,COLUMN> <WheelDown:ROW,COLUMN>. Nothing
+/// when it has another name or is no UTF-8.
 std::optional<cmArray<Key>> keysFromText(cmROStringT text);
