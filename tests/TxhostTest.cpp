@@ -95,7 +95,7 @@ TEST(Txhost, TellsFailuresAndWrongUsageApart)
     expectFailure({"watch", missing}, 1, "txhost: " + missing + ": no such file or directory\n");
     for (const std::string command : {"recent", "reload"})
         expectFailure({command, missing}, 1, "txhost: " + missing + ": no such file\n");
-    expectFailure({}, 2, "");
+    expectFailure({}, 2, "txhost: A subcommand is required\n");
     expectFailure({"--json", "stauts", "show", "x"}, 2, "txhost: there is no command stauts; the nearest one is status\n");
     expectFailure({"help", "lgo"}, 2, "the nearest one is log\n");
     expectFailure({"xyz"}, 2, "there is no command xyz; txhost help lists them\n");

@@ -1,43 +1,9 @@
 #include "txhost/HostCommandLine.h"
 
-#include "common/cmString.h"
-#include "txhost/Console.h"
-#include "txhost/NearestWord.h"
-
-#include <algorithm>
 #include <limits>
-#include <sstream>
 #include <utility>
 
 namespace {
-
-constexpr int exitUsage = 2;
-
-/// CLI11 splits a word in square brackets into a list. It leaves a word alone that begins with this character.
-constexpr char bracketGuard = '\x1F';
-
-void removeGuard(std::string& word)
-{
-    if (word.starts_with(bracketGuard))
-        word.erase(0, 1);
-}
-
-/// The words of the command line as CLI11 wants them: guarded, the last one first.
-std::vector<std::string> guardedWords(std::vector<std::string> words)
-{
-    for (std::string& word : words) {
-        if (word.starts_with('['))
-            word.insert(word.begin(), bracketGuard);
-    }
-    std::reverse(words.begin(), words.end());
-    return words;
-}
-
-void chooseColours(const std::string& when)
-{
-    using enum console::ColourChoice;
-    console::chooseColours(when == "always" ? always : when == "never" ? never : automatic);
-}
 
 CLI::Range atLeast(int least, int most = std::numeric_limits<int>::max())
 {
@@ -46,133 +12,14 @@ CLI::Range atLeast(int least, int most = std::numeric_limits<int>::max())
 
 }  // namespace
 
-HostCommandLine::HostCommandLine()
+HostCommandLine::HostCommandLine() : CommandParser("txhost: a headless Tamarin that loads the filewatcher module and uses it")
 {
-    m_app.allow_windows_style_options(false);  // a word such as /x is an argument on every system
-    m_app.require_subcommand(1);
-    m_app.set_version_flag("--version", "txhost " FILEWATCHER_VERSION, "Print the version");
-    m_app.footer(
-        "txhost help COMMAND: its arguments and options. Exit codes: 0 done, 1 something was not answered, 2 wrong usage.");
-    addCommonOptions(m_app);
-    addCommands();
-}
-
-std::optional<int> HostCommandLine::parse(const std::vector<std::string>& words)
-{
-    try {
-        m_app.parse(guardedWords(words));
-        removeGuards();
-        return std::nullopt;
-    } catch (const CLI::Success& success) {
-        std::ostringstream text;
-        m_app.exit(success, text);
-        console::printLine(cmWithoutLineEnd(text.str()));
-        return 0;
-    } catch (const CLI::ParseError& error) {
-        console::printErrorLines(complaintAbout(error));
-        return exitUsage;
-    }
-}
-
-void HostCommandLine::removeGuards()
-{
-    for (std::string& word : m_words)
-        removeGuard(word);
-    for (std::string* word :
-         {&m_name, &m_repository, &m_command, &m_log.restriction, &m_log.filter, &m_options.revision, &m_options.cache})
-        removeGuard(*word);
-    for (auto& [tool, program] : m_options.programs)
-        removeGuard(program);
-}
-
-std::string HostCommandLine::complaintAbout(const CLI::ParseError& error)
-{
-    std::vector<std::string> unexpected = m_app.remaining();
-    if (!unexpected.empty() && !unexpected.front().starts_with('-')) {
-        removeGuard(unexpected.front());
-        return "txhost: " + unknownCommand(unexpected.front());
-    }
-    std::ostringstream ignored;
-    std::ostringstream complaint;
-    m_app.exit(error, ignored, complaint);
-    return complaint.str();
-}
-
-std::string HostCommandLine::unknownCommand(const std::string& word)
-{
-    std::vector<std::string> names;
-    for (const CLI::App* command : m_app.get_subcommands(nullptr))
-        names.push_back(command->get_name());
-    const std::string nearest = nearestWord(word, names);
-    return "there is no command " + word + (nearest.empty() ? "; txhost help lists them" : "; the nearest one is " + nearest);
-}
-
-int HostCommandLine::printHelp()
-{
-    const auto found = m_app.get_subcommands([this](const CLI::App* command) { return command->get_name() == m_name; });
-    if (found.empty() && !m_name.empty())
-        throw UsageError(unknownCommand(m_name));
-    m_app.clear();  // else it would describe the command that was parsed
-    console::printLine(cmWithoutLineEnd(found.empty() ? m_app.help() : found.front()->help("txhost")));
-    return 0;
-}
-
-int HostCommandLine::runShowOf(const CLI::Option* repository, const CLI::Option* hash)
-{
-    if (hash->count() == 0)
-        m_options.revision = repository->count() == 0 ? "HEAD" : std::exchange(m_repository, ".");
-    return runShow(m_options, m_repository);
-}
-
-CLI::App* HostCommandLine::addCommand(const std::string& name, const std::string& description, std::function<int()> run)
-{
-    CLI::App* added = m_app.add_subcommand(name, description);
-    added->callback([this, run = std::move(run)] { m_run = run; });
-    addCommonOptions(*added);
-    return added;
-}
-
-/// The program and each of its commands have them, so that they may stand anywhere and every help shows them.
-void HostCommandLine::addCommonOptions(CLI::App& app)
-{
-    constexpr const char* group = "Common options";
-    app.get_help_ptr()->description("Print this help");
-    app.add_flag("--json", m_options.json, "One JSON object a line")->group(group);
-    app.add_flag("--debug", m_options.debug, "Write the editor's debug log to standard error")->group(group);
-    app.add_option_function<std::string>("--color", &chooseColours, "Whether text is coloured; with always as for a pager")
-        ->type_name("WHEN")
-        ->check(CLI::IsMember({"auto", "always", "never"}))
-        ->default_str("auto")
-        ->group(group);
-    for (const Tool* tool : allTools) {
-        const std::string name = tool->name;
-        app.add_option("--" + name, m_options.programs[tool->number], "The " + name + " program; looked for in PATH")
-            ->type_name("PATH")
-            ->default_str(name)
-            ->group(group);
-    }
-    app.add_option("--max-output", m_options.maxStatusOutput, "Bytes that one run of a tool may write")
-        ->type_name("BYTES")
-        ->check(atLeast(1))
-        ->capture_default_str()
-        ->group(group);
-}
-
-void HostCommandLine::addCommands()
-{
-    CLI::App* help = addCommand("help", "Explain the commands, or one of them", [this] { return printHelp(); });
-    help->add_option("COMMAND", m_name, "The command");
     addCommand("tour", "Use every feature on a scratch repository", [this] { return runTour(m_options); });
     addStatusAndWatch();
     addBrowser();
     addGitQueries();
     addFileCommands();
-    addCommand("functions", "List the functions that the module registers", [this] { return runFunctions(m_options); });
-
-    CLI::App* call = addCommand("call", "Call one function; variables by reference are JSON",
-                                [this] { return runCall(m_options, m_name, m_words); });
-    call->add_option("NAME", m_name, "Its name")->required();
-    call->add_option("ARG", m_words, "Its arguments");
+    addModuleCommands();
 }
 
 void HostCommandLine::addStatusAndWatch()
@@ -204,6 +51,7 @@ void HostCommandLine::addWorkingCopies(CLI::App* command)
         ->type_name("TEXT")
         ->default_str(".");
     command->add_option("--tool", m_options.tool, "Whose they are, instead of finding out")
+        ->type_name("TOOL")
         ->check(CLI::IsMember(toolNames()))
         ->default_str("the tool whose mark is found");
     command->add_option("--patience", m_options.patienceMs, "Milliseconds until a tool that does not answer is named")
@@ -213,9 +61,9 @@ void HostCommandLine::addWorkingCopies(CLI::App* command)
     command->add_flag("--updates", m_options.updates, "Show what is newer in the repository, too");
 }
 
-CLI::Option* HostCommandLine::addRepository(CLI::App* command, const std::string& description)
+void HostCommandLine::addRepository(CLI::App* command, const std::string& description)
 {
-    return command->add_option("REPO", m_repository, description)->capture_default_str();
+    command->add_option("REPO", m_repository, description)->capture_default_str();
 }
 
 void HostCommandLine::addGitQueries()
@@ -228,15 +76,21 @@ void HostCommandLine::addGitQueries()
     history->add_flag("--follow", m_options.follow, "Go on beyond renames");
     history->add_flag("--working", m_options.working, "Begin with the working file");
 
-    CLI::App* show = addCommand("show", "Show a commit of a Git repository", {});
-    const CLI::Option* repository = addRepository(show, "The repository; a single word is the HASH in the current directory");
-    const CLI::Option* hash = show->add_option("HASH", m_options.revision, "The commit")->default_str("HEAD");
-    show->callback([this, repository, hash] { m_run = [this, repository, hash] { return runShowOf(repository, hash); }; });
+    m_show = addCommand("show", "Show a commit of a Git repository", [this] { return runShowOfWords(); });
+    addRepository(m_show, "The repository; a single word is the HASH in the current directory");
+    m_show->add_option("HASH", m_options.revision, "The commit")->default_str("HEAD");
 
     CLI::App* diff =
         addCommand("diff", "Show what differs in a Git working copy", [this] { return runDiff(m_options, m_repository); });
     addRepository(diff, "The working copy; for a REV in the current directory: diff . REV");
     diff->add_option("REV", m_options.revision, "A revision, instead of the index and the last commit");
+}
+
+int HostCommandLine::runShowOfWords()
+{
+    if (m_show->count("HASH") == 0)
+        m_options.revision = m_show->count("REPO") == 0 ? "HEAD" : std::exchange(m_repository, ".");
+    return runShow(m_options, m_repository);
 }
 
 void HostCommandLine::addBrowser()
@@ -275,4 +129,14 @@ void HostCommandLine::addFileCommands()
     CLI::App* recent = addCommand("recent", "Put files on the system's list of recent documents",
                                   [this] { return runRecent(m_options, m_words); });
     recent->add_option("FILE", m_words, "Files")->required();
+}
+
+void HostCommandLine::addModuleCommands()
+{
+    addCommand("functions", "List the functions that the module registers", [this] { return runFunctions(m_options); });
+
+    CLI::App* call = addCommand("call", "Call one function; variables by reference are JSON",
+                                [this] { return runCall(m_options, m_name, m_words); });
+    call->add_option("NAME", m_name, "Its name")->required();
+    call->add_option("ARG", m_words, "Its arguments");
 }
