@@ -24,7 +24,8 @@ Function* callback(const Host& host, std::int32_t slot)
 Browser::Browser(Host& host, const cmStringT& repository, const cmStringT& restriction) : m_host(host), m_repository(repository)
 {
     host.requireTool(gitTool);
-    const std::int32_t status = host.call("_GitGetBranchInfo", {repository, host.programPath(gitTool), 0, restriction});
+    constexpr std::int32_t force = 1;  // an earlier browser may have loaded the same repository
+    const std::int32_t status = host.call("_GitGetBranchInfo", {repository, host.programPath(gitTool), force, restriction});
     if (status == threadNotStarted)
         throw HostError(repository, "a thread could not be started, or memory ran out");
     if (status != 0)

@@ -2,12 +2,16 @@
 
 #include "txhost/Host.h"
 #include "txhost/browse/BrowseExchange.h"
+#include "txhost/browse/BrowsedHistory.h"
+
+#include <memory>
 
 /// Answers on the editor's thread what the screen wants: with the module's browser, its queries, and the status of the working
 /// copy. One at a time.
 class BrowseSession {
 public:
-    /// `repository` is the absolute path of a directory in the working copy. `exchange` must outlive the session.
+    /// `repository` is the absolute path of a directory in the working copy. `exchange` must outlive the session. Its
+    /// `wakeSession` posts any task to the editor, which ends the session's sleep.
     BrowseSession(Host& host, cmStringT repository, BrowseExchange& exchange);
     ~BrowseSession();
     BrowseSession(const BrowseSession&) = delete;
@@ -15,4 +19,14 @@ public:
 
     /// Answers until the user has left, which also ends the tools that it waits for. Throws HostError when it cannot even begin.
     void run();
+
+private:
+    void load(std::uint32_t number);
+    bool serve(const BrowseWants& wants);
+
+    Host& m_host;
+    const cmStringT m_repository;
+    BrowseExchange& m_exchange;
+    std::uint32_t m_edition = 0;  ///< the last one of earlier loads
+    std::unique_ptr<BrowsedHistory> m_history;
 };

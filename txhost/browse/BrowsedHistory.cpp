@@ -1,0 +1,93 @@
+#include "txhost/browse/BrowsedHistory.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr std::chrono::milliseconds betweenStates{50};
+
+}  // namespace
+
+BrowsedHistory::BrowsedHistory(Host& host, const cmStringT& repository, std::uint32_t load, std::uint32_t edition)
+    : m_repository(repository), m_browser(host, repository, ""), m_firstEdition(edition)
+{
+    m_state.load = load;
+    m_state.edition = edition + m_commits.edition();
+}
+
+bool BrowsedHistory::goOn(const cmStringT& filter)
+{
+    const bool isLoading = m_browser.isLoading();  // asked before the rows, which are complete when it has ended
+    if (m_browser.count() > 0 && filter != m_commits.filter()) {
+        m_commits.setFilter(filter);
+        m_hasStateChanged = true;
+    }
+    const bool hasMore = m_commits.goOn(isLoading);
+    const std::int32_t count = m_commits.count();
+    m_hasStateChanged |= !isLoading && count != m_state.rowCount;
+    m_state.rowCount = count;
+    if (m_state.isLoading && !isLoading)
+        endLoad();
+    return hasMore;
+}
+
+std::optional<HistoryState> BrowsedHistory::takeState()
+{
+    const Clock::time_point now = Clock::now();
+    if (!m_hasStateChanged && (!m_state.isLoading || now < m_nextState))
+        return std::nullopt;
+    m_hasStateChanged = false;
+    m_nextState = now + betweenStates;
+    m_state.edition = m_firstEdition + m_commits.edition();
+    m_state.filter = m_commits.filter();
+    m_state.filterFoundNothing = m_commits.hasFilterFoundNothing();
+    const auto passed = std::chrono::duration_cast<std::chrono::milliseconds>(now - m_begin).count();
+    m_state.rowsPerSecond =
+        m_state.isLoading ? static_cast<std::int32_t>(m_browser.count() * std::int64_t{1000} / std::max<std::int64_t>(passed, 1))
+                          : 0;
+    return m_state;
+}
+
+std::optional<HistoryRows> BrowsedHistory::takeRows(std::int32_t first, std::int32_t count)
+{
+    const std::int32_t start = std::clamp(first, 0, m_state.rowCount);
+    const std::int32_t end = start + std::clamp(count, 0, m_state.rowCount - start);
+    const Told told{start, end, m_firstEdition + m_commits.edition(), m_content};
+    if (told == m_told)
+        return std::nullopt;
+    m_told = told;
+    HistoryRows rows{told.edition, start, {}};
+    for (std::int32_t number = start; number < end; ++number)
+        rows.rows.push_back(row(number));
+    return rows;
+}
+
+void BrowsedHistory::endLoad()
+{
+    m_state.isLoading = false;
+    m_hasStateChanged = true;
+    ++m_content;
+}
+
+HistoryRow BrowsedHistory::row(std::int32_t number)
+{
+    const std::int64_t commit = m_commits.commitIn(number);
+    GitCommitInfo info;
+    HistoryRow row;
+    m_browser.commit(commit, info);
+    m_browser.graphRow(commit, row.graph);
+    row.hash = std::move(info.hash);
+    if (!info.firstParent.isEmpty())
+        row.parents.push_back(std::move(info.firstParent));
+    for (cmStringT& parent : info.otherParents)
+        row.parents.push_back(std::move(parent));
+    row.author = std::move(info.authorName);
+    row.email = std::move(info.authorEmail);
+    row.date = info.date;
+    row.subject = std::move(info.subject);
+    row.branches = m_browser.branchNames(info);
+    row.tags = m_browser.tags(commit);
+    row.isOnCurrentBranch = info.onCurrentBranch > 0;
+    return row;
+}

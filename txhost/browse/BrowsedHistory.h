@@ -1,0 +1,54 @@
+#pragma once
+
+#include "txhost/Browser.h"
+#include "txhost/browse/BrowseData.h"
+#include "txhost/browse/ShownCommits.h"
+
+#include <chrono>
+#include <optional>
+
+/// One load of the history: what the screen is told of it, and the rows that it wants. The destructor ends the load. For the
+/// editor's thread.
+class BrowsedHistory {
+public:
+    /// Begins the load `load`, whose rows have the numbers of editions from `edition` on. Throws HostError when it cannot begin.
+    BrowsedHistory(Host& host, const cmStringT& repository, std::uint32_t load, std::uint32_t edition);
+
+    /// Takes in what has been loaded, for about 10 ms at most. Returns whether there is more to do at once.
+    bool goOn(const cmStringT& filter);
+    bool isLoading() const { return m_state.isLoading; }
+    std::uint32_t load() const { return m_state.load; }
+    const HistoryState& state() const { return m_state; }
+    ShownCommits& commits() { return m_commits; }
+    Browser& browser() { return m_browser; }
+
+    /// The state when the screen is to be told it: as soon as it has changed, but of a growing number of rows not too often.
+    std::optional<HistoryState> takeState();
+    /// The rows that are wanted, as many as there are; nothing when they have been taken and are still the same.
+    std::optional<HistoryRows> takeRows(std::int32_t first, std::int32_t count);
+
+private:
+    using Clock = std::chrono::steady_clock;
+    /// What was told of the rows.
+    struct Told {
+        std::int32_t first = 0;
+        std::int32_t end = 0;
+        std::uint32_t edition = 0;
+        std::uint32_t content = 0;
+        friend bool operator==(const Told&, const Told&) = default;
+    };
+
+    void endLoad();
+    HistoryRow row(std::int32_t number);
+
+    const cmStringT m_repository;
+    Browser m_browser;
+    ShownCommits m_commits{m_browser};
+    const std::uint32_t m_firstEdition;
+    const Clock::time_point m_begin = Clock::now();
+    HistoryState m_state;
+    bool m_hasStateChanged = true;
+    Clock::time_point m_nextState = Clock::time_point::min();
+    std::uint32_t m_content = 0;  ///< changes when rows that were told have become others
+    Told m_told;
+};
