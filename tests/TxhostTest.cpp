@@ -55,9 +55,9 @@ TEST(Txhost, ShowsTheStatusOfEachDirectoryByItsTool)
     EXPECT_EQ(json({"status", text(top), text(folder.path()), text(top / "sub")}),
               (std::vector<Json>{first, fileStatus(top / "sub" / "c", "git", {"mod"}, none), outside}));
 
-    makeRepository(top / "in" / "it", {"x"});
+    makeRepository(top / "in" / "deep" / "it", {"x"});
     const Json within{{"path", text(top / "in")}, {"tool", "git"}, {"clean", true}};
-    const Json nested{{"path", text(top / "in" / "it")}, {"tool", "git"}, {"clean", true}};
+    const Json nested{{"path", text(top / "in" / "deep" / "it")}, {"tool", "git"}, {"clean", true}};
     EXPECT_EQ(json({"status", "--recurse", text(top), text(top / "in")}),
               (std::vector<Json>{first, fileStatus(top / "sub" / "c", "git", {"mod"}, none), within, nested}));
     EXPECT_EQ(json({"status", "--recurse", text(top / "sub")}).at(0)["local"], Json({"mod"}));
