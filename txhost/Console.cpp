@@ -3,39 +3,13 @@
 #include "common/Environment.h"
 #include "common/cmMutex.h"
 #include "common/cmStringCatHelper.h"
-#include "txhost/Character.h"
+#include "txhost/EscapedText.h"
 #include "txhost/TextWidth.h"
 
-#include <array>
 #include <cstdio>
 #include <string>
 
 namespace {
-
-/// `text` with the bytes of each character that `isEscaped` chooses written as \xHH.
-template <class Predicate>
-cmStringT escapedWhere(cmROStringT text, Predicate isEscaped)
-{
-    cmStringT shown("");
-    while (!text.empty()) {
-        const Character character = takeCharacter(text);
-        if (!isEscaped(character)) {
-            shown += character.bytes;
-            continue;
-        }
-        for (const char c : character.bytes) {
-            std::array<char, 8> escape{};
-            std::snprintf(escape.data(), escape.size(), "\\x%02X", static_cast<unsigned>(static_cast<unsigned char>(c)));
-            shown += escape.data();
-        }
-    }
-    return shown;
-}
-
-cmStringT forTerminal(cmROStringT text)
-{
-    return escapedWhere(text, [](const Character& character) { return isControl(character) || isTerminalControl(character); });
-}
 
 bool userWantsColours()
 {
@@ -79,7 +53,7 @@ void console::showProgress(cmROStringT text)
     if (!showsProgress())
         return;
     const std::size_t columns = terminalWidth(true);  // not every terminal tells
-    const cmStringT shown = shortened(forTerminal(text), (columns == 0 ? 80 : columns) - 1, "~");
+    const cmStringT shown = shortened(escapedForTerminal(text), (columns == 0 ? 80 : columns) - 1, "~");
     const cmMutexLock hold(progressLock);
     removeProgress();
     isProgressShown = !shown.isEmpty();
@@ -128,14 +102,14 @@ void console::printInterrupted(cmROStringT missing)
 
 void console::printError(cmROStringT line)
 {
-    printErrorLines(cmStringT(cmCat("txhost: ") + forTerminal(line)));
+    printErrorLines(cmStringT(cmCat("txhost: ") + escapedForTerminal(line)));
 }
 
 void console::printErrorLines(cmROStringT text)
 {
     cmStringT lines("");
     while (!text.empty())
-        lines += cmStringT(cmCat(forTerminal(cmWithoutLineEnd(cmTakeUntil(text, '\n')))) + "\n");
+        lines += cmStringT(cmCat(escapedForTerminal(cmWithoutLineEnd(cmTakeUntil(text, '\n')))) + "\n");
     const cmMutexLock hold(progressLock);
     removeProgress();
     std::fwrite(lines.c_str(), 1, lines.length(), stderr);
@@ -149,7 +123,7 @@ void console::chooseColours(ColourChoice choice)
 
 cmStringT console::printable(cmROStringT text)
 {
-    return isForTerminal() ? forTerminal(text) : escapedWhere(text, &isControl);
+    return isForTerminal() ? escapedForTerminal(text) : escapedControls(text);
 }
 
 cmStringT console::coloured(int colour, cmROStringT text)

@@ -1,7 +1,5 @@
 #include "txhost/GraphText.h"
 
-#include "common/cmArray.h"
-
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -118,12 +116,7 @@ private:
 
 }  // namespace
 
-cmStringT inNoColour(int, cmROStringT text)
-{
-    return text;
-}
-
-cmStringT graphText(const GraphRow& row, const GraphView& view, Painter paint)
+cmArray<GraphCell> graphCells(const GraphRow& row, const GraphView& view)
 {
     const Picture picture(row);
     const cmArray<Column>& columns = picture.columns();
@@ -154,9 +147,21 @@ cmStringT graphText(const GraphRow& row, const GraphView& view, Painter paint)
     }
     cells.resize(view.width - 1);
     cells.emplace_back();
-    cmStringT text("");
+    cmArray<GraphCell> coloured;
     for (const Cell& cell : cells)
-        text += cell.text == " " || cell.text == "…" ? cmStringT(cell.text)
-                                                     : paint(laneColours[cell.lane % laneColours.size()], cell.text);
+        coloured.push_back({cell.text, cell.text == " " || cell.text == "…" ? 0 : laneColours[cell.lane % laneColours.size()]});
+    return coloured;
+}
+
+cmStringT inNoColour(int, cmROStringT text)
+{
+    return text;
+}
+
+cmStringT graphText(const GraphRow& row, const GraphView& view, Painter paint)
+{
+    cmStringT text("");
+    for (const GraphCell& cell : graphCells(row, view))
+        text += cell.colour == 0 ? cmStringT(cell.text) : paint(cell.colour, cell.text);
     return text;
 }

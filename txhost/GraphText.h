@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/cmArray.h"
 #include "common/cmString.h"
 #include "filewatcher/git/graph/GraphRow.h"
 #include "txhost/GraphWindow.h"
@@ -14,9 +15,18 @@
 // Two rows with different lines have different pictures, but for the commit's own column: whether a line comes from above and one
 // goes on below is told by the rows there.
 
+/// One cell of the picture. A view of a literal; 0 is the terminal's own colour, else an SGR number.
+struct GraphCell {
+    cmROStringT text;
+    int colour = 0;
+};
+
+/// The part of the picture of `row` that `view` shows, in as many cells as that is wide. The last one is always blank.
+cmArray<GraphCell> graphCells(const GraphRow& row, const GraphView& view);
+
 /// Writes text in a colour, an SGR number; console::coloured, or `inNoColour`.
 using Painter = cmStringT (*)(int colour, cmROStringT text);
 cmStringT inNoColour(int colour, cmROStringT text);
 
-/// The part of the picture of `row` that `view` shows, padded with blanks; the last cell is always blank.
+/// The text of graphCells().
 cmStringT graphText(const GraphRow& row, const GraphView& view, Painter paint = &inNoColour);

@@ -13,42 +13,6 @@
 namespace {
 
 constexpr std::size_t leastSubject = 20;  ///< columns that nothing else takes from a subject
-constexpr std::size_t leastName = 2;      ///< of a label that is shortened: a letter and the ellipsis
-
-/// With its brackets and the blank behind it.
-std::size_t labelWidth(const LogLabel& label)
-{
-    return textWidth(label.name) + 3;
-}
-
-/// The labels as they are shown in at most `columns` columns, with this ellipsis. Reduces `columns` by what they take.
-cmArray<LogLabel> fittingLabels(const cmArray<LogLabel>& labels, std::size_t& columns, cmROStringT ellipsis)
-{
-    const LogLabel more{ellipsis, "[]", console::grey};
-    cmArray<LogLabel> shown;
-    const auto show = [&](const LogLabel& label) {
-        shown.push_back(label);
-        columns -= labelWidth(label);
-    };
-    for (std::size_t i = 0; i < labels.size(); ++i) {
-        const std::size_t kept = i + 1 < labels.size() ? labelWidth(more) : 0;
-        LogLabel label = labels[i];
-        if (labelWidth(label) + kept <= columns) {
-            show(label);
-            continue;
-        }
-        const std::size_t around = labelWidth({}) + kept;
-        const bool isShortened = columns >= around + leastName;
-        if (isShortened) {
-            label.name = shortened(label.name, columns - around, ellipsis);
-            show(label);
-        }
-        if ((kept > 0 || !isShortened) && labelWidth(more) <= columns)
-            show(more);
-        break;
-    }
-    return shown;
-}
 
 }  // namespace
 
@@ -75,13 +39,8 @@ cmStringT LogLines::next(const GraphRow& row, const LogEntry& entry)
     --room;
 
     const std::size_t subjectWidth = textWidth(entry.subject);
-    std::size_t forLabels = std::max(room / 2, room - std::min(room, subjectWidth));
-    room -= forLabels;
-    for (const LogLabel& label : fittingLabels(entry.labels, forLabels, ellipsis)) {
-        const cmStringT bracketed = cmCat(label.brackets.substr(0, 1)) + label.name + label.brackets.substr(1);
-        line += cmStringT(cmCat(m_paint(label.colour, bracketed)) + " ");
-    }
-    room += forLabels;
+    for (const LogLabel& label : fittingLabels(entry.labels, subjectWidth, room, ellipsis))
+        line += cmStringT(cmCat(m_paint(label.colour, bracketed(label))) + " ");
 
     // What is shown beside the subject, the more important first.
     cmStringT about = entry.about;

@@ -5,17 +5,11 @@
 #include "txhost/GraphNames.h"
 #include "txhost/GraphText.h"
 #include "txhost/GraphWindow.h"
+#include "txhost/LogLabels.h"
 
 #include <cstddef>
 
 // The lines that `txhost log` prints for people. Pure functions of values.
-
-/// A branch or a tag at a commit.
-struct LogLabel {
-    cmStringT name;
-    cmROStringT brackets = "[]";  ///< two characters of ASCII
-    int colour = 0;
-};
 
 /// A commit beside its picture. Its texts hold nothing that a terminal obeys.
 struct LogEntry {
