@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <csignal>
 #include <cstdlib>
 #include <thread>
@@ -111,21 +112,33 @@ TEST(Txhost, EndsAFilteredLogWithTheLastWantedRow)
     EXPECT_EQ(jsonLines("log", process.output()).size(), 2u);
 }
 
-TEST(Txhost, ShowsOnATerminalWhatItWaitsFor)
+TEST(Txhost, ShowsOnATerminalAloneWhatItWaitsFor)
 {
     const TempFolder folder;
-    writeFile(folder / "svn.xml", "<status><target></target></status>");
-    fs::create_directory(folder / "w");
-    writeFile(folder / "w.silent", "");
     const std::string place = text(folder / "w");
-    const std::string command =
-        builtProgram("txhost") + " status --updates --tool svn --svn " + helperAs(folder, "tool-svn") + " " + place;
-    std::thread terminal(
-        [&] { EXPECT_EQ(std::system(("script -qec '" + command + "' /dev/null >" + text(folder / "out")).c_str()), 0); });
-    EXPECT_TRUE(eventually([&] { return readFile(folder / "out").find("svn in " + place + ", 0 s") != std::string::npos; }));
-    fs::remove(folder / "w.silent");
-    terminal.join();
-    EXPECT_NE(readFile(folder / "out").find("\r\033[Knothing is modified"), std::string::npos) << readFile(folder / "out");
+    const std::string out = text(folder / "out");
+    const std::string git = helperAs(folder, "tool-hangs-with-child");
+    const std::string svn = "status --updates --tool svn --svn " + helperAs(folder, "tool-svn") + " " + place;
+    writeFile(folder / "svn.xml", "<status><target></target></status>");
+    fs::create_directory(place);
+    // What the terminal shows of a command whose tool does not answer before `wanted` is there.
+    const auto shown = [&](const std::string& command, const std::string& wanted) {
+        writeFile(place + ".silent", "");
+        writeFile(out, "");
+        const std::string line = "script -qec '" + builtProgram("txhost") + " " + command + "' /dev/null >" + out;
+        std::atomic<bool> hasEnded = false;
+        std::thread terminal([&] { hasEnded = std::system(line.c_str()) != -1; });
+        EXPECT_TRUE(eventually([&] { return readFile(out).find(wanted) != std::string::npos; })) << command << readFile(out);
+        fs::remove(place + ".silent");
+        EXPECT_TRUE(eventually([&] { return killProcessesOf(git), hasEnded.load(); })) << command;
+        terminal.join();
+        return readFile(out);
+    };
+    EXPECT_NE(shown(svn, "svn in " + place + ", 0 s").find("\r\033[Knothing is modified"), std::string::npos);
+    EXPECT_EQ(shown(svn + " --patience 900 | cat", "waiting for svn in").find("\r\033[K"), std::string::npos);
+    shown("branches --git " + git + " " + place, "the branches of " + place + ", 0 s");
+    shown("log --git " + git + " " + place, place + ": 0 commits, 0 s");
+    EXPECT_EQ(shown("status " + place, "outside").find("nothing is modified"), std::string::npos);
 }
 
 TEST(Txhost, TellsWhenTheRecentListHasNotTakenAFile)

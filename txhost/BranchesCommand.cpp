@@ -4,7 +4,9 @@
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
+#include "txhost/WaitProgress.h"
 
+#include <optional>
 #include <utility>
 
 namespace {
@@ -33,7 +35,10 @@ int runBranches(const HostOptions& options, const std::string& named)
     Host host(options);
     console::catchInterrupts();
     Browser browser(host, repository, {});
-    if (!browser.waitFor([&] { return browser.hasBranches(); }))
+    std::optional<WaitProgress> progress(std::in_place, cmCat("the branches of ") + repository);
+    const bool ended = browser.waitFor([&] { return browser.hasBranches(); });
+    progress.reset();
+    if (!ended)
         return reportInterrupt(options, repository);
     for (std::int32_t number = 0;; ++number) {
         const cmStringT name = browser.branchName(number);

@@ -46,10 +46,12 @@ public:
             printRows();
     }
     bool isEnough() const { return m_wanted.rows >= 0 && m_printed >= m_wanted.rows; }
+    bool hasPrinted() const { return m_printed > 0; }
+
+private:
     /// A filter finds its commits, and a restricted log gets its final graph, when the load has ended.
     bool printsWhileLoading() const { return m_wanted.filter.empty() && logArguments(m_wanted).empty(); }
 
-private:
     void printRows()
     {
         const std::int32_t count = m_browser.count();
@@ -98,13 +100,14 @@ int runLog(const HostOptions& options, const std::string& named, const LogOption
     console::catchInterrupts();
     Browser browser(host, repository, cmROStringT(logArguments(wanted)));
     Log log(browser, options, wanted);
-    std::optional<WaitProgress> progress;
-    if (!log.printsWhileLoading())
-        progress.emplace(repository);
+    std::optional<WaitProgress> progress(std::in_place, repository);
     const bool ended = browser.waitFor([&] {
         if (progress)
             progress->tell(cmCat(repository) + ": " + std::to_string(browser.count()) + " commits");
-        return log.goOn();
+        const bool isDone = log.goOn();
+        if (log.hasPrinted())
+            progress.reset();
+        return isDone;
     });
     progress.reset();
     if (!ended)

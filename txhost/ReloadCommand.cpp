@@ -5,7 +5,9 @@
 #include "txhost/FileDates.h"
 #include "txhost/JsonText.h"
 #include "txhost/TimeText.h"
+#include "txhost/WaitProgress.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -57,7 +59,9 @@ int runReload(const HostOptions& options, const std::vector<std::string>& named)
 {
     Host host(options);
     const cmArray<cmStringT> paths = absolutePaths(named);
+    std::optional<WaitProgress> progress(std::in_place, "the dates of files");
     const FileDates dates = askFileDates(host, paths, options.budgetMs);
+    progress.reset();
     bool complete = true;
     for (const cmStringT& path : paths) {
         const auto date = dates.known.find(path);
