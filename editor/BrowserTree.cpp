@@ -2,8 +2,15 @@
 
 #include <utility>
 
+void BrowserTree::keepRows(bool kept)
+{
+    clear();
+    m_keepsRows = kept;
+}
+
 void BrowserTree::clear()
 {
+    m_countedRows = 0;
     for (const TreeRow& row : m_rows)
         m_variables.destroy(row.userData);
     m_rows.clear();
@@ -14,6 +21,8 @@ std::int32_t BrowserTree::add(std::int32_t after, const cmStringT& caption, std:
 {
     if (after != 0 && !isNode(after))
         return 0;
+    if (!m_keepsRows)
+        return static_cast<std::int32_t>(++m_countedRows);
     const std::size_t position = after == 0 ? 0 : m_rowOfNode[static_cast<std::size_t>(after) - 1] + 1;
     if (position < m_rows.size()) {
         for (std::size_t& row : m_rowOfNode)
@@ -31,7 +40,7 @@ std::int32_t BrowserTree::add(std::int32_t after, const cmStringT& caption, std:
 
 void BrowserTree::setDate(std::int32_t node, std::int32_t column, const TXDATETIME& date)
 {
-    if (!isNode(node))
+    if (!m_keepsRows || !isNode(node))
         return;
     TreeRow& row = m_rows[m_rowOfNode[static_cast<std::size_t>(node) - 1]];
     row.dateColumn = column;
@@ -40,5 +49,5 @@ void BrowserTree::setDate(std::int32_t node, std::int32_t column, const TXDATETI
 
 bool BrowserTree::isNode(std::int32_t node) const
 {
-    return node > 0 && static_cast<std::size_t>(node) <= m_rowOfNode.size();
+    return node > 0 && static_cast<std::size_t>(node) <= rowCount();
 }

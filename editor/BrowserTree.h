@@ -10,7 +10,10 @@ class BrowserTree {
 public:
     explicit BrowserTree(VariableStore& variables) : m_variables(variables) {}
 
-    /// The rows from the top.
+    /// With `kept` false the tree only counts the rows that are added from now on. Removes all rows.
+    void keepRows(bool kept);
+    std::size_t rowCount() const { return m_keepsRows ? m_rows.size() : m_countedRows; }
+    /// The rows from the top; none when they are only counted.
     const std::deque<TreeRow>& rows() const { return m_rows; }
     /// Removes all rows and destroys their copies of user data.
     void clear();
@@ -24,6 +27,8 @@ private:
     bool isNode(std::int32_t node) const;
 
     VariableStore& m_variables;
+    bool m_keepsRows = true;
+    std::size_t m_countedRows = 0;
     std::deque<TreeRow> m_rows;
     std::deque<std::size_t> m_rowOfNode;  ///< row index of each node, at node - 1
 };

@@ -152,6 +152,18 @@ void Editor::clearRecords(std::int32_t tool)
     m_parts->records.clear(tool);
 }
 
+void Editor::keepTreeRows(bool kept)
+{
+    requireEditorThread(*m_parts, __func__);
+    m_parts->tree.keepRows(kept);
+}
+
+std::size_t Editor::treeRowCount() const
+{
+    requireEditorThread(*m_parts, __func__);
+    return m_parts->tree.rowCount();
+}
+
 const std::deque<TreeRow>& Editor::tree() const
 {
     requireEditorThread(*m_parts, __func__);

@@ -91,6 +91,9 @@ TEST_F(GitBrowserTest, FiltersTheTree)
     EXPECT_EQ(editor.tree()[0].flags, 2);
     EXPECT_EQ(filter("no such thing", 1), 1u);
     EXPECT_EQ(filter(""), 6u);
+    editor.keepTreeRows(false);
+    EXPECT_EQ(filter("ADA@"), 0u);
+    EXPECT_EQ(editor.treeRowCount(), 3u);
 }
 
 TEST_F(GitBrowserTest, ASliceOfTheTreeEndsWhenItsTimeIsUp)
