@@ -96,3 +96,5 @@ std::vector<Row> measureBrowser(const std::optional<std::string>& repository);
 std::vector<Row> measurePicture(const std::optional<std::string>& repository);
 /// Laying out the graph of a generated history of 200,000 commits, against git's own graph and against the load.
 std::vector<Row> measureBrowserGraph();
+/// The full-screen browser on a generated history of 200,000 commits, or on `repository`, beside tig and git's own graph.
+std::vector<Row> measureBrowse(const std::optional<std::string>& repository);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -66,6 +67,28 @@ public:
 
 private:
     int m_id = 0;
+};
+
+/// A command whose output is read through a pipe. The destructor kills it.
+class PipedCommand {
+public:
+    /// Starts `words`, the first of which is the program's path, in `directory`. Throws BenchError when it cannot be started.
+    PipedCommand(const std::vector<std::string>& words, const std::filesystem::path& directory);
+    ~PipedCommand();
+    PipedCommand(const PipedCommand&) = delete;
+    PipedCommand& operator=(const PipedCommand&) = delete;
+
+    /// Both return the time since the start, in milliseconds.
+    double readLines(int lines);
+    double readToEnd();
+    /// The most memory that the command has had in use, without its children. After readToEnd.
+    double peakBytes() const { return m_peakBytes; }
+
+private:
+    const std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+    int m_output = -1;
+    int m_id = 0;
+    double m_peakBytes = 0;
 };
 
 }  // namespace bench

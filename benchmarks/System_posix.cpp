@@ -4,12 +4,14 @@
 #include "benchmarks/ScratchFolder.h"
 #include "common/CommandQuoting.h"
 
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -186,4 +188,64 @@ void bench::DirectChild::end()
     kill(child, SIGKILL);
     while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
     }
+}
+
+bench::PipedCommand::PipedCommand(const std::vector<std::string>& words, const fs::path& directory)
+{
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0)
+        throw BenchError(std::string("no pipe: ") + std::strerror(errno));
+    std::vector<char*> arguments;
+    for (const std::string& word : words)
+        arguments.push_back(const_cast<char*>(word.c_str()));
+    arguments.push_back(nullptr);
+    m_id = fork();
+    if (m_id == 0) {
+        if (chdir(directory.c_str()) == 0 && dup2(ends[1], STDOUT_FILENO) >= 0)
+            execv(arguments.front(), arguments.data());
+        _exit(127);
+    }
+    close(ends[1]);
+    m_output = ends[0];
+    if (m_id < 0)
+        throw BenchError(words.front() + ": " + std::strerror(errno));
+}
+
+bench::PipedCommand::~PipedCommand()
+{
+    close(m_output);
+    if (m_id <= 0)
+        return;
+    kill(m_id, SIGKILL);
+    while (waitpid(m_id, nullptr, 0) < 0 && errno == EINTR) {
+    }
+}
+
+double bench::PipedCommand::readLines(int lines)
+{
+    char block[4096];
+    while (lines > 0) {
+        const ssize_t count = read(m_output, block, sizeof block);
+        if (count <= 0)
+            throw BenchError("the output of a command is too short");
+        lines -= static_cast<int>(std::count(block, block + count, '\n'));
+    }
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - m_start).count();
+}
+
+double bench::PipedCommand::readToEnd()
+{
+    std::vector<char> block(65536);
+    while (read(m_output, block.data(), block.size()) > 0) {
+    }
+    const double time = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - m_start).count();
+    rusage usage{};
+    int status = 0;
+    while (wait4(m_id, &status, 0, &usage) < 0 && errno == EINTR) {
+    }
+    m_id = 0;
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
+        throw BenchError("a command has failed");
+    m_peakBytes = static_cast<double>(usage.ru_maxrss) * 1024;
+    return time;
 }

@@ -1,5 +1,5 @@
 # The libraries that we use, as targets: CLI11::CLI11, nlohmann_json::nlohmann_json, pugixml::pugixml, PkgConfig::Utf8proc,
-# GTest::gtest_main, and, for this system only, PkgConfig::GLib and PkgConfig::Ncurses.
+# GTest::gtest_main, and, for this system only, PkgConfig::GLib, PkgConfig::Ncurses and, for the benchmarks, PkgConfig::VTerm.
 # Here they are the system's. For another system they are built from Debian's sources, and of /usr/include only the two
 # header-only ones may be seen.
 if(NOT CMAKE_CROSSCOMPILING)
@@ -11,6 +11,9 @@ if(NOT CMAKE_CROSSCOMPILING)
   if(NOT WIN32)
     pkg_check_modules(GLib REQUIRED IMPORTED_TARGET glib-2.0)
     pkg_check_modules(Ncurses REQUIRED IMPORTED_TARGET ncursesw)
+    if(FILEWATCHER_BENCH)
+      pkg_check_modules(VTerm REQUIRED IMPORTED_TARGET vterm)
+    endif()
   endif()
   if(FILEWATCHER_TESTS)
     find_package(GTest REQUIRED)
