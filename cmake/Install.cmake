@@ -48,11 +48,12 @@ install(DIRECTORY docs DESTINATION ${documents})
 
 # The manual page is made of the help that the program prints.
 if(NOT WIN32)
-  add_custom_command(OUTPUT ${CMAKE_BINARY_DIR}/txhost.1
+  add_custom_command(OUTPUT ${CMAKE_BINARY_DIR}/txhost.1.gz
     COMMAND ${CMAKE_SOURCE_DIR}/tools/manpage $<TARGET_FILE:txhost> >${CMAKE_BINARY_DIR}/txhost.1
+    COMMAND gzip -9nfk ${CMAKE_BINARY_DIR}/txhost.1
     DEPENDS txhost ${CMAKE_SOURCE_DIR}/tools/manpage)
-  add_custom_target(manpage ALL DEPENDS ${CMAKE_BINARY_DIR}/txhost.1)
-  install(FILES ${CMAKE_BINARY_DIR}/txhost.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  add_custom_target(manpage ALL DEPENDS ${CMAKE_BINARY_DIR}/txhost.1.gz)
+  install(FILES ${CMAKE_BINARY_DIR}/txhost.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES txhost/txhost.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME txhost)
 endif()
 

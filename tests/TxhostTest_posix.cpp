@@ -125,7 +125,7 @@ TEST(Txhost, ShowsOnATerminalAloneWhatItWaitsFor)
     const auto shown = [&](const std::string& command, const std::string& wanted) {
         writeFile(place + ".silent", "");
         writeFile(out, "");
-        const std::string line = "script -qec '" + builtProgram("txhost") + " " + command + "' /dev/null >" + out;
+        const std::string line = "script -qec 'stty cols 300; " + builtProgram("txhost") + " " + command + "' /dev/null >" + out;
         std::atomic<bool> hasEnded = false;
         std::thread terminal([&] { hasEnded = std::system(line.c_str()) != -1; });
         EXPECT_TRUE(eventually([&] { return readFile(out).find(wanted) != std::string::npos; })) << command << readFile(out);
