@@ -18,3 +18,5 @@ void endProcessFamily(int handle, int leader) noexcept;
 /// Ends all children of this process in that way. Only for a program of our own: in a host, other code has children too. Throws
 /// std::bad_alloc.
 void endAllChildFamilies();
+/// The same for the children that one thread of this process has started; none where /proc does not list them by thread.
+void endChildFamiliesOf(int thread);

@@ -185,6 +185,15 @@ private:
     cmArray<Process> m_members;
 };
 
+void endChildFamily(pid_t leader)
+{
+    const int handle = openChildHandle(leader);
+    if (handle < 0)
+        return;
+    endProcessFamily(handle, leader);
+    close(handle);
+}
+
 }  // namespace
 
 int openChildHandle(int id)
@@ -211,10 +220,16 @@ void endProcessFamily(int handle, int leader) noexcept
 void endAllChildFamilies()
 {
     for (const Process& process : readProcesses()) {
-        const int handle = process.parent == getpid() ? openChildHandle(process.id) : -1;
-        if (handle < 0)
-            continue;
-        endProcessFamily(handle, process.id);
-        close(handle);
+        if (process.parent == getpid())
+            endChildFamily(process.id);
     }
+}
+
+void endChildFamiliesOf(int thread)
+{
+    std::array<char, 64> path{};
+    std::snprintf(path.data(), path.size(), "/proc/self/task/%d/children", thread);
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> list(std::fopen(path.data(), "re"), &std::fclose);
+    for (pid_t child = 0; list && std::fscanf(list.get(), "%d", &child) == 1;)
+        endChildFamily(child);
 }

@@ -6,6 +6,8 @@
 #include "txhost/JsonText.h"
 #include "txhost/WatchedDirectories.h"
 
+#include <utility>
+
 namespace {
 
 constexpr std::int32_t checkIntervalMs = 10;
@@ -21,7 +23,8 @@ Function* callback(const Host& host, std::int32_t slot)
 
 }  // namespace
 
-Browser::Browser(Host& host, const cmStringT& repository, const cmStringT& restriction) : m_host(host), m_repository(repository)
+Browser::Browser(Host& host, const cmStringT& repository, const cmStringT& restriction, EditorObserver observer)
+    : m_host(host), m_repository(repository)
 {
     host.requireTool(gitTool);
     constexpr std::int32_t force = 1;  // an earlier browser may have loaded the same repository
@@ -30,11 +33,11 @@ Browser::Browser(Host& host, const cmStringT& repository, const cmStringT& restr
         throw HostError(repository, "a thread could not be started, or memory ran out");
     if (status != 0)
         throw HostError(failureOf(status, {}, repository, gitTool.name));
-    EditorObserver observer;  // the notices of the load wait for the event loop
+    // The notices of the load wait for the event loop.
     observer.gitLoadEnded = [this](const cmStringT&, std::int32_t part, std::int32_t partStatus, const cmStringT& message) {
         m_ended[part] = {partStatus, message};
     };
-    host.editor().setObserver(observer);
+    host.editor().setObserver(std::move(observer));
 }
 
 Browser::~Browser()
@@ -61,32 +64,33 @@ bool Browser::isLoading()
     return m_host.call("_GitGetBranchInfoRunning", {}) != 0;
 }
 
-int Browser::reportFailures(std::int32_t lastPart)
+LoadReport Browser::report(std::int32_t lastPart)
 {
     m_host.editor().runUntil([] { return false; }, 0);
-    cmStringT told;
-    bool hasFailed = false;
+    LoadReport report;
     for (std::int32_t part = txGitLoadBranches; part <= lastPart; ++part) {
         const PartEnd& end = m_ended.try_emplace(part, PartEnd{statusGitFailed, "the load broke off"}).first->second;
         if (end.status == 0)
             continue;
-        if (part == txGitLoadCommits && end.status == statusGitFailed && end.message.isEmpty())
-            hasFailed = !tellNoCommits() || hasFailed;
-        else if (told.isNull() || end.message != told)  // when git cannot start, both parts say so
-            printFailure(failureOf(end.status, told = end.message, m_repository, gitTool.name), m_host.options().json);
+        const bool isSilent = part == txGitLoadCommits && end.status == statusGitFailed && end.message.isEmpty();
+        const std::optional<Failure> failure =
+            isSilent ? suspectSilence(m_host, m_repository) : failureOf(end.status, end.message, m_repository, gitTool.name);
+        report.isEmpty = !failure;
+        // When git cannot start, both parts say so.
+        if (failure && (report.failures.empty() || report.failures.back().message != failure->message))
+            report.failures.push_back(*failure);
     }
-    return told.isNull() && !hasFailed ? 0 : 1;
+    return report;
 }
 
-/// Tells that there are no commits. Returns false when that is not known.
-bool Browser::tellNoCommits() const
+int Browser::reportFailures(std::int32_t lastPart)
 {
-    if (const std::optional<Failure> doubt = suspectSilence(m_host, m_repository)) {
-        printFailure(*doubt, m_host.options().json);
-        return false;
-    }
-    console::printError(cmStringT(cmCat(m_repository) + ": no commits"));
-    return true;
+    const LoadReport ended = report(lastPart);
+    for (const Failure& failure : ended.failures)
+        printFailure(failure, m_host.options().json);
+    if (ended.isEmpty)
+        console::printError(cmStringT(cmCat(m_repository) + ": no commits"));
+    return ended.failures.empty() ? 0 : 1;
 }
 
 std::int32_t Browser::count() const

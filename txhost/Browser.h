@@ -10,13 +10,19 @@
 #include <optional>
 #include <string>
 
+/// How a load has ended.
+struct LoadReport {
+    cmArray<Failure> failures;  ///< why parts of it are missing
+    bool isEmpty = false;       ///< git knows the repository, and it has no commits
+};
+
 /// The editor's Git browser on one repository. The module loads the history in the background; the getters answer for what is
 /// loaded so far. The destructor ends the load. For the editor's thread; one at a time.
 class Browser {
 public:
     /// Starts the load. A non-empty `restriction` replaces "all branches" in the arguments of git log. Throws HostError when git
-    /// cannot be started or the module refuses.
-    Browser(Host& host, const cmStringT& repository, const cmStringT& restriction);
+    /// cannot be started or the module refuses. `observer` gets the editor's other notices meanwhile.
+    Browser(Host& host, const cmStringT& repository, const cmStringT& restriction, EditorObserver observer = {});
     ~Browser();
     Browser(const Browser&) = delete;
     Browser& operator=(const Browser&) = delete;
@@ -26,8 +32,10 @@ public:
     bool isLoading();
     /// Whether all branches are read. They are before the first commit is.
     bool hasBranches() const { return m_ended.contains(txGitLoadBranches); }
-    /// Prints what failed in the parts of the load up to `lastPart`; call when these have ended. That there are no commits is no
-    /// failure when git knows the repository, but told on standard error. Returns the exit code.
+    /// What failed in the parts of the load up to `lastPart`; call when these have ended. Asks git when there are no commits, and
+    /// waits for it.
+    LoadReport report(std::int32_t lastPart = txGitLoadCommits);
+    /// Prints it. That there are no commits is no failure, but told on standard error. Returns the exit code.
     int reportFailures(std::int32_t lastPart = txGitLoadCommits);
 
     /// How many commits are loaded; the working copy counts as one.
@@ -55,8 +63,6 @@ private:
         std::int32_t status;
         cmStringT message;
     };
-
-    bool tellNoCommits() const;
 
     Host& m_host;
     const cmStringT m_repository;

@@ -2,6 +2,7 @@
 #include "txhost/Browser.h"
 #include "txhost/Commands.h"
 #include "txhost/Console.h"
+#include "txhost/HunkText.h"
 #include "txhost/InterruptWatch.h"
 #include "txhost/JsonText.h"
 
@@ -69,33 +70,15 @@ void printChangedFiles(const Json& entry)
     print("staged", console::coloured(console::green, "staged  "));
 }
 
-/// "@@ -1,2 +1,3 @@", or with one range more for each further parent "@@@ -1,2 -1,3 +1,4 @@@".
-cmStringT rangesOf(const Json& hunk)
-{
-    const auto range = [](const char* sign, const Json& start, const Json& count) {
-        return sign + std::to_string(start.get<std::int64_t>()) + "," + std::to_string(count.get<std::int64_t>());
-    };
-    std::string signs = "@@";
-    std::string text;
-    if (hunk.contains("oldRanges")) {
-        signs = std::string(hunk.at("oldRanges").size() + 1, '@');
-        for (const Json& old : hunk.at("oldRanges"))
-            text += range(" -", old.at("start"), old.at("count"));
-    } else {
-        text = range(" -", hunk.at("oldStart"), hunk.at("oldCount"));
-    }
-    return cmROStringT(signs + text + range(" +", hunk.at("newStart"), hunk.at("newCount")) + " " + signs);
-}
-
-/// `line` begins with a character for each parent.
 cmStringT colouredLine(cmROStringT line, std::size_t parents)
 {
-    const cmROStringT kinds = line.substr(0, parents);
-    const auto has = [&kinds](char kind) { return kinds.find(kind) != cmROStringT::npos; };
     const cmStringT text = console::printable(line);
-    if (has('+') || has('-'))
-        return console::coloured(has('+') ? console::green : console::red, text);
-    return has('\\') ? console::coloured(console::grey, text) : text;
+    switch (kindOfLine(line, parents)) {
+    case '+': return console::coloured(console::green, text);
+    case '-': return console::coloured(console::red, text);
+    case '\\': return console::coloured(console::grey, text);
+    default: return text;
+    }
 }
 
 /// What the diff says of a file beside its hunks, as sentences.
@@ -124,10 +107,9 @@ void printFile(const std::string& path, const Json& entry)
     for (const cmStringT& remark : remarksOn(entry))
         console::printLine(console::coloured(console::grey, remark));
     for (const Json& hunk : entry.at("hunks")) {
-        console::printLine(console::coloured(console::cyan, rangesOf(hunk)));
-        const std::size_t parents = hunk.contains("oldRanges") ? hunk.at("oldRanges").size() : 1;
+        console::printLine(console::coloured(console::cyan, hunkHeader(hunk)));
         for (const Json& line : hunk.at("lines"))
-            console::printLine(colouredLine(line.get<std::string>(), parents));
+            console::printLine(colouredLine(line.get<std::string>(), parentsOfHunk(hunk)));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "common/cmStringCatHelper.h"
 #include "common/cmSystemPath.h"
 #include "txapi/txapi.h"
+#include "txhost/CallVariable.h"
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
 
@@ -11,21 +12,6 @@
 #include <filesystem>
 
 namespace {
-
-/// A variable of the editor; it is freed with the object.
-class CallVariable {
-public:
-    CallVariable() : m_handle(txHvarAlloc()) {}
-    ~CallVariable() { txHvarFree(m_handle); }
-    CallVariable(const CallVariable&) = delete;
-    CallVariable& operator=(const CallVariable&) = delete;
-
-    TXHVAR handle() const { return m_handle; }
-    CallArgument argument() const { return CallArgument::variable(m_handle); }
-
-private:
-    TXHVAR m_handle;
-};
 
 /// The content of a hash table that a function has filled.
 Json filledTable(Host& host, const CallVariable& table)

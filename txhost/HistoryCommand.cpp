@@ -5,6 +5,7 @@
 #include "txhost/Commands.h"
 #include "txhost/CommitJson.h"
 #include "txhost/Console.h"
+#include "txhost/HistoryEntries.h"
 #include "txhost/InterruptWatch.h"
 #include "txhost/TextWidth.h"
 #include "txhost/TimeText.h"
@@ -16,14 +17,6 @@
 
 namespace {
 
-constexpr const char* missing = "(null)";  // what the module writes into a field without a value
-
-std::string field(const Json& entry, const char* name)
-{
-    const std::string text = entry.at(name).get<std::string>();
-    return text == missing ? std::string() : text;
-}
-
 cmArray<cmStringT> wordsOf(cmROStringT text, char end)
 {
     cmArray<cmStringT> words;
@@ -34,7 +27,7 @@ cmArray<cmStringT> wordsOf(cmROStringT text, char end)
 
 bool isWorkingFile(const Json& entry)
 {
-    return field(entry, "revision") == field(entry, "revisionCaption");
+    return historyField(entry, "revision") == historyField(entry, "revisionCaption");
 }
 
 std::string padded(std::string text, std::size_t width)
@@ -43,31 +36,21 @@ std::string padded(std::string text, std::size_t width)
     return text.append(std::max(width, length) - length, ' ');
 }
 
-/// The children of the tree's root in order: the revisions.
-cmArray<const Json*> childrenOf(const Json& tree)
-{
-    cmArray<const Json*> children;
-    for (auto index = tree.at(0).at("firstChildIndex").get<std::int64_t>(); index > 0;
-         index = children.back()->at("rsibIndex").get<std::int64_t>())
-        children.push_back(&tree.at(static_cast<std::size_t>(index)));
-    return children;
-}
-
 void printEntry(const Json& entry)
 {
     GitCommitInfo commit;
-    commit.subject = cmROStringT(field(entry, "subject"));
+    commit.subject = cmROStringT(historyField(entry, "subject"));
     if (!isWorkingFile(entry)) {
-        commit.hash = cmROStringT(field(entry, "revision"));
-        commit.otherParents = wordsOf(field(entry, "parents"), ' ');
-        commit.authorName = cmROStringT(field(entry, "author"));
-        commit.authorEmail = cmROStringT(field(entry, "email"));
-        commit.message = cmROStringT(field(entry, "comment"));
-        if (const std::string date = field(entry, "date"); !date.empty())
+        commit.hash = cmROStringT(historyField(entry, "revision"));
+        commit.otherParents = wordsOf(historyField(entry, "parents"), ' ');
+        commit.authorName = cmROStringT(historyField(entry, "author"));
+        commit.authorEmail = cmROStringT(historyField(entry, "email"));
+        commit.message = cmROStringT(historyField(entry, "comment"));
+        if (const std::string date = historyField(entry, "date"); !date.empty())
             commit.date = GitDateTime::pack(parseDateTime(date));
     }
     Json object = commitJson(commit);
-    addNames(object, "files", wordsOf(field(entry, "affectedFilesDetails"), '\n'));
+    addNames(object, "files", wordsOf(historyField(entry, "affectedFilesDetails"), '\n'));
     printJson(std::move(object));
 }
 
@@ -75,13 +58,13 @@ void printPlain(const Json& entry, std::size_t authorWidth, const std::string& n
 {
     constexpr std::size_t captionWidth = 7;
     constexpr std::size_t dateWidth = 19;
-    const std::string comment = field(entry, "comment");
+    const std::string comment = historyField(entry, "comment");
     cmROStringT lines = comment;
-    cmStringT line = cmCat(console::coloured(console::yellow, padded(field(entry, "revisionCaption"), captionWidth))) + "  "
-                     + console::coloured(console::grey, padded(field(entry, "date"), dateWidth)) + "  "
-                     + console::printable(padded(field(entry, "author"), authorWidth)) + "  "
+    cmStringT line = cmCat(console::coloured(console::yellow, padded(historyField(entry, "revisionCaption"), captionWidth)))
+                     + "  " + console::coloured(console::grey, padded(historyField(entry, "date"), dateWidth)) + "  "
+                     + console::printable(padded(historyField(entry, "author"), authorWidth)) + "  "
                      + console::printable(cmTakeUntil(lines, '\n'));
-    if (const std::string then = field(entry, "curVersionFilename"); then != name)
+    if (const std::string then = historyField(entry, "curVersionFilename"); then != name)
         line += console::coloured(console::grey, cmStringT(cmCat("  (as ") + console::printable(then) + ")"));
     console::printLine(line);
 }
@@ -105,7 +88,7 @@ int runHistory(const HostOptions& options, const std::string& file)
         return 1;
     }
     VariableJson value(*host.editor().value(tree));
-    const cmArray<const Json*> entries = childrenOf(*value);
+    const cmArray<const Json*> entries = historyEntries(*value);
     if (entries.empty()) {
         const bool exists = cmReadFileItem(path).state != cmItemState::missing;
         printFailure({Failure::own, exists ? "no revision in Git" : "no such file, and no revision in Git", path}, options.json);
@@ -113,15 +96,15 @@ int runHistory(const HostOptions& options, const std::string& file)
     }
     std::size_t authorWidth = 0;
     for (const Json* entry : entries)
-        authorWidth = std::max(authorWidth, textWidth(field(*entry, "author")));
+        authorWidth = std::max(authorWidth, textWidth(historyField(*entry, "author")));
     for (const Json* entry : entries) {
         if (options.json) {
             printEntry(*entry);
             continue;
         }
-        if (!isWorkingFile(*entry) && field(*entry, "date").empty())
+        if (!isWorkingFile(*entry) && historyField(*entry, "date").empty())
             console::noteMissingDate();
-        printPlain(*entry, authorWidth, field(*entries.front(), "curVersionFilename"));
+        printPlain(*entry, authorWidth, historyField(*entries.front(), "curVersionFilename"));
     }
     return 0;
 }

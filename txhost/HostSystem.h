@@ -2,6 +2,8 @@
 
 #include "common/cmString.h"
 
+#include <cstdint>
+
 /// A dynamic library. It is unloaded with the object. For one thread at a time.
 class SharedLibrary {
 public:
@@ -31,6 +33,12 @@ private:
 
 /// Ends the processes that this one has started, and those that they have started. Does not wait. Any thread.
 void endChildProcesses();
+
+/// The number by which the system knows the calling thread.
+std::uint32_t currentThreadNumber();
+/// Like endChildProcesses, but only those that this thread of the program has started. Where the system does not tell them apart
+/// (Windows, a kernel without /proc/PID/task/TID/children) it ends none. Any thread.
+void endChildProcessesOf(std::uint32_t threadNumber);
 
 /// The command line, in the grammar of CommandLine.h, that has the system's shell run `command`.
 cmStringT shellCommandLine(cmROStringT command);

@@ -9,6 +9,7 @@
 
 #include <dlfcn.h>
 #include <glib.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <memory>
@@ -48,6 +49,16 @@ void SharedLibrary::unload()
 void endChildProcesses()
 {
     endAllChildFamilies();
+}
+
+std::uint32_t currentThreadNumber()
+{
+    return static_cast<std::uint32_t>(gettid());
+}
+
+void endChildProcessesOf(std::uint32_t threadNumber)
+{
+    endChildFamiliesOf(static_cast<int>(threadNumber));
 }
 
 cmStringT shellCommandLine(cmROStringT command)

@@ -98,6 +98,13 @@ void endChildProcesses()
     }
 }
 
+std::uint32_t currentThreadNumber()
+{
+    return GetCurrentThreadId();
+}
+
+void endChildProcessesOf(std::uint32_t) {}
+
 cmStringT shellCommandLine(cmROStringT command)
 {
     wchar_t directory[MAX_PATH];

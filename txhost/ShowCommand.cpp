@@ -4,20 +4,18 @@
 #include "txhost/Browser.h"
 #include "txhost/Commands.h"
 #include "txhost/CommitJson.h"
+#include "txhost/CommitTable.h"
 #include "txhost/Console.h"
 #include "txhost/InterruptWatch.h"
 #include "txhost/WaitProgress.h"
 
 #include <optional>
-#include <set>
 #include <string>
 #include <utility>
 
 namespace {
 
 constexpr std::int32_t statusGitFailed = -1;
-constexpr const char* texts[] = {"hash", "parentHash", "authorName", "authorEmail", "committerDate", "comment"};
-constexpr const char* lists[] = {"otherParents", "longComment", "modifiedFiles", "modifiedFilesByParent", "stagedFiles"};
 
 /// The full hash of the commit that `revision` names. Throws HostError when there is none.
 cmStringT fullHash(const Host& host, const cmStringT& repository, cmROStringT revision, const InterruptWatch& interrupts)
@@ -42,31 +40,12 @@ cmStringT fullHash(const Host& host, const cmStringT& repository, cmROStringT re
     throw HostError({statusGitFailed, first.empty() ? "the program says nothing; is it git?" : first, repository, gitTool.name});
 }
 
-/// Turns an empty list into an array: the module writes no elements into it, so its variable is none.
-void makeArray(Json& list)
-{
-    if (!list.is_array())
-        list = Json::array();
-}
-
 cmStringT joinedLines(const cmArray<cmStringT>& lines)
 {
     cmStringT text("");
     for (std::size_t i = 0; i < lines.size(); ++i)
         text += cmStringT(cmCat(i > 0 ? "\n" : "") + lines[i]);
     return text;
-}
-
-/// The module joins the files that differ from each parent.
-cmArray<cmStringT> eachOnce(const cmArray<cmStringT>& names)
-{
-    std::set<cmStringT> seen;
-    cmArray<cmStringT> unique;
-    for (const cmStringT& name : names) {
-        if (seen.insert(name).second)
-            unique.push_back(name);
-    }
-    return unique;
 }
 
 void printCommit(const Json& table, Browser& browser)
@@ -132,10 +111,7 @@ int runShow(const HostOptions& options, const std::string& repository)
     std::optional<WaitProgress> progress(std::in_place, cmCat(gitTool.name) + " in " + path);
     const cmStringT hash = fullHash(host, path, options.revision, *interrupts);
     const TXHVAR variable = txHvarAlloc();
-    for (const char* key : texts)
-        txHvarSetString(txHvarHashElement(variable, key, txCreateMissing), "");
-    for (const char* key : lists)
-        txHvarHashElement(variable, key, txCreateMissing);
+    addCommitKeys(variable);
     // _GitGetCommitInfo needs the commit in the browser's model, so that one commit is loaded.
     Browser browser(host, path, cmStringT(cmCat("--max-count=1 ") + quoteArgument(hash)));
     browser.waitFor([] { return false; });
@@ -158,10 +134,7 @@ int runShow(const HostOptions& options, const std::string& repository)
             return 1;
         throw HostError(path, "the module has not loaded the commit " + std::string(hash.view()));
     }
-    for (const char* key : lists)
-        makeArray(table[key]);
-    for (Json& files : table["modifiedFilesByParent"])
-        makeArray(files);
+    completeCommitLists(table);
     if (options.json) {
         printCommit(table, browser);
     } else {

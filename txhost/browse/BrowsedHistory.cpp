@@ -9,8 +9,10 @@ constexpr std::chrono::milliseconds betweenStates{50};
 
 }  // namespace
 
-BrowsedHistory::BrowsedHistory(Host& host, const cmStringT& repository, std::uint32_t load, std::uint32_t edition)
-    : m_repository(repository), m_browser(host, repository, ""), m_firstEdition(edition)
+BrowsedHistory::BrowsedHistory(Host& host, const cmStringT& repository, std::uint32_t load, std::uint32_t edition,
+                               EditorObserver observer, std::function<void()> onNews)
+    : m_browser(host, repository, "", std::move(observer)), m_firstEdition(edition),
+      m_watch(host.programPath(gitTool), repository, std::move(onNews))
 {
     m_state.load = load;
     m_state.edition = edition + m_commits.edition();
@@ -29,6 +31,7 @@ bool BrowsedHistory::goOn(const cmStringT& filter)
     m_state.rowCount = count;
     if (m_state.isLoading && !isLoading)
         endLoad();
+    lookAtNames();
     return hasMore;
 }
 
@@ -67,7 +70,47 @@ void BrowsedHistory::endLoad()
 {
     m_state.isLoading = false;
     m_hasStateChanged = true;
+    m_isFailureDue = true;
     ++m_content;
+}
+
+void BrowsedHistory::lookAtNames()
+{
+    const bool haveMoved = m_watch.haveMoved();
+    m_hasStateChanged |= haveMoved != m_state.haveBranchesMoved;
+    m_state.haveBranchesMoved = haveMoved;
+    if (m_state.names)
+        return;
+    m_state.names = m_watch.names();
+    m_hasStateChanged |= m_state.names != nullptr;
+}
+
+void BrowsedHistory::findFailure()
+{
+    if (!std::exchange(m_isFailureDue, false))
+        return;
+    for (const Failure& failure : m_browser.report().failures) {
+        if (!m_state.failure.isNull())
+            m_state.failure += "; ";
+        m_state.failure += failure.message;
+        m_hasStateChanged = true;
+    }
+}
+
+void BrowsedHistory::fill(CommitDetails& details)
+{
+    GitCommitInfo info;
+    for (std::int32_t number = m_told.first; number < m_told.end; ++number) {
+        if (!m_browser.commit(m_commits.commitIn(number), info) || info.hash != details.hash)
+            continue;
+        HistoryRow shown = row(number);
+        details.parents = std::move(shown.parents);
+        details.author = std::move(shown.author);
+        details.email = std::move(shown.email);
+        details.date = shown.date;
+        details.message = {std::move(shown.subject)};
+        return;
+    }
 }
 
 HistoryRow BrowsedHistory::row(std::int32_t number)

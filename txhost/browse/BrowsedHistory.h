@@ -2,9 +2,11 @@
 
 #include "txhost/Browser.h"
 #include "txhost/browse/BrowseData.h"
+#include "txhost/browse/RepositoryWatch.h"
 #include "txhost/browse/ShownCommits.h"
 
 #include <chrono>
+#include <functional>
 #include <optional>
 
 /// One load of the history: what the screen is told of it, and the rows that it wants. The destructor ends the load. For the
@@ -12,15 +14,23 @@
 class BrowsedHistory {
 public:
     /// Begins the load `load`, whose rows have the numbers of editions from `edition` on. Throws HostError when it cannot begin.
-    BrowsedHistory(Host& host, const cmStringT& repository, std::uint32_t load, std::uint32_t edition);
+    /// `observer` gets the editor's other notices; `onNews` is called, on another thread, when there is something new.
+    BrowsedHistory(Host& host, const cmStringT& repository, std::uint32_t load, std::uint32_t edition, EditorObserver observer,
+                   std::function<void()> onNews);
 
     /// Takes in what has been loaded, for about 10 ms at most. Returns whether there is more to do at once.
     bool goOn(const cmStringT& filter);
     bool isLoading() const { return m_state.isLoading; }
+    /// Finds out how the load has ended, if it has and that is not known yet. May wait for git.
+    void findFailure();
+    bool isFailureDue() const { return m_isFailureDue; }
+    /// Adds to the details of a commit what its row tells, if that is among the rows that were taken.
+    void fill(CommitDetails& details);
     std::uint32_t load() const { return m_state.load; }
     const HistoryState& state() const { return m_state; }
-    ShownCommits& commits() { return m_commits; }
-    Browser& browser() { return m_browser; }
+    const ShownCommits& commits() const { return m_commits; }
+    const Browser& browser() const { return m_browser; }
+    RepositoryWatch& watch() { return m_watch; }
 
     /// The state when the screen is to be told it: as soon as it has changed, but of a growing number of rows not too often.
     std::optional<HistoryState> takeState();
@@ -39,13 +49,15 @@ private:
     };
 
     void endLoad();
+    void lookAtNames();
     HistoryRow row(std::int32_t number);
 
-    const cmStringT m_repository;
     Browser m_browser;
     ShownCommits m_commits{m_browser};
     const std::uint32_t m_firstEdition;
     const Clock::time_point m_begin = Clock::now();
+    RepositoryWatch m_watch;
+    bool m_isFailureDue = false;
     HistoryState m_state;
     bool m_hasStateChanged = true;
     Clock::time_point m_nextState = Clock::time_point::min();

@@ -120,7 +120,7 @@ GitOutcome runDiff(cmROStringT repository, cmROStringT git, cmROStringT revision
     if (!isPathIn(repository, revision))
         outcome = runGitQuery(cmStringT(cmCat(command) + path + " " + commit), repository, output);
     if (outcome.status == statusGitFailed)
-        outcome = runGitQuery(cmStringT(cmCat(command) + plainDiffOptions + commit + " -- " + path), repository, output);
+        outcome = runGitQuery(cmStringT(cmCat(command) + plainDiffOptions + commit + " -- ."), repository, output);
     if (outcome.status != 0)
         return diffFailure(repository, git, outcome);
     return {output.isEmpty() ? statusGitFailed : 0, {}};
