@@ -40,6 +40,13 @@ struct LogOptions {
 };
 /// log: the tree of the Git browser with its graph.
 int runLog(const HostOptions& options, const std::string& repository, const LogOptions& wanted);
+/// What runBrowse shows.
+struct BrowseOptions {
+    std::string dump;  ///< "WIDTHxHEIGHT" of the one screen that is printed; empty: the terminal is used
+    std::string keys;  ///< keys to press before that, as keysFromText takes them
+};
+/// browse: the history of a repository on the full screen of a terminal.
+int runBrowse(const HostOptions& options, const std::string& repository, const BrowseOptions& wanted);
 /// watch: status changes of directories and date changes of files, checked every options.intervalSeconds until Ctrl-C. The shell
 /// runs `command`, unless it is empty, when something has changed.
 int runWatch(const HostOptions& options, const std::vector<std::string>& names, const std::string& command);

@@ -126,11 +126,14 @@ cmStringT console::printable(cmROStringT text)
     return isForTerminal() ? escapedForTerminal(text) : escapedControls(text);
 }
 
+bool console::isColoured()
+{
+    return colourChoice == ColourChoice::automatic ? isTerminal() && userWantsColours() : colourChoice == ColourChoice::always;
+}
+
 cmStringT console::coloured(int colour, cmROStringT text)
 {
-    const bool wanted =
-        colourChoice == ColourChoice::automatic ? isTerminal() && userWantsColours() : colourChoice == ColourChoice::always;
-    if (!wanted || text.empty())
+    if (!isColoured() || text.empty())
         return text;
     const std::string number = std::to_string(colour);
     return cmCat("\033[") + number + "m" + text + "\033[0m";

@@ -48,7 +48,9 @@ void printErrorLines(cmROStringT text);
 /// a terminal, or with colours for one, so are those of the set C1, those of the writing direction, and bytes that are no UTF-8;
 /// the reader of a pipe gets these as they are.
 cmStringT printable(cmROStringT text);
-/// `text` in a colour (an SGR number). Unchanged when text is not coloured (ColourChoice).
+/// Whether text is coloured.
+bool isColoured();
+/// `text` in a colour (an SGR number). Unchanged when text is not coloured.
 cmStringT coloured(int colour, cmROStringT text);
 /// The width of the terminal that standard output is for, in columns; 0 when there is none.
 std::size_t width();

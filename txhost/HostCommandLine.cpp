@@ -17,6 +17,7 @@ HostCommandLine::HostCommandLine() : CommandParser("txhost: a headless Tamarin t
     addCommand("tour", "Use every feature on a scratch repository", [this] { return runTour(m_options); });
     addStatusAndWatch();
     addBrowser();
+    addFullScreen();
     addGitQueries();
     addFileCommands();
     addModuleCommands();
@@ -108,6 +109,18 @@ void HostCommandLine::addBrowser()
         log->add_flag_callback(
             order, [this, order] { m_log.order = order; }, std::string("Sorted as by git log ") + order);
     log->add_option("--filter", m_log.filter, "Only commits with this in author, subject or hash")->type_name("TEXT");
+}
+
+void HostCommandLine::addFullScreen()
+{
+    CLI::App* browse = addCommand("browse", "Browse the history of a Git repository on the full screen of a terminal",
+                                  [this] { return runBrowse(m_options, m_repository, m_browse); });
+    addRepository(browse);
+    CLI::Option* dump = browse->add_option("--dump", m_browse.dump, "Print one screen of this size instead, without a terminal")
+                            ->type_name("WIDTHxHEIGHT");
+    browse->add_option("--keys", m_browse.keys, "Keys that are pressed before, such as /parser<Enter>")
+        ->type_name("KEYS")
+        ->needs(dump);
 }
 
 void HostCommandLine::addFileCommands()

@@ -15,6 +15,7 @@ private:
     void addStatusAndWatch();
     void addGitQueries();
     void addBrowser();
+    void addFullScreen();
     void addFileCommands();
     void addModuleCommands();
     void addWorkingCopies(CLI::App* command);
@@ -26,6 +27,7 @@ private:
     std::string m_repository = ".";
     std::vector<std::string> m_words;
     LogOptions m_log;
+    BrowseOptions m_browse;
     StatusOptions m_status;
     std::string m_command;
     bool m_background = false;
