@@ -78,25 +78,17 @@ std::int32_t SVNStatusThread::processEntry(const WatchEntry& entry)
 {
     if (quotedProgram().isEmpty())
         return 0;
-    const Outcome outcome = runPass(entry);
-    if (outcome.isNoWorkingCopy)
-        m_pace.forget(entry.path);
-    return outcome.status;
-}
-
-SVNStatusThread::Outcome SVNStatusThread::runPass(const WatchEntry& entry)
-{
     if (entry.contextFlag)
-        return runLocally(entry);
+        return runLocally(entry).status;
     const SVNShowUpdates showUpdates = m_pace.showUpdates(entry.path, m_clock());
     const std::optional<Outcome> asked = showUpdates == SVNShowUpdates::now ? ask(entry) : std::nullopt;
     const Outcome outcome = asked ? *asked : runLocally(entry);
     if (outcome.status != 0)
-        return outcome;
+        return outcome.status;
     if (showUpdates == SVNShowUpdates::afterPass)
         deferEntry(entry);
     tellMissingAnswer(m_pace.missingAnswer(entry.path));
-    return outcome;
+    return 0;
 }
 
 SVNStatusThread::Outcome SVNStatusThread::runLocally(const WatchEntry& entry)
@@ -192,9 +184,7 @@ SVNStatusThread::Outcome SVNStatusThread::conclude(SVNQuestion& question, bool a
         m_pace.noteSilence(directory, m_clock(), question.silenceReason());
     else if (outcome.status == 0)
         m_pace.noteAnswer(directory);
-    else if (outcome.isNoWorkingCopy)
-        m_pace.forget(directory);
-    else if (outcome.status != statusStopRequested)
+    else if (outcome.status != statusStopRequested && !outcome.isNoWorkingCopy)
         m_pace.noteRefusal(directory, lastToolError());
     return outcome;
 }
@@ -224,8 +214,12 @@ SVNStatusThread::Outcome SVNStatusThread::readAnswer(const WatchEntry& item, SVN
     if (!answer.problem().isNull())
         return {failPass(answer.problem())};
     // A working copy has at least one entry, for itself. A warning says why there is none, such as "is not a working copy".
-    if (answer.entries().empty() && !item.contextFlag && !errorOutput.empty())
-        return {statusPassFailed, errorOutput.find("W155007") != cmROStringT::npos};
+    if (answer.entries().empty() && !item.contextFlag && !errorOutput.empty()) {
+        const bool isNoWorkingCopy = errorOutput.find("W155007") != cmROStringT::npos;
+        if (isNoWorkingCopy)
+            m_pace.forget(item.path);
+        return {statusPassFailed, isNoWorkingCopy};
+    }
     return {updateRecords(item, answer, appliesLocalStatus)};
 }
 

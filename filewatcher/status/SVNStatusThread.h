@@ -40,7 +40,6 @@ private:
         bool isNoWorkingCopy = false;  ///< the client said so of the directory
     };
 
-    Outcome runPass(const WatchEntry& entry);
     /// The part of a pass that needs no server.
     Outcome runLocally(const WatchEntry& entry);
     /// The pass with a question to the server. Returns nothing when runLocally must take its place.
@@ -60,7 +59,8 @@ private:
     cmStringT commandLine(const WatchEntry& item, cmROStringT subcommand);
     /// Finishes the answer of a run that did not fail, and updates the editor's records; their local status only if
     /// `appliesLocalStatus` holds. The status is 0; statusStopRequested; or statusPassFailed when the client reported an error,
-    /// or when the output is no complete document or has no entry although the client wrote a warning.
+    /// or when the output is no complete document or has no entry although the client wrote a warning. Forgets when the server
+    /// was asked about what is no working copy.
     Outcome readAnswer(const WatchEntry& item, SVNAnswer& answer, cmROStringT errorOutput, bool appliesLocalStatus);
     /// Returns 0, or statusStopRequested.
     std::int32_t updateRecords(const WatchEntry& item, const SVNAnswer& answer, bool appliesLocalStatus);
