@@ -6,112 +6,50 @@
 #include "txhost/Console.h"
 #include "txhost/FileDates.h"
 #include "txhost/HostSystem.h"
-#include "txhost/JsonText.h"
 #include "txhost/LiveDiffCommand.h"
 #include "txhost/ScratchRepository.h"
 #include "txhost/StatusPoll.h"
+#include "txhost/TourReport.h"
 
-#include <array>
-#include <chrono>
-#include <cstdio>
-#include <functional>
 #include <optional>
 #include <string>
 
 namespace {
 
-/// The result of one step.
-struct Outcome {
-    bool ok;
-    cmStringT detail;     ///< what the step found; may be empty
-    bool isShown = true;  ///< to people, too; not a long path
-};
-
-/// Uses the module's features on a scratch repository and prints the result and the time of each step.
+/// Uses the module's features on a scratch repository, step by step.
 class Tour {
 public:
-    explicit Tour(const HostOptions& options) : m_json(options.json), m_host(options) {}
+    explicit Tour(const HostOptions& options) : m_report(options.json), m_host(options) {}
 
     int run()
     {
-        part("module", "the editor loads it and calls its functions; each returns at once");
-        step("it registers its functions", [this] { return module(); });
+        m_report.part("module", "the editor loads it and calls its functions; each returns at once");
+        m_report.step("it registers its functions", [this] { return module(); });
         m_host.requireTool(gitTool);
         ScratchRepository repository(m_host.programPath(gitTool));
         m_repository = &repository;
         m_host.editor().setDirectory(repository.outsidePath());
-        part("git status", "which files are modified, and nobody waits for git");
-        step("a fresh working copy has none", [this] { return cleanStatus(); });
-        step("an edited file is noticed", [this] { return editedStatus(); });
-        step("a folder by itself, an odd name", [this] { return folderStatus(); });
-        step("a folder in no repository is told apart", [this] { return outsideStatus(); });
-        part("reload", "what other programs write is seen, even if a disk hangs");
-        step("the date of readme.txt", [this] { return reloaded(); });
-        part("git browser", "history and branches appear while git still reads them");
-        step("they fill its tree", [this] { return browsed(); });
-        part("live diff", "the editor can mark what differs from the last commit");
-        step("the committed readme.txt is fetched", [this] { return fetched(); });
-        part("recent files", "what the editor opens is on the desktop's list, too");
-        step("a file joins the list", [this] { return recorded(); });
-        part("control", "the editor decides when there is work, and how much");
-        step("suspended, nothing runs; resumed, it goes on", [this] { return suspended(); });
-        step("stopped, a thread ends; the next path starts one", [this] { return stopped(); });
-        step("a tool that writes too much is switched off", [this] { return limited(); });
-        if (console::wasInterrupted())
-            console::printInterrupted();
-        else if (!m_json)
-            printNextCommands();
-        return m_failures == 0 && !console::wasInterrupted() ? 0 : 1;
+        m_report.part("git status", "which files are modified, and nobody waits for git");
+        m_report.step("a fresh working copy has none", [this] { return cleanStatus(); });
+        m_report.step("an edited file is noticed", [this] { return editedStatus(); });
+        m_report.step("a folder by itself, an odd name", [this] { return folderStatus(); });
+        m_report.step("a folder in no repository is told apart", [this] { return outsideStatus(); });
+        m_report.part("reload", "what other programs write is seen, even if a disk hangs");
+        m_report.step("the date of readme.txt", [this] { return reloaded(); });
+        m_report.part("git browser", "history and branches appear while git still reads them");
+        m_report.step("they fill its tree", [this] { return browsed(); });
+        m_report.part("live diff", "the editor can mark what differs from the last commit");
+        m_report.step("the committed readme.txt is fetched", [this] { return fetched(); });
+        m_report.part("recent files", "what the editor opens is on the desktop's list, too");
+        m_report.step("a file joins the list", [this] { return recorded(); });
+        m_report.part("control", "the editor decides when there is work, and how much");
+        m_report.step("suspended, nothing runs; resumed, it goes on", [this] { return suspended(); });
+        m_report.step("stopped, a thread ends; the next path starts one", [this] { return stopped(); });
+        m_report.step("a tool that writes too much is switched off", [this] { return limited(); });
+        return m_report.end();
     }
 
 private:
-    /// Begins the steps of a feature, and tells why it matters.
-    void part(cmROStringT feature, cmROStringT reason)
-    {
-        m_feature = feature;
-        if (m_json || console::wasInterrupted())
-            return;
-        const cmStringT padded = cmCat(feature) + cmStringT(cmROStringT(std::string(14 - feature.size(), ' ')));
-        console::printLine(cmStringT(cmCat(console::coloured(console::cyan, padded)) + reason));
-    }
-
-    void step(cmROStringT what, const std::function<Outcome()>& body)
-    {
-        if (console::wasInterrupted())
-            return;
-        const auto start = std::chrono::steady_clock::now();
-        const Outcome outcome = body();
-        const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
-        if (console::wasInterrupted())
-            return;
-        if (!outcome.ok)
-            ++m_failures;
-        if (m_json) {
-            printJson({{"feature", jsonString(m_feature)},
-                       {"what", jsonString(what)},
-                       {"ok", outcome.ok},
-                       {"ms", time.count()},
-                       {"detail", jsonString(outcome.detail)}});
-            return;
-        }
-        const cmStringT mark =
-            outcome.ok ? console::coloured(console::green, "ok    ") : console::coloured(console::red, "FAILED");
-        std::array<char, 32> taken{};
-        std::snprintf(taken.data(), taken.size(), " %6.1f ms  ", time.count());
-        const bool isTold = outcome.isShown && !outcome.detail.isEmpty();
-        console::printLine(cmStringT(cmCat("  ") + mark + taken.data() + what + (isTold ? ": " : "")
-                                     + (isTold ? console::printable(outcome.detail) : cmStringT(""))));
-    }
-
-    static void printNextCommands()
-    {
-        console::printLine(console::coloured(console::cyan, "Next, on your own files (in the sources ./run instead of txhost):"));
-        for (const char* line : {"  txhost status --recurse DIR    which files are modified, in every repository",
-                                 "  txhost log --max 20            the history of this directory, with its graph",
-                                 "  txhost watch                   what changes in it, until Ctrl-C"})
-            console::printLine(line);
-    }
-
     /// What one round over a directory has answered.
     struct Round {
         bool finished = false;
@@ -136,20 +74,20 @@ private:
         return round;
     }
 
-    Outcome module()
+    TourOutcome module()
     {
         const std::size_t count = m_host.editor().prototypes().size();
         return {count == 25, cmROStringT(std::to_string(count))};
     }
 
-    Outcome cleanStatus()
+    TourOutcome cleanStatus()
     {
         const Round round = poll(m_repository->path());
         return {round.finished && !round.failure && !round.isOutside && round.files.empty(), m_repository->path(), false};
     }
 
     /// Succeeds when a round over `directory` finds that `name` is modified and nothing else.
-    Outcome onlyModified(const cmStringT& directory, cmROStringT name)
+    TourOutcome onlyModified(const cmStringT& directory, cmROStringT name)
     {
         const Round round = poll(directory);
         const cmStringT path = cmJoinPath(m_repository->path(), cmNativeSeparators(name));
@@ -158,13 +96,13 @@ private:
         return {found, cmStringT(cmCat(name) + (found ? "" : " was not found"))};
     }
 
-    Outcome editedStatus()
+    TourOutcome editedStatus()
     {
         m_repository->writeFile("readme.txt", "first line\nsecond line\n");
         return onlyModified(m_repository->path(), "readme.txt");
     }
 
-    Outcome folderStatus()
+    TourOutcome folderStatus()
     {
         constexpr cmROStringT name = "docs & notes/\xC3\xBC"
                                      "bersicht.txt";
@@ -172,13 +110,13 @@ private:
         return onlyModified(cmJoinPath(m_repository->path(), "docs & notes"), name);
     }
 
-    Outcome outsideStatus()
+    TourOutcome outsideStatus()
     {
         const Round round = poll(m_repository->outsidePath());
         return {round.finished && round.isOutside && round.files.empty(), ""};
     }
 
-    Outcome reloaded()
+    TourOutcome reloaded()
     {
         const cmStringT path = cmJoinPath(m_repository->path(), "readme.txt");
         const FileDates dates = askFileDates(m_host, {path}, 2000);
@@ -188,7 +126,7 @@ private:
         return {date->second.time == cmReadFileItem(path).modified, fileTimeText(date->second.time)};
     }
 
-    Outcome browsed()
+    TourOutcome browsed()
     {
         Browser browser(m_host, m_repository->path(), {});
         const auto isShown = [this] { return m_host.editor().tree().size() == 2; };
@@ -198,13 +136,13 @@ private:
                 cmStringT(cmCat(name) + ": " + std::to_string(m_host.editor().tree().size()) + " rows")};
     }
 
-    Outcome fetched()
+    TourOutcome fetched()
     {
         const LiveDiffFile file = fetchLiveDiff(m_host, cmJoinPath(m_repository->path(), "readme.txt"), false, {});
         return {!file.failure && cmReadFileItem(file.cacheFile).size == ScratchRepository::committedSize, file.cacheFile, false};
     }
 
-    Outcome recorded()
+    TourOutcome recorded()
     {
         const cmStringT list = redirectRecentList(m_repository->outsidePath());
         m_host.call("_RecentFilesAdd", {cmJoinPath(m_repository->path(), "readme.txt")});
@@ -213,7 +151,7 @@ private:
         return {taken, list.isNull() ? cmStringT("handed to the shell") : list, list.isNull()};
     }
 
-    Outcome suspended()
+    TourOutcome suspended()
     {
         Editor& editor = m_host.editor();
         int passes = 0;
@@ -229,14 +167,14 @@ private:
         return {quiet && resumed, quiet ? "" : "a pass ran while suspended"};
     }
 
-    Outcome stopped()
+    TourOutcome stopped()
     {
         m_host.call("filewatcherStop", {gitTool.number});
         const Round round = poll(m_repository->path());
         return {round.finished && round.files.size() == 2, ""};
     }
 
-    Outcome limited()
+    TourOutcome limited()
     {
         m_host.call("filewatcherStop", {gitTool.number});
         m_host.editor().setSetting(txVCMaxOutputSetting, 10);
@@ -246,11 +184,9 @@ private:
         return {round.failure && round.failure->code == -6657 && off, "def_git_show_file_status is 0 now", false};
     }
 
-    bool m_json;
-    cmROStringT m_feature;
+    TourReport m_report;
     Host m_host;
     ScratchRepository* m_repository = nullptr;
-    int m_failures = 0;
 };
 
 }  // namespace
