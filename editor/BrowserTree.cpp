@@ -1,5 +1,6 @@
 #include "editor/BrowserTree.h"
 
+#include <limits>
 #include <utility>
 
 void BrowserTree::keepRows(bool kept)
@@ -8,9 +9,13 @@ void BrowserTree::keepRows(bool kept)
     m_keepsRows = kept;
 }
 
+std::int32_t BrowserTree::rowCount() const
+{
+    return m_keepsRows ? static_cast<std::int32_t>(m_rows.size()) : std::numeric_limits<std::int32_t>::max();
+}
+
 void BrowserTree::clear()
 {
-    m_countedRows = 0;
     for (const TreeRow& row : m_rows)
         m_variables.destroy(row.userData);
     m_rows.clear();
@@ -19,10 +24,8 @@ void BrowserTree::clear()
 
 std::int32_t BrowserTree::add(std::int32_t after, const cmStringT& caption, std::int32_t flags, TXHVAR userData)
 {
-    if (after != 0 && !isNode(after))
+    if (!m_keepsRows || (after != 0 && !isNode(after)))
         return 0;
-    if (!m_keepsRows)
-        return static_cast<std::int32_t>(++m_countedRows);
     const std::size_t position = after == 0 ? 0 : m_rowOfNode[static_cast<std::size_t>(after) - 1] + 1;
     if (position < m_rows.size()) {
         for (std::size_t& row : m_rowOfNode)
@@ -40,14 +43,9 @@ std::int32_t BrowserTree::add(std::int32_t after, const cmStringT& caption, std:
 
 void BrowserTree::setDate(std::int32_t node, std::int32_t column, const TXDATETIME& date)
 {
-    if (!m_keepsRows || !isNode(node))
+    if (!isNode(node))
         return;
     TreeRow& row = m_rows[m_rowOfNode[static_cast<std::size_t>(node) - 1]];
     row.dateColumn = column;
     row.date = date;
-}
-
-bool BrowserTree::isNode(std::int32_t node) const
-{
-    return node > 0 && static_cast<std::size_t>(node) <= rowCount();
 }

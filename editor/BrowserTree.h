@@ -10,10 +10,11 @@ class BrowserTree {
 public:
     explicit BrowserTree(VariableStore& variables) : m_variables(variables) {}
 
-    /// With `kept` false the tree only counts the rows that are added from now on. Removes all rows.
+    /// With `kept` false the tree has no rows of its own, and says that it needs none. Removes all rows.
     void keepRows(bool kept);
-    std::size_t rowCount() const { return m_keepsRows ? m_rows.size() : m_countedRows; }
-    /// The rows from the top; none when they are only counted.
+    /// How many rows there are; the greatest number when the tree needs none.
+    std::int32_t rowCount() const;
+    /// The rows from the top; none when they are not kept.
     const std::deque<TreeRow>& rows() const { return m_rows; }
     /// Removes all rows and destroys their copies of user data.
     void clear();
@@ -24,11 +25,10 @@ public:
     void setDate(std::int32_t node, std::int32_t column, const TXDATETIME& date);
 
 private:
-    bool isNode(std::int32_t node) const;
+    bool isNode(std::int32_t node) const { return node > 0 && static_cast<std::size_t>(node) <= m_rowOfNode.size(); }
 
     VariableStore& m_variables;
     bool m_keepsRows = true;
-    std::size_t m_countedRows = 0;
     std::deque<TreeRow> m_rows;
     std::deque<std::size_t> m_rowOfNode;  ///< row index of each node, at node - 1
 };

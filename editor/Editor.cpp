@@ -158,12 +158,6 @@ void Editor::keepTreeRows(bool kept)
     m_parts->tree.keepRows(kept);
 }
 
-std::size_t Editor::treeRowCount() const
-{
-    requireEditorThread(*m_parts, __func__);
-    return m_parts->tree.rowCount();
-}
-
 const std::deque<TreeRow>& Editor::tree() const
 {
     requireEditorThread(*m_parts, __func__);

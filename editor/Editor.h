@@ -120,10 +120,9 @@ public:
     cmArray<std::pair<cmStringT, TXVCRECORD>> takeChangedRecords();
     /// Any thread. Removes the records that `tool` wrote; with 0 those without a tool.
     void clearRecords(std::int32_t tool);
-    /// With `kept` false the browser tree only counts its rows, as that of an editor which draws them itself: it asks the
-    /// callback slots for those that can be seen, and keeps no copy of all. Call it before there are rows.
+    /// With `kept` false the browser tree is that of an editor which draws the rows itself: it asks the callback slots for those
+    /// that can be seen, and tells the module that no row is missing, so that none is made. Call it before there are rows.
     void keepTreeRows(bool kept);
-    std::size_t treeRowCount() const;
     /// The rows of the browser tree from the top; valid until the module changes it. None when they are not kept.
     const std::deque<TreeRow>& tree() const;
     /// Any thread. Why a query or a fetch has failed since the last call of this; null when none has.

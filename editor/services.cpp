@@ -111,7 +111,7 @@ void txTreeSetModel(void* model)
 
 std::int32_t txTreeRowCount()
 {
-    return onEditorThread(__func__, [](EditorParts& editor) { return static_cast<std::int32_t>(editor.tree.rowCount()); });
+    return onEditorThread(__func__, [](EditorParts& editor) { return editor.tree.rowCount(); });
 }
 
 std::int32_t txTreeAdd(std::int32_t after, const cmStringT& caption, std::int32_t flags, TXHVAR userData)

@@ -43,7 +43,7 @@ bool BrowseSession::serve(const BrowseWants& wants)
     if (hasMore)
         return true;  // queries come last: they may take long
     if (m_history->isFailureDue()) {
-        m_answers.watch().run(nullptr, [this] { m_history->findFailure(); });
+        m_answers.watch().run(nullptr, false, [this] { m_history->findFailure(); });
         return true;
     }
     return m_answers.goOn(*m_history);

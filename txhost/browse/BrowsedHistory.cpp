@@ -26,7 +26,7 @@ bool BrowsedHistory::goOn(const cmStringT& filter)
         m_hasStateChanged = true;
     }
     const bool hasMore = m_commits.goOn(isLoading);
-    const std::int32_t count = m_commits.count();
+    const std::int32_t count = std::max(m_commits.count(), m_isEmpty ? 1 : 0);
     m_hasStateChanged |= !isLoading && count != m_state.rowCount;
     m_state.rowCount = count;
     if (m_state.isLoading && !isLoading)
@@ -89,7 +89,9 @@ void BrowsedHistory::findFailure()
 {
     if (!std::exchange(m_isFailureDue, false))
         return;
-    for (const Failure& failure : m_browser.report().failures) {
+    const LoadReport report = m_browser.report();
+    m_isEmpty = report.isEmpty;
+    for (const Failure& failure : report.failures) {
         if (!m_state.failure.isNull())
             m_state.failure += "; ";
         m_state.failure += failure.message;
@@ -100,7 +102,7 @@ void BrowsedHistory::findFailure()
 void BrowsedHistory::fill(CommitDetails& details)
 {
     GitCommitInfo info;
-    for (std::int32_t number = m_told.first; number < m_told.end; ++number) {
+    for (std::int32_t number = m_told.first; number < m_told.end && !m_isEmpty; ++number) {
         if (!m_browser.commit(m_commits.commitIn(number), info) || info.hash != details.hash)
             continue;
         HistoryRow shown = row(number);
@@ -115,9 +117,13 @@ void BrowsedHistory::fill(CommitDetails& details)
 
 HistoryRow BrowsedHistory::row(std::int32_t number)
 {
-    const std::int64_t commit = m_commits.commitIn(number);
     GitCommitInfo info;
     HistoryRow row;
+    if (m_isEmpty) {
+        row.graph.column = 0;
+        return row;
+    }
+    const std::int64_t commit = m_commits.commitIn(number);
     m_browser.commit(commit, info);
     m_browser.graphRow(commit, row.graph);
     row.hash = std::move(info.hash);

@@ -58,6 +58,7 @@ private:
     const Clock::time_point m_begin = Clock::now();
     RepositoryWatch m_watch;
     bool m_isFailureDue = false;
+    bool m_isEmpty = false;  ///< there are no commits; the working copy's row stands alone
     HistoryState m_state;
     bool m_hasStateChanged = true;
     Clock::time_point m_nextState = Clock::time_point::min();

@@ -9,8 +9,9 @@
 namespace {
 
 constexpr std::chrono::milliseconds restOfCursor{60};  // before a commit is asked about: the cursor may only pass by
-constexpr std::chrono::milliseconds betweenAttempts{200};
-constexpr std::chrono::seconds longestPause{60};
+constexpr std::chrono::milliseconds shortestPause{200};
+constexpr std::chrono::seconds longestPause{10};
+constexpr std::chrono::milliseconds untilLoaded{200};
 
 const cmStringT workingCopyHash("");
 
@@ -32,6 +33,11 @@ cmStringT changesText(const CommitDetails& workingCopy)
 
 }  // namespace
 
+QueryAnswers::QueryAnswers(Host& host, BrowseExchange& exchange)
+    : m_host(host), m_exchange(exchange), m_watch(exchange), m_pause(shortestPause)
+{
+}
+
 void QueryAnswers::want(const BrowseWants& wants, const std::optional<RepositoryPlace>& place)
 {
     if (place && place != m_place)
@@ -49,7 +55,7 @@ void QueryAnswers::want(const BrowseWants& wants, const std::optional<Repository
     }
     if (wants.history != m_question) {
         m_question = wants.history;
-        m_isFileHistoryDue = m_question.has_value();
+        m_fileHistoryDue = m_question ? Clock::now() : Clock::time_point::max();
     }
 }
 
@@ -67,20 +73,22 @@ void QueryAnswers::begin(const RepositoryPlace& place)
 
 bool QueryAnswers::goOn(BrowsedHistory& history)
 {
-    if (!m_queries)
+    const bool hasFirstRows = history.state().rowCount > 0 || !history.isLoading();
+    if (!m_queries || !hasFirstRows)
         return false;
     if (m_live) {
         m_live->goOn();
         m_isWorkingCopyDue |= m_live->takeChanged();
     }
-    const bool isDue = Clock::now() >= m_due;
-    if (m_stage == Stage::message && isDue)
+    m_isLoading = history.isLoading();
+    const Clock::time_point now = Clock::now();
+    if (m_stage == Stage::message && now >= m_due)
         askMessage(history);
-    else if (m_stage == Stage::changes && isDue)
+    else if (m_stage == Stage::changes && now >= m_due)
         askChanges();
-    else if (m_isFileHistoryDue)
+    else if (now >= m_fileHistoryDue)
         askFileHistory();
-    else if (m_isWorkingCopyDue && !m_place->isBare && Clock::now() >= m_workingCopyDue)
+    else if (m_isWorkingCopyDue && !m_place->isBare && now >= m_workingCopyDue)
         askWorkingCopy();
     else
         return false;
@@ -91,7 +99,7 @@ QueryAnswers::Clock::time_point QueryAnswers::next() const
 {
     if (!m_queries)
         return Clock::time_point::max();
-    Clock::time_point next = m_stage == Stage::nothing ? Clock::time_point::max() : m_due;
+    Clock::time_point next = m_stage == Stage::nothing ? m_fileHistoryDue : std::min(m_due, m_fileHistoryDue);
     if (m_isWorkingCopyDue && !m_place->isBare)
         next = std::min(next, m_workingCopyDue);
     return m_live ? std::min(next, m_live->nextLook()) : next;
@@ -112,8 +120,8 @@ void QueryAnswers::askMessage(BrowsedHistory& history)
     MessageAnswer answer = MessageAnswer::complete;
     if (!ask([&] { answer = m_queries->addMessage(details); }))
         return;
-    if (answer == MessageAnswer::notLoaded && history.isLoading()) {
-        m_due = Clock::now() + betweenAttempts;
+    if (answer == MessageAnswer::notLoaded && m_isLoading) {
+        m_due = Clock::now() + untilLoaded;
         return;
     }
     if (answer == MessageAnswer::notLoaded)
@@ -134,9 +142,11 @@ void QueryAnswers::askFileHistory()
     const FileQuestion question = *m_question;
     FileHistory history;
     const auto isWanted = [&question](const BrowseWants& wants) { return wants.history == question; };
-    if (!m_watch.run(isWanted, [&] { history = m_queries->history(question); }))
+    if (!run(isWanted, [&] { history = m_queries->history(question); })) {
+        m_fileHistoryDue = Clock::now() + m_pause;
         return;
-    m_isFileHistoryDue = false;
+    }
+    m_fileHistoryDue = Clock::time_point::max();
     BrowseNews news;
     news.history = std::make_shared<const FileHistory>(std::move(history));
     m_exchange.tell(std::move(news));
@@ -146,9 +156,8 @@ void QueryAnswers::askFileHistory()
 void QueryAnswers::askWorkingCopy()
 {
     CommitDetails workingCopy;
-    if (!m_watch.run(nullptr, [&] { workingCopy = m_queries->workingCopy(); })) {
-        m_workingCopyDue = Clock::now() + m_workingCopyPause;
-        m_workingCopyPause = std::min(m_workingCopyPause * 2, longestPause);
+    if (!run(nullptr, [&] { workingCopy = m_queries->workingCopy(); })) {
+        m_workingCopyDue = Clock::now() + m_pause;
         return;
     }
     takeWorkingCopy(workingCopy);
@@ -159,14 +168,23 @@ void QueryAnswers::askWorkingCopy()
     }
 }
 
+/// Runs a query. Returns whether its answer counts. If not, it has to be asked again, behind a growing pause when it was in the
+/// way of others: of a loading history, too.
+bool QueryAnswers::run(const QueryWatch::IsWanted& isWanted, const std::function<void()>& query)
+{
+    const bool counts = m_watch.run(isWanted, m_isLoading, query);
+    m_pause = counts ? shortestPause : std::min<std::chrono::milliseconds>(m_pause * 2, longestPause);
+    return counts;
+}
+
 /// Runs a query about the details. Returns whether its answer counts; if not, it is asked again when the details are still
 /// wanted.
 bool QueryAnswers::ask(const std::function<void()>& query)
 {
     const std::optional<cmStringT> wanted = m_wantedDetails;
-    const bool counts = m_watch.run([&wanted](const BrowseWants& wants) { return wants.details == wanted; }, query);
+    const bool counts = run([&wanted](const BrowseWants& wants) { return wants.details == wanted; }, query);
     if (!counts)
-        m_due = Clock::now() + betweenAttempts;
+        m_due = Clock::now() + m_pause;
     return counts;
 }
 
@@ -175,7 +193,6 @@ void QueryAnswers::takeWorkingCopy(CommitDetails& workingCopy)
     if (m_live && workingCopy.failure.isNull())
         workingCopy.failure = m_live->failure();
     m_isWorkingCopyDue = false;
-    m_workingCopyPause = std::chrono::seconds(1);
     tellWorkingCopy(changesText(workingCopy));
 }
 
@@ -193,6 +210,8 @@ void QueryAnswers::tellDetails(CommitDetails details, Stage next)
 
 void QueryAnswers::tellWorkingCopy(const cmStringT& text)
 {
+    if (text == std::exchange(m_toldText, text))
+        return;
     BrowseNews news;
     news.workingCopy = text;
     m_exchange.tell(std::move(news));

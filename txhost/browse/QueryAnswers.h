@@ -17,7 +17,7 @@ public:
     using Clock = std::chrono::steady_clock;
 
     /// `exchange` must outlive the object.
-    QueryAnswers(Host& host, BrowseExchange& exchange) : m_host(host), m_exchange(exchange), m_watch(exchange) {}
+    QueryAnswers(Host& host, BrowseExchange& exchange);
 
     QueryWatch& watch() { return m_watch; }
     /// Null until the place is known, and when there is no working copy.
@@ -37,6 +37,7 @@ private:
     void askChanges();
     void askFileHistory();
     void askWorkingCopy();
+    bool run(const QueryWatch::IsWanted& isWanted, const std::function<void()>& query);
     bool ask(const std::function<void()>& query);
     void takeWorkingCopy(CommitDetails& workingCopy);
     void tellDetails(CommitDetails details, Stage next);
@@ -49,10 +50,12 @@ private:
     std::optional<RepositoryQueries> m_queries;
     std::optional<LiveWorkingCopy> m_live;
     std::uint32_t m_load = 0;
+    bool m_isLoading = false;
+    std::chrono::milliseconds m_pause;  ///< before a query is run again that was in the way of others
 
+    cmStringT m_toldText;  ///< of the working copy's row
     bool m_isWorkingCopyDue = false;
     Clock::time_point m_workingCopyDue = Clock::time_point::min();
-    std::chrono::seconds m_workingCopyPause{1};  ///< before it is asked again after its query was in the way
 
     std::optional<cmStringT> m_wantedDetails;
     Stage m_stage = Stage::nothing;  ///< what is asked next about the details
@@ -60,5 +63,5 @@ private:
     CommitDetails m_details;  ///< as far as they are known, while they are not complete
 
     std::optional<FileQuestion> m_question;
-    bool m_isFileHistoryDue = false;
+    Clock::time_point m_fileHistoryDue = Clock::time_point::max();
 };

@@ -5,8 +5,8 @@
 namespace {
 
 constexpr std::uint32_t checkIntervalMs = 20;
-constexpr std::uint32_t obsoleteMs = 300;   // until a query ends that is not wanted any more
-constexpr std::uint32_t inTheWayMs = 1000;  // until one ends that is wanted as something else is, which waits for it
+constexpr std::uint32_t obsoleteMs = 300;  // until a query ends that is in the way and that nobody wants
+constexpr std::uint32_t wantedMs = 1000;   // until one ends that is wanted like what it is in the way of
 
 }  // namespace
 
@@ -22,11 +22,11 @@ QueryWatch::~QueryWatch()
     join();
 }
 
-bool QueryWatch::run(const std::function<bool(const BrowseWants&)>& isWanted, const std::function<void()>& query)
+bool QueryWatch::run(const IsWanted& isWanted, bool isInTheWay, const std::function<void()>& query)
 {
     {
         const cmMutexLock hold(m_lock);
-        m_query = Query{m_exchange.wants(), isWanted};
+        m_query = Query{m_exchange.wants(), isWanted, isInTheWay};
     }
     m_wake.set();
     bool wasEnded = false;
@@ -66,10 +66,10 @@ bool QueryWatch::look()
     if (!m_query)
         return false;
     const BrowseWants wants = m_exchange.wants();
-    const bool isAlone = wants == m_query->wants;
-    m_query->unwantedMs = isAlone ? 0 : m_query->unwantedMs + checkIntervalMs;
-    const bool isObsolete = !isAlone && (!m_query->isWanted || !m_query->isWanted(wants));
-    if (m_query->unwantedMs >= (isObsolete ? obsoleteMs : inTheWayMs)) {
+    const bool isInTheWay = m_query->isInTheWay || wants != m_query->wants;
+    m_query->inTheWayMs = isInTheWay ? m_query->inTheWayMs + checkIntervalMs : 0;
+    const bool isWanted = m_query->isWanted && m_query->isWanted(wants);
+    if (m_query->inTheWayMs >= (isWanted ? wantedMs : obsoleteMs)) {
         m_query->wasEnded = true;
         endChildProcessesOf(m_editorThread);
     }

@@ -18,15 +18,20 @@ public:
     explicit QueryWatch(BrowseExchange& exchange);
     ~QueryWatch() override;
 
-    /// Runs `query`, which asks the module. `isWanted` says of the wants, on another thread, whether they include it; null: it is
-    /// wanted as long as they stay as they are. Returns whether its answer counts: it is still wanted and was not ended.
-    bool run(const std::function<bool(const BrowseWants&)>& isWanted, const std::function<void()>& query);
+    /// Whether what somebody wants includes a query; null: nobody does, it may run while nothing else is to be done. Called on
+    /// another thread, too.
+    using IsWanted = std::function<bool(const BrowseWants&)>;
+
+    /// Runs `query`, which asks the module. It has to end soon when something else is wanted meanwhile or, with `isInTheWay`, in
+    /// any case. Returns whether its answer counts: it is still wanted and was not ended.
+    bool run(const IsWanted& isWanted, bool isInTheWay, const std::function<void()>& query);
 
 private:
     struct Query {
         BrowseWants wants;  ///< when it began
-        std::function<bool(const BrowseWants&)> isWanted;
-        std::uint32_t unwantedMs = 0;  ///< for how long something else has been wanted
+        IsWanted isWanted;
+        bool isInTheWay;
+        std::uint32_t inTheWayMs = 0;  ///< for how long
         bool wasEnded = false;
     };
 

@@ -19,15 +19,32 @@ bool isAmbiguousAlone(cmROStringT name)
     return name.starts_with('-') || name.find_first_of("^:") != cmROStringT::npos || name.find("..") != cmROStringT::npos;
 }
 
+/// The nearest folder above the file that exists: its own one may have been deleted since.
+cmROStringT existingFolderOf(cmROStringT file)
+{
+    cmROStringT folder = cmDirectoryOf(file);
+    while (!folder.empty() && !cmIsDirectory(folder) && cmDirectoryOf(folder).size() < folder.size())
+        folder = cmDirectoryOf(folder);
+    return folder;
+}
+
+/// The file's path from `folder`, which is above it.
+cmROStringT nameIn(cmROStringT folder, cmROStringT file)
+{
+    cmROStringT name = cmFileNameOf(file);
+    cmRelativePath(file, folder, name);
+    return name;
+}
+
 /// Runs the log. For a lone name git checks whether it is a file or a revision, and refuses a name that is both or neither (a
 /// deleted file). The log then runs again with "--" before the name, which marks it as a path.
 GitOutcome runHistoryLog(cmROStringT command, cmROStringT revision, cmROStringT file, cmStringT& output)
 {
-    const cmROStringT directory = cmDirectoryOf(file);
-    const cmStringT name = quoteArgument(cmFileNameOf(file));
+    const cmROStringT directory = existingFolderOf(file);
+    const cmStringT name = quoteArgument(nameIn(directory, file));
     if (!revision.empty())
         return runGitQuery(cmStringT(cmCat(command) + quoteArgument(revision) + " -- " + name), directory, output);
-    if (!isAmbiguousAlone(cmFileNameOf(file))) {
+    if (!isAmbiguousAlone(nameIn(directory, file))) {
         GitOutcome outcome = runGitQuery(cmStringT(cmCat(command) + name), directory, output);
         if (outcome.status != statusGitFailed)
             return outcome;
@@ -41,7 +58,8 @@ cmStringT pathFromRoot(cmROStringT root, cmROStringT file)
 {
     const cmStringT top = cmNativeSeparators(root);
     const cmStringT given = cmNativeSeparators(file);
-    const cmStringT real = cmJoinPath(cmRealPath(cmDirectoryOf(file)), cmFileNameOf(file));
+    const cmROStringT folder = existingFolderOf(file);
+    const cmStringT real = cmJoinPath(cmRealPath(folder), nameIn(folder, file));
     cmROStringT relative = cmFileNameOf(file);
     if (!cmRelativePath(given, top, relative))
         cmRelativePath(real, top, relative);
@@ -59,7 +77,7 @@ std::int32_t gitGetHistoryInfo(TXPSZ file, TXPSZ git, TXHREFVAR result, TXPSZ re
     if (isGitOption(revision))
         return refuseGitOption(revision);
     cmStringT root;
-    GitOutcome outcome = readTopLevel(git, cmDirectoryOf(file), root);
+    GitOutcome outcome = readTopLevel(git, existingFolderOf(file), root);
     if (outcome.status != 0)
         return endGitQuery(outcome);
     const cmStringT command = cmCat(quotedGit(git)) + " --no-pager log --date=iso --date-order --name-only "
