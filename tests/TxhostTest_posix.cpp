@@ -22,15 +22,23 @@ TEST(Txhost, EndsItsWatchOnCtrlCAndFailsWhenItsOutputCannotBeWritten)
     const std::string readerLeft =
         "exec 3> >(true); wait $!; " + builtProgram("txhost") + " log " + text(folder / "repo") + " >&3";
     EXPECT_EQ(std::system(("bash -c '" + readerLeft + "'").c_str()), 0);
-    WatchProcess watch({text(folder / "repo")});
-    EXPECT_TRUE(watch.shows("modified"));
+    const std::string later = text(folder / "later");
+    WatchProcess watch({text(folder / "repo"), later, text(folder / "file")});
+    EXPECT_TRUE(watch.shows("modified") && watch.shows(later + ": no such") && watch.shows("file: no such"));
+    fs::create_directory(later);
+    EXPECT_TRUE(watch.shows("returned\",\"path\":\"" + later) && watch.shows("outside"));
+    makeRepository(folder / "made");
+    fs::rename(folder / "made" / ".git", fs::path(later) / ".git");
+    EXPECT_TRUE(watch.shows("inside"));
+    writeFile(folder / "file", "");
+    EXPECT_TRUE(watch.shows("created\",\"path\""));
     fs::rename(folder / "repo", folder / "gone");
     EXPECT_TRUE(watch.shows("vanished"));
     fs::rename(folder / "gone", folder / "repo");
-    EXPECT_TRUE(watch.shows("returned"));
+    EXPECT_TRUE(watch.shows("returned\",\"path\":\"" + text(folder / "repo")));
     kill(static_cast<pid_t>(watch.id()), SIGINT);
-    EXPECT_TRUE(watch.ends() && watch.shows("txhost: 2 changes of 1 path since 2")) << watch.errors();
-    EXPECT_EQ(std::count(watch.output().begin(), watch.output().end(), '\n'), 3) << "no failure is told of a missing directory";
+    EXPECT_TRUE(watch.ends() && watch.shows("txhost: 5 changes of 3 paths since 2")) << watch.errors();
+    EXPECT_EQ(jsonLines("watch", watch.output()).size(), 9u) << "no failure is told of a directory that vanishes";
 
     const std::string top = text(folder / "repo");
     const std::string other = text(folder / "w");
@@ -44,6 +52,10 @@ TEST(Txhost, EndsItsWatchOnCtrlCAndFailsWhenItsOutputCannotBeWritten)
     EXPECT_TRUE(status.ends() && status.shows("\"path\":\"/b\",\"tool\":\"svn\",\"local\":[\"mod\"]")) << status.output();
     const Json unanswered{{"error", -102621}, {"message", "interrupted"}, {"path", other}, {"tool", "svn"}};
     EXPECT_EQ(jsonLines("status", status.output()).back(), unanswered);
+    WatchProcess unheard({"--svn", helperAs(folder, "tool-svn"), other}, "watch --json --updates --tool svn --patience 0");
+    EXPECT_TRUE(unheard.shows("waiting for svn"));
+    kill(static_cast<pid_t>(unheard.id()), SIGINT);
+    EXPECT_TRUE(unheard.ends() && unheard.shows("-102621")) << unheard.output();
 }
 
 TEST(Txhost, RunsOneCommandAtATimeForWhatHasChangedAndEndsItOnCtrlC)
@@ -139,6 +151,10 @@ TEST(Txhost, ShowsOnATerminalAloneWhatItWaitsFor)
     shown("branches --git " + git + " " + place, "the branches of " + place + ", 0 s");
     shown("log --git " + git + " " + place, place + ": 0 commits, 0 s");
     EXPECT_EQ(shown("status " + place, "outside").find("nothing is modified"), std::string::npos);
+    makeRepository(folder / "clean");
+    fs::create_directory(folder / "closed");
+    fs::create_symlink(".git", folder / "closed" / ".git");  // cannot be read
+    EXPECT_NE(shown("status --recurse " + text(folder.path()), "(not looked at").find("/closed: "), std::string::npos);
 }
 
 TEST(Txhost, TellsWhenTheRecentListHasNotTakenAFile)

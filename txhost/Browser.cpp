@@ -178,5 +178,5 @@ std::optional<Failure> suspectSilence(const Host& host, const cmStringT& directo
 
 cmStringT browsedDirectory(const std::string& named)
 {
-    return watchedDirectories({named}, gitTool.name).front().path;
+    return watchedDirectory(named, gitTool.name).path;
 }

@@ -86,18 +86,22 @@ void ChangePrinter::show(const PassAnswer& answer)
     Directory& before = m_directories[path];
     if (isMissing != std::exchange(before.isMissing, isMissing))
         printChange({isMissing ? "vanished" : "returned", isMissing ? console::red : console::green, path, tool});
-    if (answer.isOutside && !before.isOutside)
-        print({"outside", console::grey, path, tool});
-    before.isOutside = answer.isOutside;
+    if (!answer.failure && !isMissing)
+        showPlace(answer, before);
     showFiles(answer.files, !before.hasAnswered);
     if (isMissing)
         return;  // that is why the tool has failed
     if (before.failure && !answer.failure)
         print({"answers", console::green, path, tool});
     if (answer.failure && answer.failure != before.failure)
-        printFailure(*answer.failure);
+        show(*answer.failure);
     before.failure = answer.failure;
     before.hasAnswered = before.hasAnswered || !answer.failure || answer.failure->code == Failure::server;
+}
+
+void ChangePrinter::showFound(const WatchedDirectory& directory)
+{
+    printChange({"returned", console::green, directory.path, directory.tool.name});
 }
 
 void ChangePrinter::show(const Tool& tool, const FileStatuses& files)
@@ -111,6 +115,18 @@ cmStringT ChangePrinter::summary() const
         return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
     };
     return cmCat(counted(m_changes, "change")) + " of " + counted(m_changedPaths.size(), "path") + " since " + m_since;
+}
+
+/// Prints whether the directory is in a repository: that it is in none, and each change of it.
+void ChangePrinter::showPlace(const PassAnswer& answer, Directory& before)
+{
+    if (answer.isOutside == std::exchange(before.isOutside, answer.isOutside))
+        return;
+    const Line line{answer.isOutside ? "outside" : "inside", console::grey, answer.directory.path, answer.directory.tool.name};
+    if (before.hasAnswered)
+        printChange(line);
+    else
+        print(line);
 }
 
 void ChangePrinter::showFiles(const FileStatuses& files, bool isFirst)
@@ -145,8 +161,10 @@ void ChangePrinter::showDateChange(const cmStringT& path, const FileDate& before
         printChange({is, console::grey, path, {}, was, is});
 }
 
-void ChangePrinter::printFailure(const Failure& failure)
+void ChangePrinter::show(const Failure& failure)
 {
+    if (console::isReaderGone())
+        return;
     if (m_json) {
         Json object{{"time", jsonString(rfc3339Now())}};
         object.update(failureJson(failure));

@@ -20,6 +20,14 @@ public:
     /// Prints what a pass has changed: its files, its failure or that this is over, whether its directory is in a repository, and
     /// whether it is there.
     void show(const PassAnswer& answer);
+    /// Stores that there is no such file: its first date tells that it was created.
+    void noteMissing(const cmStringT& file) { m_dates.known[file] = {}; }
+    /// Prints that a directory is there, which was not at first.
+    void showFound(const WatchedDirectory& directory);
+    /// Prints a failure, with the time.
+    void show(const Failure& failure);
+    /// Whether any pass over the directory has ended.
+    bool knows(const cmStringT& directory) const { return m_directories.contains(directory); }
     /// Prints the files of StatusListener::roundEnded.
     void show(const Tool& tool, const FileStatuses& files);
     /// "3 changes of 2 paths since 2024-07-01 12:00:00"
@@ -43,10 +51,9 @@ private:
         cmStringT is = {};
     };
 
-    void showPlace(const WatchedDirectory& directory, bool isMissing);
     void showFiles(const FileStatuses& files, bool isFirst);
     void showDateChange(const cmStringT& path, const FileDate& before, const FileDate& date);
-    void printFailure(const Failure& failure);
+    void showPlace(const PassAnswer& answer, Directory& before);
     void printChange(const Line& line);
     void print(const Line& line);
 

@@ -17,8 +17,7 @@ public:
 
     void searchAt(const cmStringT& top)
     {
-        take(top, findMarkedTool(top));
-        m_pending.assign(1, cmSystemPath(top));
+        enter(top, findMarkedTool);
         while (!m_pending.empty()) {
             if (console::wasInterrupted())
                 throw HostError({Failure::stopped, "interrupted", top});
@@ -29,10 +28,17 @@ public:
     }
 
 private:
-    void take(const cmStringT& path, const Tool* tool)
+    /// Takes the folder if `findMark` finds the mark of a tool, and remembers to search in it.
+    void enter(const cmStringT& path, const Tool* (*findMark)(const cmStringT&))
     {
-        if (tool && (m_tool.empty() || tool->name == m_tool))
-            m_found.repositories.push_back({path, *tool});
+        try {
+            const Tool* tool = findMark(path);
+            if (tool && (m_tool.empty() || tool->name == m_tool))
+                m_found.repositories.push_back({path, *tool});
+            m_pending.push_back(cmSystemPath(path));
+        } catch (const HostError& error) {  // it cannot be read
+            m_found.failures.push_back(error.failure());
+        }
     }
 
     void searchIn(const fs::path& folder)
@@ -43,8 +49,7 @@ private:
             const fs::path name = entry->path().filename();
             if (entry->symlink_status(unknown).type() != fs::file_type::directory || name == ".git" || name == ".svn")
                 continue;
-            take(cmPathText(entry->path()), toolMarkedIn(entry->path()));
-            m_pending.push_back(entry->path());
+            enter(cmPathText(entry->path()), toolMarkedIn);
         }
         if (error)
             m_found.failures.push_back({Failure::own, cmROStringT(error.message()), cmPathText(folder)});
@@ -67,7 +72,7 @@ FoundRepositories findRepositories(const cmArray<WatchedDirectory>& directories,
     std::sort(all.begin(), all.end(), [](const auto& one, const auto& other) { return one.path < other.path; });
     all.erase(std::unique(all.begin(), all.end(), [](const auto& one, const auto& other) { return one.path == other.path; }),
               all.end());
-    if (all.empty() && found.failures.empty())
+    if (all.empty() && found.failures.empty() && !directories.empty())
         throw HostError(directories.front().path, "no repository in it");
     return found;
 }

@@ -15,8 +15,7 @@ namespace {
 
 constexpr int exitFailure = 1;
 constexpr int exitModified = 3;
-constexpr cmROStringT nothing =
-    "nothing is modified (not looked at: what is only staged, added, deleted, in conflict or untracked)";
+constexpr cmROStringT notLookedAt = "(not looked at: what is only staged, added, deleted, in conflict or untracked)";
 
 /// What all objects about a file or directory begin with.
 Json about(const cmStringT& path, cmROStringT tool)
@@ -71,6 +70,7 @@ public:
         if (answer.isOutside || (isClean && m_wanted.recurse)) {
             printDirectory(answer.directory, answer.isOutside ? "outside" : "clean", m_json);
             m_isEmpty = false;
+            m_hasClean = m_hasClean || isClean;
         }
         if (answer.failure)
             fail(*answer.failure);
@@ -98,10 +98,10 @@ public:
     /// Ends the report of a poll that has answered. Returns the exit code.
     int end() const
     {
+        if ((m_hasClean || (m_isEmpty && !m_hasFailed)) && !m_json && console::isTerminal())
+            console::printLine(cmStringT(cmCat(m_isEmpty ? "nothing is modified " : "") + notLookedAt));
         if (m_hasFailed)
             return exitFailure;
-        if (m_isEmpty && !m_json && console::isTerminal())
-            console::printLine(nothing);
         return m_wanted.exitCode && m_isModified ? exitModified : 0;
     }
 
@@ -111,24 +111,16 @@ private:
     bool m_hasFailed = false;
     bool m_isModified = false;
     bool m_isEmpty = true;
+    bool m_hasClean = false;  ///< a directory was called clean
 };
 
-/// The working copies that --recurse finds and whose tool there is; the others have failed.
-cmArray<WatchedDirectory> foundBelow(const cmArray<WatchedDirectory>& directories, const Host& host, Report& report)
+/// The working copies that --recurse finds.
+cmArray<WatchedDirectory> foundBelow(const cmArray<WatchedDirectory>& directories, const std::string& tool, Report& report)
 {
     const WaitProgress progress("looking for repositories");
-    FoundRepositories found = findRepositories(directories, host.options().tool);
+    const FoundRepositories found = findRepositories(directories, tool);
     for (const Failure& failure : found.failures)
         report.fail(failure);
-    std::erase_if(found.repositories, [&](const WatchedDirectory& directory) {
-        try {
-            host.requireTool(directory.tool);
-            return false;
-        } catch (const HostError& error) {
-            report.fail({Failure::own, error.failure().message, directory.path, directory.tool.name});
-            return true;
-        }
-    });
     return found.repositories;
 }
 
@@ -136,14 +128,14 @@ cmArray<WatchedDirectory> foundBelow(const cmArray<WatchedDirectory>& directorie
 
 int runStatus(const HostOptions& options, const std::vector<std::string>& named, const StatusOptions& wanted)
 {
-    cmArray<WatchedDirectory> directories = watchedDirectories(named, options.tool);
     Host host(options);
     console::catchInterrupts();
     Report report(options.json, wanted);
+    const auto fail = [&report](const Failure& failure) { report.fail(failure); };
+    cmArray<WatchedDirectory> directories = watchedDirectories(named, options.tool, fail);
     if (wanted.recurse)
-        directories = foundBelow(directories, host, report);
-    else
-        requireTools(host, directories);
+        directories = foundBelow(directories, options.tool, report);
+    directories = withTheirTools(host, directories, fail);
     StatusListener listener;
     listener.passEnded = [&](const PassAnswer& answer) { report.printPass(answer); };
     listener.roundEnded = [&](const Tool&, const FileStatuses& files) { report.printFiles(files); };

@@ -40,14 +40,11 @@ cmStringT awaitedText(const char* tool, cmROStringT directory, std::size_t behin
 
 }  // namespace
 
-StatusPoll::StatusPoll(Host& host, cmArray<WatchedDirectory> directories, StatusListener listener)
-    : m_host(host), m_directories(std::move(directories)), m_listener(std::move(listener))
+StatusPoll::StatusPoll(Host& host, const cmArray<WatchedDirectory>& directories, StatusListener listener)
+    : m_host(host), m_listener(std::move(listener))
 {
-    for (const WatchedDirectory& directory : m_directories) {
-        const Tool& tool = toolNumbered(directory.tool.number);
-        m_rounds.try_emplace(tool.number, tool).first->second.directories.push_back(&directory);
-        m_byPath[directory.path] = &directory;
-    }
+    for (const WatchedDirectory& directory : directories)
+        add(directory);
     EditorObserver observer;
     observer.passBegan = [this](const cmStringT& path) { beginPass(path); };
     observer.passFailed = [this](const cmStringT& path, const cmStringT& reason) { m_reasons[path] = reason; };
@@ -62,6 +59,14 @@ StatusPoll::StatusPoll(Host& host, cmArray<WatchedDirectory> directories, Status
 StatusPoll::~StatusPoll()
 {
     m_host.editor().setObserver({});
+}
+
+void StatusPoll::add(const WatchedDirectory& directory)
+{
+    const WatchedDirectory& added = m_directories.emplace_back(directory);
+    const Tool& tool = toolNumbered(added.tool.number);
+    m_rounds.try_emplace(tool.number, tool).first->second.directories.push_back(&added);
+    m_byPath[added.path] = &added;
 }
 
 cmArray<const Tool*> StatusPoll::tools() const

@@ -6,6 +6,7 @@
 #include "txhost/WatchedDirectories.h"
 
 #include <chrono>
+#include <deque>
 #include <functional>
 #include <optional>
 #include <set>
@@ -35,11 +36,13 @@ class StatusPoll {
 public:
     using Clock = std::chrono::steady_clock;
 
-    StatusPoll(Host& host, cmArray<WatchedDirectory> directories, StatusListener listener);
+    StatusPoll(Host& host, const cmArray<WatchedDirectory>& directories, StatusListener listener);
     ~StatusPoll();
     StatusPoll(const StatusPoll&) = delete;
     StatusPoll& operator=(const StatusPoll&) = delete;
 
+    /// One more directory, from the next round of its tool on.
+    void add(const WatchedDirectory& directory);
     /// The tools of the directories.
     cmArray<const Tool*> tools() const;
     /// Begins a round of a tool, whose last round must have ended. When the module refuses all of its directories, the round ends
@@ -84,7 +87,7 @@ private:
     void tellWaiting();
 
     Host& m_host;
-    const cmArray<WatchedDirectory> m_directories;
+    std::deque<WatchedDirectory> m_directories;  ///< each stays where it is
     const StatusListener m_listener;
     cmSortedDictionary<std::int32_t, Round> m_rounds;  ///< by the tool's number
     cmDictionary<cmStringT, const WatchedDirectory*> m_byPath;

@@ -3,6 +3,7 @@
 #include "common/cmArray.h"
 #include "txhost/Host.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,8 +13,15 @@ struct WatchedDirectory {
     Tool tool = gitTool;
 };
 
-/// The directories as the editor would name them: absolute, without ".", ".." and trailing separators, each once. Their tool is
-/// `tool`, or detected when that is empty. Throws HostError for a name that does not exist or is no directory.
-cmArray<WatchedDirectory> watchedDirectories(const std::vector<std::string>& named, const std::string& tool);
-/// Throws HostError when there is no program for the tool of one of the directories.
-void requireTools(const Host& host, const cmArray<WatchedDirectory>& directories);
+/// Is told why a directory has no answer.
+using FailureListener = std::function<void(const Failure&)>;
+
+/// The directory as the editor would name it: absolute, without ".", ".." and a trailing separator. Its tool is `tool`, or
+/// detected when that is empty. Throws HostError for a name that does not exist, is no directory or cannot be looked at, and
+/// UsageError for an empty one.
+WatchedDirectory watchedDirectory(const std::string& name, const std::string& tool);
+/// Those of the names, each once. `fail` is called for the names for which watchedDirectory throws HostError.
+cmArray<WatchedDirectory> watchedDirectories(const std::vector<std::string>& named, const std::string& tool,
+                                             const FailureListener& fail);
+/// The directories for whose tool there is a program. `fail` is called for the others.
+cmArray<WatchedDirectory> withTheirTools(const Host& host, cmArray<WatchedDirectory> directories, const FailureListener& fail);

@@ -25,8 +25,19 @@ std::filesystem::file_type markType(const std::filesystem::path& path)
     std::error_code error;
     const std::filesystem::file_type type = std::filesystem::status(path, error).type();
     if (type == std::filesystem::file_type::none && path.parent_path().has_relative_path())
-        throw HostError(cmPathText(path), error.message());
+        throw HostError(cmPathText(path.parent_path()), error.message());
     return type;
+}
+
+const Tool* toolMarkedAt(const std::filesystem::path& folder)
+{
+    static const std::filesystem::path perforceName = perforceConfigurationName();
+    const std::filesystem::file_type git = markType(folder / ".git");
+    if (git == std::filesystem::file_type::directory || git == std::filesystem::file_type::regular)  // a linked work tree
+        return &gitTool;
+    if (markType(folder / ".svn") == std::filesystem::file_type::directory)
+        return &svnTool;
+    return markType(folder / perforceName) == std::filesystem::file_type::regular ? &p4Tool : nullptr;
 }
 
 }  // namespace
@@ -57,15 +68,9 @@ const Tool& toolNumbered(std::int32_t number)
     return gitTool;
 }
 
-const Tool* toolMarkedIn(const std::filesystem::path& folder)
+const Tool* toolMarkedIn(const cmStringT& folder)
 {
-    static const std::filesystem::path perforceName = perforceConfigurationName();
-    const std::filesystem::file_type git = markType(folder / ".git");
-    if (git == std::filesystem::file_type::directory || git == std::filesystem::file_type::regular)  // a linked work tree
-        return &gitTool;
-    if (markType(folder / ".svn") == std::filesystem::file_type::directory)
-        return &svnTool;
-    return markType(folder / perforceName) == std::filesystem::file_type::regular ? &p4Tool : nullptr;
+    return toolMarkedAt(cmSystemPath(folder));
 }
 
 const Tool* findMarkedTool(const cmStringT& directory)
@@ -73,7 +78,7 @@ const Tool* findMarkedTool(const cmStringT& directory)
     for (const cmStringT& start : {directory, cmRealPath(directory)}) {
         std::filesystem::path folder = cmSystemPath(start);
         for (std::filesystem::path below; folder != below; below = std::exchange(folder, folder.parent_path())) {
-            if (const Tool* tool = toolMarkedIn(folder))
+            if (const Tool* tool = toolMarkedAt(folder))
                 return tool;
         }
     }

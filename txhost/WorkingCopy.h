@@ -28,7 +28,7 @@ const Tool& toolNumbered(std::int32_t number);
 
 /// The tool whose mark (.git, .svn, P4CONFIG file) is in the folder itself. Null when there is none. Throws HostError when the
 /// system cannot say.
-const Tool* toolMarkedIn(const std::filesystem::path& folder);
+const Tool* toolMarkedIn(const cmStringT& folder);
 /// The tool that a directory belongs to: the first whose mark is in it or in a folder above it. The
 /// path is searched as it is and then with its links resolved. Null when there is no mark. Throws HostError when the
 /// system cannot say. Reads the disk but starts no program.
