@@ -18,6 +18,11 @@ Character takeCharacter(cmROStringT& text)
     return character;
 }
 
+bool isPlainAscii(cmROStringT text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
+}
+
 bool isControl(const Character& character)
 {
     return character.code < 0x20 || character.code == 0x7F;

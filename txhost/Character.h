@@ -13,6 +13,8 @@ struct Character {
 
 /// Removes the first character from `text`, which is not empty.
 Character takeCharacter(cmROStringT& text);
+/// Whether `text` has only printable characters of ASCII: as most texts have, which need no closer look.
+bool isPlainAscii(cmROStringT text);
 /// Whether it is a control of ASCII. Such a control breaks a line or moves the cursor wherever the text is read.
 bool isControl(const Character& character);
 /// Whether a terminal may obey it though it is no control of ASCII: the controls of the set C1, as characters or as single bytes,

@@ -11,6 +11,8 @@ namespace {
 template <class Predicate>
 cmStringT escapedWhere(cmROStringT text, Predicate isEscaped)
 {
+    if (isPlainAscii(text))
+        return text;
     cmStringT shown("");
     while (!text.empty()) {
         const Character character = takeCharacter(text);

@@ -43,6 +43,8 @@ Grapheme takeGrapheme(cmROStringT& text)
 
 std::size_t textWidth(cmROStringT text)
 {
+    if (isPlainAscii(text))
+        return text.size();
     std::size_t columns = 0;
     while (!text.empty())
         columns += takeGrapheme(text).columns;

@@ -129,7 +129,7 @@ struct RowSearch {
 
 struct RowFound {
     std::uint32_t number = 0;  ///< of the search
-    std::int32_t row = -1;     ///< below 0: there is none
+    std::int32_t row = -1;     ///< below 0: there is none, nor will one come with the load
 };
 
 /// What the screen needs now. What it needed before and is not in here any more, need not be answered.

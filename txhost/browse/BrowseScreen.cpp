@@ -1,13 +1,18 @@
 #include "txhost/browse/BrowseScreen.h"
 
 #include "common/cmStringCatHelper.h"
-#include "txhost/browse/FileLine.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 
-constexpr std::size_t leastHeightForBoth = 16;  ///< of a list and the details below it
+constexpr std::size_t leastHeightForBoth = 16;  ///< of a list and what is below it
+
+bool hasFiles(const CommitDetails* details)
+{
+    return details && !details->files.empty();
+}
 
 }  // namespace
 
@@ -19,92 +24,117 @@ BrowseScreen::BrowseScreen(cmStringT repository, Symbols symbols) : m_repository
 void BrowseScreen::resize(Picture::Size size)
 {
     m_size = size;
-    arrange();
-}
-
-void BrowseScreen::press(const Key& key)
-{
-    if (key.kind == KeyKind::character && (key.code == 'q' || key.code == 3))
-        m_hasLeft = true;
-    else if (m_hasDetailsFocus ? m_details.window().press(key) : m_history.press(key))
-        ;
-    else if (key.kind == KeyKind::enter && m_areDetailsOpen)
-        m_hasDetailsFocus = true;
-    else if (key.kind == KeyKind::enter)
-        m_areDetailsOpen = true;
-    else if (key.kind == KeyKind::tab && m_areDetailsOpen)
-        m_hasDetailsFocus = !m_hasDetailsFocus;
-    else if (key.kind == KeyKind::escape && m_hasDetailsFocus)
-        m_hasDetailsFocus = false;
-    else if (key.kind == KeyKind::escape)
-        m_areDetailsOpen = false;
+    if (m_helpPage)
+        m_helpPage = 0;
     arrange();
 }
 
 void BrowseScreen::take(BrowseNews news)
 {
-    if (news.state)
-        m_history.take(std::move(*news.state));
+    if (news.state && m_history.take(std::move(*news.state))) {
+        if (m_history.lost() && (!m_finder.search() || m_finder.purpose() == RowFinder::Purpose::keep))
+            m_finder.start(RowFinder::Purpose::keep, SearchKind::hash, *m_history.lost());
+        else
+            m_finder.restart();
+    }
     if (news.rows)
         m_history.take(std::move(*news.rows));
     if (!news.workingCopy.isNull())
         m_history.takeWorkingCopy(std::move(news.workingCopy));
-    if (news.details && m_wants.details && news.details->hash == *m_wants.details)
-        m_details.show(std::move(news.details));
+    if (news.found)
+        takeFound(*news.found);
+    if (news.history)
+        m_revisions.take(std::move(news.history));
+    if (news.details && m_wants.details && news.details->hash == *m_wants.details) {
+        const bool hadFiles = hasFiles(below().commit.details());
+        below().commit.show(std::move(news.details));
+        if (!hadFiles && m_revisions.isOpen())
+            below().commit.goToFile(m_revisions.question()->path);
+    }
     arrange();
 }
 
-bool BrowseScreen::hasDetails() const
+void BrowseScreen::takeFound(const RowFound& found)
 {
-    const CommitDetails* shown = m_details.details().get();
-    return shown && m_wants.details && shown->hash == *m_wants.details;
+    const cmStringT text = m_finder.search() ? m_finder.search()->text : cmStringT("");
+    if (!m_finder.take(found))
+        return;
+    if (m_finder.purpose() == RowFinder::Purpose::keep)
+        m_history.found(found.row);
+    else if (found.row >= 0)
+        m_history.jumpTo(found.row);
+    else
+        say(cmCat("not found: ") + text);
+}
+
+std::optional<cmStringT> BrowseScreen::selectedHash() const
+{
+    if (!m_revisions.isOpen())
+        return m_history.selectedHash();
+    const FileRevision* revision = m_revisions.selected();
+    return revision ? std::optional(revision->hash) : std::nullopt;
+}
+
+/// What the selected row tells of its commit; null when the row is not known.
+std::shared_ptr<const CommitDetails> BrowseScreen::knownOfSelected() const
+{
+    auto known = std::make_shared<CommitDetails>();
+    if (const FileRevision* revision = m_revisions.selected())
+        *known = {revision->hash, {}, revision->author, {}, revision->date, {revision->subject}, {}, false, {}};
+    else if (const HistoryRow* row = m_revisions.isOpen() ? nullptr : m_history.selected())
+        *known = {row->hash, row->parents, row->author, row->email, row->date, {row->subject}, {}, false, {}};
+    else
+        return nullptr;
+    if (known->hash.isEmpty())
+        known->message.clear();
+    return known;
+}
+
+bool BrowseScreen::hasWantedRows() const
+{
+    const HistoryState& state = m_history.state();
+    return state.load == m_wants.load && state.filter == m_wants.filter && !m_finder.search() && m_history.isComplete();
 }
 
 bool BrowseScreen::isComplete() const
 {
-    return m_history.isComplete() && (!m_wants.details || (hasDetails() && m_details.details()->isComplete));
+    const bool awaitsNames = m_prompt && m_prompt->kind() == PromptKind::jump && !m_history.state().names;
+    const CommitDetails* details = below().commit.details();
+    return hasWantedRows() && !(awaitsNames && m_history.state().isLoading) && (!m_revisions.isOpen() || m_revisions.isComplete())
+           && (!m_wants.details || (details && details->isComplete));
+}
+
+bool BrowseScreen::hasRoomForBoth() const
+{
+    return m_size.height >= leastHeightForBoth;
 }
 
 BrowseScreen::Layout BrowseScreen::layout() const
 {
-    const std::size_t body = m_size.height - std::min<std::size_t>(m_size.height, 1);
-    if (!m_areDetailsOpen || body == 0)
-        return {body, 0, 0};
-    if (m_size.height < leastHeightForBoth)
-        return m_hasDetailsFocus ? Layout{0, 1, body - 1} : Layout{body, 0, 0};
-    return {body / 2, 1, body - body / 2 - 1};
+    const std::size_t status = std::min<std::size_t>(m_size.height, 1);
+    const std::size_t body = m_size.height - status;
+    if (!below().isOpen || body == 0 || (!hasRoomForBoth() && !below().hasFocus))
+        return {body, 0, 0, status};
+    const std::size_t list = hasRoomForBoth() ? body / 2 : 0;
+    return {list, 1, body - list - 1, status};
 }
 
+/// Makes everything else follow from what has changed.
 void BrowseScreen::arrange()
 {
     const Layout parts = layout();
-    m_history.setHeight(parts.list);
-    m_details.window().setHeight(parts.details);
-    const ListWindow& window = m_history.window();
-    RowCache::want(m_wants, window.first(), window.end());
-    m_wants.details = m_areDetailsOpen ? m_history.selectedHash() : std::nullopt;
-}
+    const std::size_t body = m_size.height - parts.status;
+    m_history.setHeight(parts.list > 0 ? parts.list : body);
+    m_revisions.window().setHeight(parts.list > 0 ? parts.list : body);
+    RowCache::want(m_wants, m_history.window().first(), m_history.window().end());
+    m_wants.details = below().isOpen ? selectedHash() : std::nullopt;
+    m_wants.history = m_revisions.question();
+    m_wants.search = m_finder.search();
 
-Picture BrowseScreen::picture() const
-{
-    Picture picture{m_size, {}, false, 0, 0};
-    const Layout parts = layout();
-    if (parts.list > 0)
-        picture.lines = m_history.lines(m_size.width, m_symbols, !m_hasDetailsFocus);
-    picture.lines.resize(parts.list);
-    if (parts.bar > 0)
-        picture.lines.emplace_back();
-    if (parts.details > 0 && hasDetails()) {
-        for (cmArray<StyledText>& line : m_details.lines(m_size.width, m_symbols, m_hasDetailsFocus))
-            picture.lines.push_back(std::move(line));
-    }
-    if (m_size.height > 0) {
-        picture.lines.resize(m_size.height - 1);
-        StyledLine status(m_size.width, m_symbols);
-        status.add(cmStringT(cmCat(groupedDigits(m_history.state().rowCount)) + " commits"));
-        picture.lines.push_back(std::move(status).finished());
-    }
-    return picture;
+    const CommitDetails* shown = below().commit.details();
+    if (below().isOpen && (!shown || !m_wants.details || shown->hash != *m_wants.details))
+        below().commit.show(knownOfSelected());
+    below().commit.setHeight(parts.commit);
 }
 
 cmStringT BrowseScreen::takeCopied()

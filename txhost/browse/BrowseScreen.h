@@ -2,10 +2,15 @@
 
 #include "txhost/LogLine.h"
 #include "txhost/browse/BrowseData.h"
-#include "txhost/browse/DetailsPane.h"
+#include "txhost/browse/CommitPane.h"
 #include "txhost/browse/HistoryPane.h"
 #include "txhost/browse/Key.h"
 #include "txhost/browse/Picture.h"
+#include "txhost/browse/Prompt.h"
+#include "txhost/browse/RevisionsPane.h"
+#include "txhost/browse/RowFinder.h"
+
+#include <optional>
 
 /// What `txhost browse` shows, and what its keys do. It knows no terminal and never waits: it shows what it was told so far, and
 /// says what it wants to know. For one thread.
@@ -28,25 +33,76 @@ public:
     cmStringT takeCopied();
 
 private:
-    /// How many lines each part has.
+    /// What is below a list. The history and a file's revisions have one each.
+    struct Below {
+        CommitPane commit;
+        bool isOpen = false;
+        bool hasFocus = false;
+    };
+    /// How many lines each part of the picture has, from the top.
     struct Layout {
         std::size_t list = 0;
-        std::size_t bar = 0;  ///< between the list and the details
-        std::size_t details = 0;
+        std::size_t bar = 0;  ///< the title of what is below the list
+        std::size_t commit = 0;
+        std::size_t status = 0;
     };
 
-    Layout layout() const;
+    // The keys.
+    void handle(const Key& key);
+    bool pressInPane(const Key& key);
+    void pressMouse(const Key& key);
+    void pressInPrompt(const Key& key);
+    void changePrompt();
+    void acceptPrompt();
+    void cancelPrompt();
+    void command(char32_t code);
+    void goIn();
+    void goBack(bool isEscape);
+    void openPrompt(PromptKind kind);
+    void openRevisions(bool fromHead);
+    void copy();
+    // Ways to other commits.
+    void goTo(const cmStringT& hash);
+    void goToRow(std::int32_t row);
+    void goToParent();
+    void goToChild();
+    void goToHead();
+    void followLine(bool isDownFirst);
+    void jumpTo(cmROStringT text);
+    void searchOn(bool backwards);
+    void say(cmStringT message, bool isBadNews = true);
+
     void arrange();
-    bool hasDetails() const;
+    void takeFound(const RowFound& found);
+    void showKnownOfCommit();
+    std::shared_ptr<const CommitDetails> knownOfSelected() const;
+    std::optional<cmStringT> selectedHash() const;
+    const ListWindow& list() const { return m_revisions.isOpen() ? m_revisions.window() : m_history.window(); }
+    Below& below() { return m_revisions.isOpen() ? m_ofRevisions : m_ofHistory; }
+    const Below& below() const { return m_revisions.isOpen() ? m_ofRevisions : m_ofHistory; }
+    bool hasFocusBelow() const { return below().isOpen && below().hasFocus; }
+    bool hasRoomForBoth() const;
+    bool hasWantedRows() const;
+    Layout layout() const;
+    void drawBelow(Picture& picture, const Layout& parts) const;
+    cmStringT filterRemark() const;
+    void drawLastLine(Picture& picture) const;
 
     const cmStringT m_repository;
     const Symbols m_symbols;
     Picture::Size m_size;
     BrowseWants m_wants;
     HistoryPane m_history;
-    DetailsPane m_details;
-    bool m_areDetailsOpen = false;
-    bool m_hasDetailsFocus = false;
+    RevisionsPane m_revisions;
+    Below m_ofHistory;
+    Below m_ofRevisions;
+    RowFinder m_finder;
+    std::optional<Prompt> m_prompt;
+    std::int32_t m_promptRow = 0;  ///< of the cursor when the prompt was opened
+    cmStringT m_searched{""};      ///< the text of the last search
+    std::optional<std::size_t> m_helpPage;
+    cmStringT m_message{""};
+    bool m_isBadNews = false;
     cmStringT m_copied;
     bool m_hasLeft = false;
 };

@@ -70,6 +70,11 @@ cmStringT changeSummary(const cmArray<FileChange>& files)
     return added + removed == 0 ? text : cmStringT(cmCat(text) + ", +" + groupedDigits(added) + " -" + groupedDigits(removed));
 }
 
+cmStringT countedText(std::int64_t number, cmROStringT thing)
+{
+    return cmCat(groupedDigits(number)) + " " + thing + (number == 1 ? "" : "s");
+}
+
 cmStringT groupedDigits(std::int64_t number)
 {
     std::string digits = std::to_string(number);

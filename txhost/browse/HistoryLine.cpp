@@ -1,10 +1,12 @@
 #include "txhost/browse/HistoryLine.h"
 
+#include "common/cmStringCatHelper.h"
 #include "filewatcher/git/commits/ShortHash.h"
 #include "txhost/Console.h"
 #include "txhost/GraphText.h"
 #include "txhost/LogLabels.h"
 #include "txhost/TextWidth.h"
+#include "txhost/browse/AboutColumns.h"
 
 #include <algorithm>
 #include <utility>
@@ -12,12 +14,8 @@
 namespace {
 
 constexpr std::size_t leastWidthForMark = 20;
-constexpr std::size_t leastWidthForDate = 60;
-constexpr std::size_t leastWidthForAuthor = 80;
 constexpr std::size_t leastSubject = 20;  ///< columns that nothing on its left takes from a subject
-constexpr std::size_t authorWidth = 18;
-constexpr std::size_t dateWidth = 16;
-constexpr std::size_t gap = 2;  ///< in front of a column
+constexpr std::size_t gap = 2;            ///< in front of the names
 
 constexpr TextStyle dim{console::grey};
 
@@ -37,37 +35,6 @@ std::size_t markWidth(std::size_t width)
 }
 
 }  // namespace
-
-cmStringT shownMinute(const GitDateTime& date)
-{
-    cmStringT text = date.text();
-    text.truncate(dateWidth);
-    return text;
-}
-
-AboutColumns::AboutColumns(std::size_t width)
-    : m_author(width >= leastWidthForAuthor ? authorWidth : 0), m_date(width >= leastWidthForDate ? dateWidth : 0)
-{
-}
-
-std::size_t AboutColumns::width() const
-{
-    return (m_author ? gap + m_author : 0) + (m_date ? gap + m_date : 0);
-}
-
-void AboutColumns::draw(StyledLine& line, cmROStringT author, const GitDateTime& date, const TextStyle& style) const
-{
-    line.padTo(width());
-    if (m_author) {
-        line.padTo(width() - gap);
-        line.add(author, style, m_author);
-        line.padTo(m_date ? gap + m_date : 0);
-    }
-    if (m_date) {
-        line.padTo(m_date);
-        line.add(shownMinute(date), style);
-    }
-}
 
 HistoryLines::HistoryLines(std::size_t width, Symbols symbols, const cmStringT& workingCopy)
     : m_width(width), m_symbols(symbols), m_workingCopy(workingCopy),
@@ -99,7 +66,7 @@ cmArray<StyledText> HistoryLines::next(const HistoryRow& row, bool isCursor, boo
 
     const AboutColumns about(m_width);
     std::size_t room = line.room() - std::min(line.room(), about.width());
-    const cmStringT subject = shownText(row.hash.isEmpty() && !m_workingCopy.isEmpty() ? m_workingCopy : row.subject, room);
+    const cmStringT subject = shownText(row.hash.isEmpty() ? workingCopyText() : row.subject, room);
     const std::size_t subjectWidth = textWidth(subject);
     for (const LogLabel& label : fittingLabels(labelsOf(row, room), subjectWidth, room, line.ellipsis())) {
         line.add(bracketed(label), {label.colour, true});
@@ -116,6 +83,11 @@ cmArray<StyledText> HistoryLines::next(const HistoryRow& row, bool isCursor, boo
     return std::move(line).finished(isCursor, hasFocus);
 }
 
+cmStringT HistoryLines::workingCopyText() const
+{
+    return cmCat("Working copy") + (m_workingCopy.isEmpty() ? "" : ": ") + m_workingCopy;
+}
+
 cmArray<StyledText> HistoryLines::placeholder(bool isCursor, bool hasFocus) const
 {
     StyledLine line(m_width, m_symbols);
@@ -128,5 +100,5 @@ void HistoryLines::drawGraph(StyledLine& line, const HistoryRow& row)
     if (row.graph.column == graphNoColumn)
         return;
     for (const GraphCell& cell : graphCells(row.graph, m_graph.next(row.graph)))
-        line.draw(cell.text, {cell.colour});
+        line.drawCell(cell.text, cell.colour);
 }

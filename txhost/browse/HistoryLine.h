@@ -20,6 +20,7 @@ public:
     cmArray<StyledText> placeholder(bool isCursor, bool hasFocus) const;
 
 private:
+    cmStringT workingCopyText() const;
     void drawGraph(StyledLine& line, const HistoryRow& row);
 
     std::size_t m_width;
@@ -28,19 +29,3 @@ private:
     GraphWindow m_graph;
     GraphNames m_names;
 };
-
-/// What stands on the right of a line about a commit: its author and its date, in a window that is wide enough.
-class AboutColumns {
-public:
-    explicit AboutColumns(std::size_t width);
-    /// Their width.
-    std::size_t width() const;
-    void draw(StyledLine& line, cmROStringT author, const GitDateTime& date, const TextStyle& style) const;
-
-private:
-    std::size_t m_author;
-    std::size_t m_date;
-};
-
-/// "2024-07-01 12:00"; empty without a date.
-cmStringT shownMinute(const GitDateTime& date);

@@ -12,20 +12,28 @@ void HistoryPane::setHeight(std::size_t lines)
 
 bool HistoryPane::take(HistoryState state)
 {
-    const bool isOtherFilter = state.filter != m_cache.state().filter;
+    if (!m_lost)
+        m_linesAbove = m_window.cursor() - m_window.first();
     const bool isOther = m_cache.take(std::move(state));
     m_window.setCount(m_cache.state().rowCount);
-    if (isOther) {
-        m_isBesideAnchor = m_anchor && m_anchor->isEmpty();
-        m_lost = m_isBesideAnchor ? std::nullopt : m_anchor;
-        if (isOtherFilter || m_isBesideAnchor)
-            m_window.place(0, 0);
-    }
+    if (isOther)
+        loseSelected();
     if (m_followsEnd)
         m_window.jumpTo(m_window.count() - 1);
     m_followsEnd = m_followsEnd && m_cache.state().isLoading;
     settle();
     return isOther;
+}
+
+/// Notes that the selected commit may be in another row now. The working copy can only be in the first one.
+void HistoryPane::loseSelected()
+{
+    const bool isOtherFilter = m_filter != m_cache.state().filter;
+    m_filter = m_cache.state().filter;
+    m_isBesideAnchor = m_anchor && m_anchor->isEmpty();
+    m_lost = m_isBesideAnchor ? std::nullopt : m_anchor;
+    if (isOtherFilter || m_isBesideAnchor)
+        m_window.place(0, 0);
 }
 
 void HistoryPane::take(HistoryRows rows)
@@ -48,9 +56,15 @@ void HistoryPane::scroll(std::int32_t lines)
 {
     const std::int32_t before = m_window.cursor();
     m_window.scroll(lines);
-    if (m_window.cursor() == before)
-        return;
+    if (m_window.cursor() != before)
+        leaveAnchor();
+    settle();
+}
+
+void HistoryPane::click(std::size_t line)
+{
     leaveAnchor();
+    m_window.click(line);
     settle();
 }
 
@@ -66,7 +80,7 @@ void HistoryPane::found(std::int32_t row)
     m_lost.reset();
     m_isBesideAnchor = row < 0;
     if (row >= 0)
-        m_window.jumpTo(row);
+        m_window.place(row, row - m_linesAbove);
     settle();
 }
 
@@ -91,6 +105,8 @@ void HistoryPane::settle()
 {
     if (const HistoryRow* row = selected(); row && !m_isBesideAnchor)
         m_anchor = row->hash;
+    if (const HistoryRow* row = m_cache.row(0))
+        m_hasWorkingCopy = row->hash.isEmpty();
 }
 
 cmArray<cmArray<StyledText>> HistoryPane::lines(std::size_t width, Symbols symbols, bool hasFocus) const

@@ -20,6 +20,7 @@ public:
     /// Moves the cursor, if `key` is one that does.
     bool press(const Key& key);
     void scroll(std::int32_t lines);
+    void click(std::size_t line);
     /// The user goes to a row.
     void jumpTo(std::int32_t row);
     /// The row of the commit that was looked for; below 0: there is none.
@@ -32,6 +33,8 @@ public:
     /// The selected row; null as long as it is not known.
     const HistoryRow* selected() const { return m_lost ? nullptr : m_cache.row(m_window.cursor()); }
 
+    /// Without the working copy's row.
+    std::int32_t commitCount() const { return m_window.count() - (m_hasWorkingCopy ? 1 : 0); }
     const HistoryState& state() const { return m_cache.state(); }
     const RowCache& cache() const { return m_cache; }
     const ListWindow& window() const { return m_window; }
@@ -41,6 +44,7 @@ public:
 
 private:
     void leaveAnchor();
+    void loseSelected();
     void settle();
 
     RowCache m_cache;
@@ -48,6 +52,9 @@ private:
     cmStringT m_workingCopy{""};
     std::optional<cmStringT> m_anchor;  ///< the commit that the user has gone to last, even while a filter leaves it out
     std::optional<cmStringT> m_lost;
+    cmStringT m_filter{""};         ///< that the rows belong to
+    std::int32_t m_linesAbove = 0;  ///< how many lines were above the commit that is lost
     bool m_isBesideAnchor = false;  ///< the anchor has no row
+    bool m_hasWorkingCopy = false;  ///< in row 0, as far as is known
     bool m_followsEnd = false;      ///< of a load
 };

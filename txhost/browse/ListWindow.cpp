@@ -41,6 +41,12 @@ bool ListWindow::press(const Key& key)
     return true;
 }
 
+void ListWindow::click(std::size_t line)
+{
+    if (line < static_cast<std::size_t>(end() - m_first))
+        m_cursor = m_first + static_cast<std::int32_t>(line);
+}
+
 void ListWindow::scroll(std::int32_t lines)
 {
     m_first = std::clamp(m_first + lines, 0, std::max(0, m_count - m_height));

@@ -13,6 +13,8 @@ public:
 
     /// Moves the cursor, if `key` is one that does.
     bool press(const Key& key);
+    /// Sets the cursor to a line of the window, if it has so many.
+    void click(std::size_t line);
     /// Moves the window by so many lines, and the cursor only where it would be outside.
     void scroll(std::int32_t lines);
     /// Sets the cursor to a line, or to the one that is nearest. A line that was not in the window stands in its middle then.

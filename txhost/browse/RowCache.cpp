@@ -25,6 +25,16 @@ const HistoryRow* RowCache::row(std::int32_t number) const
     return isThere ? &m_rows.rows[static_cast<std::size_t>(place)] : nullptr;
 }
 
+std::int32_t RowCache::find(cmROStringT hash) const
+{
+    for (std::size_t i = 0; i < m_rows.rows.size(); ++i) {
+        const std::int32_t number = m_rows.first + static_cast<std::int32_t>(i);
+        if (m_rows.rows[i].hash == hash && row(number))
+            return number;
+    }
+    return -1;
+}
+
 bool RowCache::hasAll(std::int32_t first, std::int32_t end) const
 {
     end = std::min(end, m_state.rowCount);

@@ -15,6 +15,8 @@ public:
     const HistoryState& state() const { return m_state; }
     /// Nothing when it is not known (yet).
     const HistoryRow* row(std::int32_t number) const;
+    /// The row of the commit with this hash; below 0: it is not among the known rows.
+    std::int32_t find(cmROStringT hash) const;
     /// Whether all rows from `first` to before `end` that the history has are known.
     bool hasAll(std::int32_t first, std::int32_t end) const;
     /// Sets the rows to ask for while those from `first` to before `end` are shown: their blocks, and one on each side.

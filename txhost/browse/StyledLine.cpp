@@ -1,5 +1,6 @@
 #include "txhost/browse/StyledLine.h"
 
+#include "txhost/Character.h"
 #include "txhost/Console.h"
 #include "txhost/EscapedText.h"
 #include "txhost/PlainSymbols.h"
@@ -43,6 +44,15 @@ cmStringT shownText(cmROStringT text, std::size_t columns)
     return withoutJoining(shown);
 }
 
+cmStringT textBehind(cmROStringT text, std::size_t skipped, std::size_t columns)
+{
+    const cmStringT whole = shownText(text, skipped + columns);
+    cmROStringT rest = whole;
+    for (std::size_t passed = 0; passed < skipped && !rest.empty();)
+        passed += textWidth(takeCharacter(rest).bytes);
+    return rest;
+}
+
 void StyledLine::add(cmROStringT text, const TextStyle& style)
 {
     add(text, style, m_room);
@@ -50,9 +60,8 @@ void StyledLine::add(cmROStringT text, const TextStyle& style)
 
 void StyledLine::add(cmROStringT text, const TextStyle& style, std::size_t columns)
 {
-    cmStringT cut = shortened(shownText(text, columns), std::min(columns, m_room), ellipsis());
-    const std::size_t width = textWidth(cut);
-    append(std::move(cut), width, style);
+    const cmStringT cut = shortened(shownText(text, columns), std::min(columns, m_room), ellipsis());
+    append(cut, textWidth(cut), style);
 }
 
 void StyledLine::draw(cmROStringT text, const TextStyle& style)
@@ -60,10 +69,24 @@ void StyledLine::draw(cmROStringT text, const TextStyle& style)
     add(m_symbols == Symbols::plain ? withPlainSymbols(text) : cmStringT(text), style);
 }
 
+void StyledLine::drawCell(cmROStringT symbol, int colour)
+{
+    const bool isBlank = symbol == " ";
+    const TextStyle style = isBlank && !m_pieces.empty() ? m_pieces.back().style : TextStyle{colour};
+    if (m_room > 0)
+        append(isBlank || m_symbols == Symbols::unicode ? symbol : withPlainSymbols(symbol).view(), 1, style);
+}
+
 void StyledLine::padTo(std::size_t room)
 {
     if (room < m_room)
-        append(cmROStringT(std::string(m_room - room, ' ')), m_room - room, {});
+        append(std::string(m_room - room, ' '), m_room - room, {});
+}
+
+void StyledLine::add(StyledLine part)
+{
+    for (StyledText& piece : part.m_pieces)
+        add(piece.text, piece.style);
 }
 
 cmArray<StyledText> StyledLine::finished(bool isCursor, bool hasFocus) &&
@@ -78,13 +101,13 @@ cmArray<StyledText> StyledLine::finished(bool isCursor, bool hasFocus) &&
     return std::move(m_pieces);
 }
 
-void StyledLine::append(cmStringT text, std::size_t width, const TextStyle& style)
+void StyledLine::append(cmROStringT text, std::size_t width, const TextStyle& style)
 {
-    if (text.isEmpty())
+    if (text.empty())
         return;
     m_room -= std::min(m_room, width);
     if (!m_pieces.empty() && m_pieces.back().style == style)
         m_pieces.back().text += text;
     else
-        m_pieces.push_back({std::move(text), style});
+        m_pieces.push_back({text, style});
 }

@@ -18,15 +18,20 @@ public:
     void add(cmROStringT text, const TextStyle& style, std::size_t columns);
     /// Text that we draw with the symbols of withPlainSymbols().
     void draw(cmROStringT text, const TextStyle& style = {});
+    /// One such symbol, of one column.
+    void drawCell(cmROStringT symbol, int colour);
     /// Adds blanks until `room` columns are left.
     void padTo(std::size_t room);
+    /// A line of its own of `width` columns, to be added later.
+    StyledLine part(std::size_t width) const { return {width, m_symbols}; }
+    void add(StyledLine part);
     cmROStringT ellipsis() const { return m_symbols == Symbols::plain ? "~" : "…"; }
 
     /// The line. The one with the cursor is reversed over its whole width, and dim when another pane has the focus.
     cmArray<StyledText> finished(bool isCursor = false, bool hasFocus = true) &&;
 
 private:
-    void append(cmStringT text, std::size_t width, const TextStyle& style);
+    void append(cmROStringT text, std::size_t width, const TextStyle& style);
 
     std::size_t m_room;
     Symbols m_symbols;
@@ -35,3 +40,5 @@ private:
 
 /// `text` as a terminal may show it: escaped, with blanks for tabs. Of a very long text only about the first `columns` columns.
 cmStringT shownText(cmROStringT text, std::size_t columns);
+/// The part of shownText() behind its first `skipped` columns.
+cmStringT textBehind(cmROStringT text, std::size_t skipped, std::size_t columns);

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "txhost/browse/BrowseData.h"
+#include "txhost/browse/ListWindow.h"
+#include "txhost/browse/StyledLine.h"
+
+#include <memory>
+#include <optional>
+
+/// The revisions of a file, the newest first, with the cursor on one of them.
+class RevisionsPane {
+public:
+    void open(FileQuestion question);
+    void close();
+    bool isOpen() const { return m_question.has_value(); }
+    const std::optional<FileQuestion>& question() const { return m_question; }
+    /// What there is for the question. Answers to others are ignored.
+    void take(std::shared_ptr<const FileHistory> history);
+    bool isComplete() const { return m_history != nullptr; }
+    cmStringT failure() const { return m_history ? m_history->failure : cmStringT(); }
+
+    /// Null when there is none.
+    const FileRevision* selected() const;
+    ListWindow& window() { return m_window; }
+    const ListWindow& window() const { return m_window; }
+    cmArray<cmArray<StyledText>> lines(std::size_t width, Symbols symbols, bool hasFocus) const;
+
+private:
+    std::optional<FileQuestion> m_question;
+    std::shared_ptr<const FileHistory> m_history;
+    ListWindow m_window;
+};
