@@ -29,7 +29,7 @@ install(TARGETS filewatcher editor txapi txclasses common EXPORT filewatcher-tar
 # What a host includes: the services, the stand-in, the contract of the module, what its callbacks hand out; and what these include.
 file(GLOB wanted CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR} txapi/*.h)
 list(APPEND wanted editor/Editor.h filewatcher/txDllInit.h filewatcher/RegisteredFunctions.h filewatcher/StatusCodes.h
-  filewatcher/git/commits/GitCommitInfo.h filewatcher/git/graph/GraphRow.h)
+  common/cmStatusException.h filewatcher/git/commits/GitCommitInfo.h filewatcher/git/graph/GraphRow.h)
 set(installed "")
 while(wanted)
   list(POP_FRONT wanted header)
@@ -44,7 +44,20 @@ while(wanted)
 endwhile()
 
 install(FILES README.md CONTRIBUTING.md CHANGELOG.md DESTINATION ${documents})
-install(DIRECTORY docs DESTINATION ${documents})
+install(DIRECTORY docs DESTINATION ${documents} PATTERN "*.md" EXCLUDE)
+
+# The pages lead to headers, which lie elsewhere than in the sources.
+cmake_path(SET docs NORMALIZE /${documents}/docs)
+file(RELATIVE_PATH headers_from_docs ${docs} /${headers})
+file(GLOB pages CONFIGURE_DEPENDS docs/*.md)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${pages})
+foreach(page ${pages})
+  cmake_path(GET page FILENAME name)
+  file(READ ${page} text)
+  string(REGEX REPLACE "]\\(\\.\\./([a-z]+/)" "](${headers_from_docs}/\\1" text "${text}")
+  file(WRITE ${CMAKE_BINARY_DIR}/docs/${name} "${text}")
+  install(FILES ${CMAKE_BINARY_DIR}/docs/${name} DESTINATION ${documents}/docs)
+endforeach()
 
 # The manual page is made of the help that the program prints.
 if(NOT WIN32)
