@@ -27,7 +27,7 @@ install(TARGETS filewatcher editor txapi txclasses common EXPORT filewatcher-tar
   INCLUDES DESTINATION ${headers})
 
 # What a host includes: the services, the stand-in, the contract of the module, what its callbacks hand out; and what these include.
-file(GLOB wanted CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR} txapi/*.h)
+file(GLOB wanted CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR} txapi/*.h txapi/*.def)
 list(APPEND wanted editor/Editor.h filewatcher/txDllInit.h filewatcher/RegisteredFunctions.h filewatcher/StatusCodes.h
   common/cmStatusException.h filewatcher/git/commits/GitCommitInfo.h filewatcher/git/graph/GraphRow.h)
 set(installed "")

@@ -25,7 +25,7 @@ inline constexpr std::int32_t txPropertyLiveDiffPermission =
 inline constexpr std::int32_t txPropertyBrowserWindow = 103;      ///< integer; the window whose tree the tree services change
 inline constexpr std::int32_t txPropertyBrowserRepository = 152;  ///< string; the repository that the browser shows
 
-// --- Callback slots: txSetCallback. Their types: the module's GitCallbacks.h. ------------------------------------
+// --- Callback slots: txSetCallback. Their types: docs/embedding.md. -----------------------------------------------
 
 inline constexpr std::int32_t txSlotGitModel = 47;       ///< the browser's model
 inline constexpr std::int32_t txSlotGitRefresh = 48;     ///< asks for a refresh of the tree
