@@ -29,8 +29,7 @@ bool BrowsedHistory::goOn(const cmStringT& filter)
     const std::int32_t count = std::max(m_commits.count(), m_isEmpty ? 1 : 0);
     m_hasStateChanged |= !isLoading && count != m_state.rowCount;
     m_state.rowCount = count;
-    if (m_state.isLoading && !isLoading)
-        endLoad();
+    m_isFailureDue = m_state.isLoading && !isLoading;
     lookAtNames();
     return hasMore;
 }
@@ -66,14 +65,6 @@ std::optional<HistoryRows> BrowsedHistory::takeRows(std::int32_t first, std::int
     return rows;
 }
 
-void BrowsedHistory::endLoad()
-{
-    m_state.isLoading = false;
-    m_hasStateChanged = true;
-    m_isFailureDue = true;
-    ++m_content;
-}
-
 void BrowsedHistory::lookAtNames()
 {
     const bool haveMoved = m_watch.haveMoved();
@@ -87,15 +78,17 @@ void BrowsedHistory::lookAtNames()
 
 void BrowsedHistory::findFailure()
 {
-    if (!std::exchange(m_isFailureDue, false))
-        return;
     const LoadReport report = m_browser.report();
     m_isEmpty = report.isEmpty;
+    m_state.rowCount = std::max(m_state.rowCount, m_isEmpty ? 1 : 0);
+    m_state.isLoading = false;
+    m_isFailureDue = false;
+    m_hasStateChanged = true;
+    ++m_content;
     for (const Failure& failure : report.failures) {
         if (!m_state.failure.isNull())
             m_state.failure += "; ";
         m_state.failure += failure.message;
-        m_hasStateChanged = true;
     }
 }
 

@@ -21,9 +21,10 @@ public:
     /// Takes in what has been loaded, for about 10 ms at most. Returns whether there is more to do at once.
     bool goOn(const cmStringT& filter);
     bool isLoading() const { return m_state.isLoading; }
-    /// Finds out how the load has ended, if it has and that is not known yet. May wait for git.
-    void findFailure();
+    /// Whether the load has ended and it is not known yet how.
     bool isFailureDue() const { return m_isFailureDue; }
+    /// Finds it out. May wait for git.
+    void findFailure();
     /// Adds to the details of a commit what its row tells, if that is among the rows that were taken.
     void fill(CommitDetails& details);
     std::uint32_t load() const { return m_state.load; }
@@ -48,7 +49,6 @@ private:
         friend bool operator==(const Told&, const Told&) = default;
     };
 
-    void endLoad();
     void lookAtNames();
     HistoryRow row(std::int32_t number);
 
