@@ -11,6 +11,8 @@
 
 #include <csignal>
 #include <cstdio>
+#include <future>
+#include <thread>
 
 namespace {
 
@@ -188,6 +190,26 @@ TEST(ChildProcess, IsCollectedLaterWhenItDiesSlowly)
     child.terminate();
     close(handle);
     EXPECT_EQ(openChildHandle(getppid()), -1) << "no child of this process";
+}
+
+TEST(ChildProcess, IsEndedWithThoseOfItsThreadAlone)
+{
+    ChildProcess mine;
+    ChildProcess other;
+    std::promise<void> started;
+    std::promise<void> ended;
+    std::thread thread([&] {
+        spawnProcess(other, helper("hang"), 0, {}, "", {}, nullptr, false);
+        started.set_value();
+        ended.get_future().wait();
+    });
+    started.get_future().wait();
+    spawnProcess(mine, helper("hang"), 0, {}, "", {}, nullptr, false);
+    endChildFamiliesOf(gettid());
+    EXPECT_TRUE(eventually([&] { return !mine.isRunning(); }));
+    EXPECT_TRUE(other.isRunning());
+    ended.set_value();
+    thread.join();
 }
 
 TEST(ChildProcess, RaisesNoSignalWhenTheChildHasClosedItsInput)

@@ -40,6 +40,47 @@ TEST(Txhost, ListsAndCallsFunctions)
     EXPECT_EQ(failed.output, "-104399\n[1,2]\n");
 }
 
+/// What the full-screen browser shows after these keys.
+void expectScreen(const fs::path& repository, const std::string& keys, const Texts& wanted)
+{
+    const ProgramResult result = txhost({"browse", text(repository), "--dump", "100x30", "--keys", keys});
+    for (const std::string& line : wanted)
+        EXPECT_NE(result.output.find(line), std::string::npos) << keys << ": " << line << "\n" << result.output << result.error;
+}
+
+TEST(Txhost, BrowsesWhatCommitsAndTheWorkingCopyHaveChanged)
+{
+    const TempFolder folder;
+    for (const std::string format : {"sha1", "sha256"}) {
+        const fs::path top = folder / format;
+        git(folder.path(), {"init", "--quiet", "--initial-branch=main", "--object-format=" + format, text(top)});
+        expectScreen(top, "<Enter>", {"nothing modified or staged", "0 files"});
+        makeRepository(top);
+        writeFile(top / "f", "a\n");
+        git(top, {"add", "f"});
+        writeFile(top / "f", "b\n");
+        expectScreen(top, "<Enter>", {"1 modified, 1 staged", "+1        f"});
+        commitFiles(top, {"gone/x"});
+        git(top, {"tag", "--annotate", "--message", "One", "v1"});
+        git(top, {"branch", "side"});
+        git(top, {"mv", "gone/x", "y"});
+        git(top, {"commit", "--quiet", "--message", "Rename", "--", "."});
+        git(top, {"checkout", "--quiet", "side"});
+        commitFiles(top, {"z"});
+        git(top, {"merge", "--quiet", "--no-ff", "--message", "Join", "main"});
+        writeFile(top / "z", "new\n");
+        git(top, {"add", "z"});
+        expectScreen(top, "<Enter><Tab>G<Enter>", {"1 staged", "M z", "+new"});
+        expectScreen(top, "j<Enter>", {"Join", "parent", "2 files"});
+        expectScreen(top, "/rename<Enter><Enter>", {"gone/x -> y"});
+        expectScreen(top, "&rename<Enter>", {"filter: rename", "1 commit "});
+        expectScreen(top, ":v1<Enter><Enter>", {"2 files, +2 -0", "A    +1        gone/x"});
+        expectScreen(top, ":v1<Enter><Enter><Tab>GH", {"gone/x  ", "1/1"});
+        loseObject(top, git(top, {"rev-parse", "side^{tree}"}).substr(0, format == "sha1" ? 40 : 64));
+        expectScreen(top, "j<Enter>", {"Join", "unable to read tree"});
+    }
+}
+
 TEST(Txhost, ShowsTheStatusOfEachDirectoryByItsTool)
 {
     const TempFolder folder;

@@ -88,12 +88,12 @@ TEST(Txhost, EndsTheToolsThatItWaitsForOnCtrlC)
     const TempFolder folder;
     const std::string tool = helperAs(folder, "tool-hangs-with-child");
     const std::string place = text(folder.path());
-    for (const std::string& command :
-         {"history " + place + "/f", "diff " + place, "show " + place + " x", "livediff " + place + "/f --cache " + place}) {
+    for (const std::string& command : {"history " + place + "/f", "diff " + place, "show " + place + " x",
+                                       "livediff " + place + "/f --cache " + place, "browse " + place + " --dump 80x24"}) {
         ChildProcess process;
         const std::string line = "\"" + builtProgram("txhost") + "\" " + command + " --git " + tool;
         spawnProcess(process, line, 0, {}, "", {}, nullptr, false);
-        EXPECT_TRUE(eventually([&] { return processesOf(tool) == 2; })) << command;
+        EXPECT_TRUE(eventually([&] { return processesOf(tool) >= 2; })) << command;
         kill(static_cast<pid_t>(process.getProcessId()), SIGINT);
         EXPECT_TRUE(eventually([&] { return !process.isRunning(); })) << command;
         EXPECT_TRUE(eventually([&] { return processesOf(tool) == 0; })) << command;

@@ -99,6 +99,8 @@ MessageAnswer RepositoryQueries::addMessage(CommitDetails& details)
     if (table.at("committerDate") != "")
         details.date = GitDateTime::pack(parseDateTime(textOf(table.at("committerDate"))));
     details.message = textsOf(table.at("longComment"));
+    while (!details.message.empty() && details.message.back().isEmpty())
+        details.message.pop_back();
     for (const cmStringT& path : eachOnce(textsOf(table.at("modifiedFiles"))))
         details.files.emplace_back().path = path;
     return MessageAnswer::complete;
