@@ -119,7 +119,7 @@ Row measureKeys(const Shown& history)
         program.waitFor([&] { return program.reversedRow() == 0; }, Clock::now());
         samples.reference = keyTimes(program, keys, false);
     }
-    return makeRow("browse: a key during the load, 99th percentile", "ms", percentile(samples.ours, 0.99),
+    return makeRow("full screen: a key during the load, 99th percentile", "ms", percentile(samples.ours, 0.99),
                    percentile(samples.reference, 0.99), Aim::ratioAtMost, 3, keys);
 }
 
@@ -137,7 +137,7 @@ void addRows(std::vector<Row>& rows, const std::string& what, const std::string&
     }
     for (int other : {0, 1}) {
         const bool isBetter = medians[1 + other] <= medians[2 - other];
-        rows.push_back(makeRow("browse: " + what + ", against " + others[other], unit, medians[0], medians[1 + other],
+        rows.push_back(makeRow("full screen: " + what + ", against " + others[other], unit, medians[0], medians[1 + other],
                                isBetter ? Aim::ratioAtMost : Aim::none, limit, rounds));
     }
 }

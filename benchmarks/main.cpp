@@ -104,7 +104,7 @@ int runAll(bool json, bool large, const std::string& only, const std::optional<s
          [&repository] { return measureBrowser(repository); }},  // first, because it measures the memory of this process
         {"git graph", &measureBrowserGraph},
         {"git picture", [&repository] { return measurePicture(repository); }},
-        {"browse", [&repository] { return measureBrowse(repository); }},
+        {"full screen", [&repository] { return measureBrowse(repository); }},
         {"status pass", [&repository] { return measureStatusPass(repository); }},
         {"status growth", [large] { return std::vector<Row>{measureStatusGrowth(large)}; }},
         {"queue", one(&measureQueue)},
