@@ -86,12 +86,12 @@ void console::releaseInterrupts()
 
 bool console::wasInterrupted()
 {
-    return interrupted;
+    return interrupted || isReaderGone();
 }
 
 bool console::isReaderGone()
 {
-    return false;
+    return isOutputBroken() && GetFileType(GetStdHandle(STD_OUTPUT_HANDLE)) == FILE_TYPE_PIPE;
 }
 
 bool console::isTerminal()
