@@ -1,7 +1,13 @@
 #include "txhost/browse/BrowseScreen.h"
 
+#include "txhost/EscapedText.h"
+#include "txhost/TextWidth.h"
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+#include <random>
 #include <string>
 
 namespace {
@@ -56,20 +62,24 @@ public:
 
     void answer()
     {
-        for (int i = 0; i < 9 && !screen.isComplete(); ++i) {
-            const BrowseWants wants = screen.wants();
-            BrowseNews news;
-            news.state = stateFor(wants);
-            news.rows = rowsFor(wants);
-            if (wants.details)
-                news.details = detailsOf(*wants.details);
-            if (wants.history)
-                news.history = historyOf(*wants.history);
-            if (wants.search)
-                news.found = RowFound{wants.search->number, rowFor(*wants.search)};
-            news.workingCopy = "2 modified, 1 staged";
-            screen.take(std::move(news));
-        }
+        for (int i = 0; i < 9 && !screen.isComplete(); ++i)
+            tell();
+    }
+
+    void tell()
+    {
+        const BrowseWants wants = screen.wants();
+        BrowseNews news;
+        news.state = stateFor(wants);
+        news.rows = rowsFor(wants);
+        if (wants.details)
+            news.details = detailsOf(*wants.details);
+        if (wants.history)
+            news.history = historyOf(*wants.history);
+        if (wants.search)
+            news.found = RowFound{wants.search->number, rowFor(*wants.search)};
+        news.workingCopy = "2 modified, 1 staged";
+        screen.take(std::move(news));
     }
 
     HistoryState stateFor(const BrowseWants& wants)
@@ -177,6 +187,19 @@ std::string belowBar(const MadeSession& session)
     return text.substr(text.find("──"));
 }
 
+/// The commit in the first line under a cursor; 0 is the working copy.
+std::int32_t commitUnderCursor(const MadeSession& session)
+{
+    for (const auto& line : session.screen.picture().lines) {
+        std::string text;
+        for (const StyledText& piece : line)
+            text += piece.style.isReversed ? piece.text.view() : "";
+        if (!text.empty())
+            return text.find("100") == std::string::npos ? 0 : commitOf(cmROStringT(text).substr(text.find("100")));
+    }
+    return -1;
+}
+
 TEST(BrowseScreen, OpensDetailsDiffAndRevisionsAndGoesBack)
 {
     MadeSession session({60, 16});
@@ -228,6 +251,217 @@ TEST(BrowseScreen, OpensDetailsDiffAndRevisionsAndGoesBack)
 a.cpp                                                    1/2
 )");
     EXPECT_EQ(session.press("<Esc>").text(), details);
+}
+
+TEST(BrowseScreen, GoesToCommitsByNameHashTextAndFamily)
+{
+    MadeSession session;
+    const auto row = [&](cmROStringT keys) { return commitUnderCursor(session.press(keys)); };
+    EXPECT_EQ(row(":feat<Tab><Enter>"), 500);
+    EXPECT_EQ(row(":V1<Enter>"), 40);
+    EXPECT_EQ(row(":1000700<Enter>"), 700);
+    EXPECT_EQ(row(":HEAD<Enter>"), 1);
+    EXPECT_EQ(row("10"), 1) << "no command";
+    EXPECT_EQ(row("pp"), 3);
+    EXPECT_EQ(row("c"), 2);
+    EXPECT_EQ(row("@"), 1);
+    EXPECT_EQ(row("/99"), 99);
+    EXPECT_EQ(row("<Backspace>8"), 98);
+    EXPECT_EQ(row("<Esc>"), 1);
+    EXPECT_EQ(row("/t 99<Enter>nn"), 991);
+    EXPECT_EQ(row("NN"), 99);
+    EXPECT_EQ(row("N"), 999) << "from the first match to the last one";
+    EXPECT_EQ(row("p"), 999);
+    EXPECT_NE(session.text().find("not found: 1001000"), std::string::npos);
+    EXPECT_EQ(row(":nowhere<Enter>"), 999);
+    EXPECT_NE(session.text().find("no branch, tag or hash: nowhere"), std::string::npos);
+    EXPECT_EQ(row("g<Enter>jp"), 1) << "also from the details";
+    EXPECT_EQ(row("jy"), 2);
+    EXPECT_EQ(session.screen.takeCopied(), hashOf(2)) << "of the parent's line";
+    EXPECT_EQ(row("<Enter>"), 2) << "the details of the parent";
+    EXPECT_TRUE(session.screen.takeCopied().isNull());
+}
+
+TEST(BrowseScreen, KeepsTheSelectedCommitInOtherRows)
+{
+    MadeSession session;
+    EXPECT_EQ(commitUnderCursor(session.press("/Subject 70<Enter>f7")), 70);
+    EXPECT_EQ(session.screen.wants().filter, "7");
+    EXPECT_EQ(commitUnderCursor(session.press("0")), 70);
+    EXPECT_EQ(commitUnderCursor(session.press("<Backspace><Backspace>9")), 9) << "has no row";
+    EXPECT_EQ(commitUnderCursor(session.press("<Esc>")), 70);
+    EXPECT_EQ(session.screen.wants().filter, "");
+    EXPECT_EQ(commitUnderCursor(session.press("f9<Enter>j<Esc>")), 18) << "the user has gone there";
+    session.commits = 10;
+    EXPECT_EQ(commitUnderCursor(session.press("R")), 9);
+    EXPECT_EQ(session.screen.wants().load, 2u);
+    session.commits = 1000;
+    EXPECT_EQ(commitUnderCursor(session.press("R")), 18);
+}
+
+TEST(BrowseScreen, FollowsTheEndOfALoadAndShowsNothingOld)
+{
+    MadeSession session;
+    session.state.isLoading = true;
+    session.press("RG");
+    session.commits = 2000;
+    session.tell();
+    session.answer();
+    EXPECT_EQ(commitUnderCursor(session), 1999);
+    BrowseNews news;
+    news.state = session.state;
+    ++news.state->edition;
+    session.screen.take(std::move(news));
+    EXPECT_FALSE(session.screen.isComplete());
+    EXPECT_EQ(session.text(), "\n…\n…\n…\n…\n…\n…\n…\n1,999 commits · loading …                        2,000/2,000\n");
+}
+
+TEST(BrowseScreen, TheMouseSelectsOpensAndScrolls)
+{
+    MadeSession session({60, 20});
+    EXPECT_EQ(commitUnderCursor(session.press("<Click:5,9>")), 5);
+    EXPECT_EQ(session.screen.wants().details, std::nullopt);
+    session.press("<DoubleClick:4,9>");
+    EXPECT_EQ(session.screen.wants().details, hashOf(4));
+    EXPECT_EQ(commitUnderCursor(session.press("<WheelDown:2,0><WheelDown:2,0>")), 6);
+    session.press("<WheelUp:2,0><DoubleClick:11,0>");
+    EXPECT_EQ(commitUnderCursor(session), 7) << "the parent's line";
+    EXPECT_EQ(commitUnderCursor(session.press("<Click:19,0><Click:99,0>")), 7);
+}
+
+/// Random values, many of which nobody expects.
+class Chaos {
+public:
+    std::size_t below(std::size_t limit) { return m_engine() % limit; }
+    bool oftenTrue() { return below(4) != 0; }
+
+    cmStringT text()
+    {
+        constexpr cmROStringT pieces[] = {"a",    "\x1B[31m", "\u202E",  "\u4E2D\u4E2D\u4E2D",         "\uFE0F", "\t",
+                                          "\r\n", "\xFF\x9B", "e\u0301", "\U0001F468\u200D\U0001F469", " b c ",  "\u2764"};
+        cmStringT text("");
+        for (std::size_t i = below(12); i > 0; --i)
+            text += pieces[below(std::size(pieces))];
+        return below(200) == 0 ? cmStringT(cmROStringT(std::string(100'000, 'x'))) : text;
+    }
+
+    Picture::Size size() { return below(3) == 0 ? Picture::Size{below(4), below(4)} : Picture::Size{below(150), below(50)}; }
+
+    Key key()
+    {
+        constexpr cmROStringT often = "jkGg/n:f?o><H[]cph@yR\t";
+        Key key{static_cast<KeyKind>(below(18)), static_cast<char32_t>(below(0x180)), below(60), below(160)};
+        if (oftenTrue())
+            key = keyOfCharacter(static_cast<char32_t>(often[below(often.size())]));
+        return below(3) == 0 ? Key{KeyKind::enter} : key;
+    }
+
+    std::shared_ptr<CommitDetails> details(cmStringT hash)
+    {
+        auto details = std::make_shared<CommitDetails>();
+        *details = {
+            std::move(hash), {text()}, text(), text(), {}, {text(), text()}, {}, oftenTrue(), below(9) ? cmStringT() : text()};
+        for (std::size_t i = below(9); i > 0; --i) {
+            details->files.push_back(
+                {text(), text(), "AMDR?"[below(5)], oftenTrue(), oftenTrue(), below(9) == 0, 1, 1 << 30, {}});
+            for (std::size_t hunk = below(3); hunk > 0; --hunk)
+                details->files.back().hunks.push_back({text(), {text(), "", text()}});
+        }
+        return details;
+    }
+
+    HistoryRows rows(std::uint32_t edition, std::int32_t first)
+    {
+        HistoryRows rows{edition, first, {}};
+        for (std::size_t i = below(150); i > 0; --i) {
+            HistoryRow row;
+            row.hash = i % 9 ? text() : cmStringT("");
+            row.subject = row.author = text();
+            row.branches = {cmROStringT("E" + std::to_string(edition) + ";")};
+            row.tags = {text(), text()};
+            const auto column = [this] { return static_cast<std::uint16_t>(below(30)); };
+            row.graph = {column(), {{column(), column(), static_cast<GraphEdgeKind>(below(6)), 5, text()}}};
+            if (below(9) == 0)
+                row.graph.column = graphNoColumn;
+            rows.rows.push_back(row);
+        }
+        return rows;
+    }
+
+    BrowseNews news(const BrowseWants& wants, std::uint32_t& edition)
+    {
+        BrowseNews news;
+        if (oftenTrue()) {
+            edition = oftenTrue() ? edition : static_cast<std::uint32_t>(below(4));
+            news.state = HistoryState{edition,
+                                      wants.load,
+                                      wants.filter,
+                                      below(5) == 0,
+                                      static_cast<std::int32_t>(below(3000)) - 5,
+                                      oftenTrue(),
+                                      0,
+                                      below(9) ? cmStringT() : text(),
+                                      below(9) == 0,
+                                      {}};
+            news.state->names = std::make_shared<cmArray<GitRefName>>(5, GitRefName{RefKind::head, text(), text()});
+        }
+        if (oftenTrue())
+            news.rows = rows(oftenTrue() ? edition : static_cast<std::uint32_t>(below(4)),
+                             oftenTrue() ? wants.firstRow : static_cast<std::int32_t>(below(3000)) - 50);
+        if (oftenTrue())
+            news.details = details(oftenTrue() ? wants.details.value_or("") : text());
+        if (wants.history && oftenTrue())
+            news.history = std::make_shared<FileHistory>(FileHistory{*wants.history, {{text(), text(), {}, text()}}, text()});
+        news.found = RowFound{wants.search && oftenTrue() ? wants.search->number : 0, static_cast<std::int32_t>(below(5000)) - 3};
+        news.workingCopy = text();
+        return news;
+    }
+
+private:
+    std::mt19937 m_engine{7};
+};
+
+TEST(BrowseScreen, StaysWithinItsSizeAndItsRowsWhateverComes)
+{
+    Chaos chaos;
+    BrowseScreen screen("repo", Symbols::unicode);
+    Picture::Size size;
+    std::uint32_t edition = 0;
+    for (int step = 0; step < 2000 && !HasFailure(); ++step) {
+        if (step % 5 == 0)
+            screen.resize(size = chaos.size());
+        else if (step % 5 == 1)
+            screen.take(chaos.news(screen.wants(), edition));
+        else
+            screen.press(chaos.key());
+        const Picture picture = screen.picture();
+        ASSERT_EQ(picture.lines.size(), size.height);
+        for (const auto& line : picture.lines) {
+            cmStringT text("");
+            for (const StyledText& piece : line)
+                text += piece.text;
+            EXPECT_LE(textWidth(text), size.width) << step << text.c_str();
+            EXPECT_EQ(escapedForTerminal(text), text) << step;
+            const std::size_t label = text.view().find("[E");
+            const bool isWhole = label != cmROStringT::npos && text.view().substr(label + 3, 2) == ";]";
+            EXPECT_TRUE(!isWhole || text[label + 2] == static_cast<char>('0' + edition)) << step << text.c_str();
+        }
+        EXPECT_TRUE(!picture.showsCursor || (picture.cursorRow < size.height && picture.cursorColumn < size.width)) << step;
+        EXPECT_TRUE(screen.wants().firstRow >= 0 && screen.wants().rowCount > 0) << step;
+    }
+}
+
+TEST(BrowseScreen, HelpListsTheKeysUntilOneIsPressed)
+{
+    MadeSession session({80, 24}, Symbols::plain);
+    const std::string history = session.press("G").text();
+    EXPECT_NE(session.press("?").text().find("leave (also Ctrl-C); suspend"), std::string::npos) << "all on one page";
+    EXPECT_EQ(session.press("g").text(), history);
+    session.screen.resize({30, 10});
+    session.press("?jj");
+    EXPECT_NE(session.text().find("any key: back"), std::string::npos);
+    EXPECT_EQ(session.press("j:q").screen.hasLeft(), false) << "text";
+    EXPECT_EQ(session.press("<C-c>").screen.hasLeft(), true);
 }
 
 }  // namespace
