@@ -59,9 +59,10 @@ bool DumpFront::waitUntilComplete(BrowseScreen& screen, BrowseExchange& exchange
         BrowseNews news = exchange.takeNews();
         if (news.state && !news.state->isLoading)
             m_loaded = news.state->load;
+        m_knowsWorkingCopy |= !news.workingCopy.isNull() || (news.state && !news.state->failure.isNull());
         screen.take(std::move(news));
         exchange.want(screen.wants());
-        if (m_loaded == screen.wants().load && screen.isComplete())
+        if (m_loaded == screen.wants().load && m_knowsWorkingCopy && screen.isComplete())
             return true;
         m_news.wait(interruptCheckMs);
     }

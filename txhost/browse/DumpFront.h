@@ -18,6 +18,7 @@ private:
     const Picture::Size m_size;
     const cmArray<Key> m_keys;
     cmThreadEvent m_news{false, false};
-    std::uint32_t m_loaded = 0;  ///< the last load that has ended
+    std::uint32_t m_loaded = 0;       ///< the last load that has ended
+    bool m_knowsWorkingCopy = false;  ///< or never will
     Picture m_picture;
 };

@@ -86,6 +86,7 @@ private:
     void handleEvents();
     void leaveScreen();
     void drawAnew();
+    void returnToScreen();
     void fitSize();
     void suspend();
     bool readKeys(cmArray<Key>& keys);
@@ -159,7 +160,7 @@ void CursesTerminal::handleEvents()
     if (events.isSuspended)
         suspend();
     else if (events.isContinued)
-        drawAnew();
+        returnToScreen();
     else if (events.isResized)
         fitSize();
 }
@@ -173,11 +174,17 @@ void CursesTerminal::leaveScreen()
 
 void CursesTerminal::drawAnew()
 {
-    endwin();  // another program, or the user, may have changed what ncurses thinks to be there
     m_guard.arm(m_reset);
     clearok(curscr, TRUE);
     fitSize();
     m_picture->draw(m_last);
+}
+
+/// After a stop that came without a warning: the shell has its own settings now, and may have written over the screen.
+void CursesTerminal::returnToScreen()
+{
+    leaveScreen();
+    drawAnew();
 }
 
 void CursesTerminal::fitSize()
