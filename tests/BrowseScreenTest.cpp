@@ -90,8 +90,9 @@ public:
         state.load = wants.load;
         divisor = wants.filter.isEmpty() ? 1 : std::max(1, std::atoi(wants.filter.c_str()));
         state.rowCount = divisor == 1 ? commits : commits / divisor;
-        state.names = std::make_shared<cmArray<GitRefName>>(cmArray<GitRefName>{
-            {RefKind::head, "main", hashOf(1)}, {RefKind::branch, "feature/x", hashOf(500)}, {RefKind::tag, "v1.0", hashOf(40)}});
+        state.names = std::make_shared<cmArray<GitRefName>>(cmArray<GitRefName>{{RefKind::head, "main", hashOf(1)},
+                                                                                {RefKind::branch, "feature/1000700", hashOf(500)},
+                                                                                {RefKind::tag, "v1.0", hashOf(40)}});
         return state;
     }
 
@@ -121,6 +122,12 @@ public:
             row.tags = {"v1.0"};
         row.isOnCurrentBranch = commit % 2 == 1;
         row.graph = {0, {{0, 0, GraphEdgeKind::begins}}};
+        if (commit == 2)
+            row.graph.edges.push_back({0, 1, GraphEdgeKind::begins, 600, hashOf(600)});
+        if (commit == 2)
+            row.graph.edges.push_back({0, 0, GraphEdgeKind::arrowUp, 0, ""});
+        if (commit == 599)
+            row.graph.edges.push_back({1, 1, GraphEdgeKind::arrowUp, 2, hashOf(2)});
         return row;
     }
 
@@ -207,11 +214,11 @@ TEST(BrowseScreen, OpensDetailsDiffAndRevisionsAndGoesBack)
     EXPECT_EQ(details, R"(
  ●         Working copy: 2 modified, 1 st…  2024-07-01 12:00
 ▏● 1000001 [main] Subject 1                 2024-07-01 12:00
- ● 1000002 Subject 2                        2024-07-01 12:00
-▏● 1000003 Subject 3                        2024-07-01 12:00
- ● 1000004 <v1.0> Subject 4                 2024-07-01 12:00
-▏● 1000005 Subject 5                        2024-07-01 12:00
- ● 1000006 Subject 6                        2024-07-01 12:00
+ ●─╮ 1000002 Subject 2                      2024-07-01 12:00
+▏●   1000003 Subject 3                      2024-07-01 12:00
+ ●   1000004 <v1.0> Subject 4               2024-07-01 12:00
+▏●   1000005 Subject 5                      2024-07-01 12:00
+ ●   1000006 Subject 6                      2024-07-01 12:00
 ── commit 1000002 ──────────────────────────────────────────
 
     Subject 2
@@ -222,7 +229,10 @@ TEST(BrowseScreen, OpensDetailsDiffAndRevisionsAndGoesBack)
  M    +1    -1  a.cpp
 999 commits                                          3/1,000
 )");
-    EXPECT_EQ(belowBar(session.press("<Enter>j")), R"(── 1/2  M a.cpp ────────────────────────────────────────────
+    session.tell();
+    EXPECT_EQ(session.text(), details) << "of the same commit";
+    const std::string diff = belowBar(session.press("<Enter>j"));
+    EXPECT_EQ(diff, R"(── 1/2  M a.cpp ────────────────────────────────────────────
 @@ -1,2 +1,2 @@
  int a;
 -        int b;
@@ -232,7 +242,14 @@ TEST(BrowseScreen, OpensDetailsDiffAndRevisionsAndGoesBack)
 
 999 commits                                          3/1,000
 )");
-    EXPECT_EQ(session.press("<Left>H").text(), R"(
+    EXPECT_EQ(session.screen.picture().lines[11].front().style.colour, 32);
+    session.tell();
+    EXPECT_EQ(belowBar(session), diff) << "of the same commit";
+    session.press("]<Left>y<Up><Enter>L");
+    EXPECT_EQ(session.screen.takeCopied(), "b.cpp") << "the line of the file whose diff was shown";
+    EXPECT_EQ(session.screen.wants().history, FileQuestion{"a.cpp"});
+    EXPECT_EQ(session.press("<Esc><Right>H").screen.wants().history, (FileQuestion{"a.cpp", hashOf(2)}));
+    EXPECT_EQ(session.text(), R"(
 1000007 Revision
 1000070 Revision
 
@@ -250,7 +267,8 @@ TEST(BrowseScreen, OpensDetailsDiffAndRevisionsAndGoesBack)
  R              old.cpp -> b.cpp
 a.cpp                                                    1/2
 )");
-    EXPECT_EQ(session.press("<Esc>").text(), details);
+    const std::size_t toTitle = details.find("commit 1000002") + 14;
+    EXPECT_EQ(session.press("<Esc><Left><Left>").text().substr(0, toTitle), details.substr(0, toTitle));
 }
 
 TEST(BrowseScreen, GoesToCommitsByNameHashTextAndFamily)
@@ -264,6 +282,9 @@ TEST(BrowseScreen, GoesToCommitsByNameHashTextAndFamily)
     EXPECT_EQ(row("10"), 1) << "no command";
     EXPECT_EQ(row("pp"), 3);
     EXPECT_EQ(row("c"), 2);
+    EXPECT_EQ(row("o"), 600);
+    EXPECT_EQ(row(">"), 2) << "the only end of its line";
+    EXPECT_EQ(row("<lt>"), 0);
     EXPECT_EQ(row("@"), 1);
     EXPECT_EQ(row("/99"), 99);
     EXPECT_EQ(row("<Backspace>8"), 98);
@@ -279,6 +300,9 @@ TEST(BrowseScreen, GoesToCommitsByNameHashTextAndFamily)
     EXPECT_EQ(row("jy"), 2);
     EXPECT_EQ(session.screen.takeCopied(), hashOf(2)) << "of the parent's line";
     EXPECT_EQ(row("<Enter>"), 2) << "the details of the parent";
+    session.press("Gy");
+    EXPECT_EQ(session.screen.takeCopied(), "b.cpp");
+    EXPECT_EQ(session.press("<Esc>").screen.wants().details, std::nullopt) << "no room for it below the rows";
     EXPECT_TRUE(session.screen.takeCopied().isNull());
 }
 
@@ -313,7 +337,14 @@ TEST(BrowseScreen, FollowsTheEndOfALoadAndShowsNothingOld)
     ++news.state->edition;
     session.screen.take(std::move(news));
     EXPECT_FALSE(session.screen.isComplete());
+    EXPECT_EQ(session.screen.wants().search->text, hashOf(1999)) << "the commit that was selected";
     EXPECT_EQ(session.text(), "\n…\n…\n…\n…\n…\n…\n…\n1,999 commits · loading …                        2,000/2,000\n");
+    session.screen.press({KeyKind::character, '@'});
+    news.state = session.state;
+    news.state->edition += 2;
+    news.found = RowFound{session.screen.wants().search->number, 5};
+    session.screen.take(std::move(news));
+    EXPECT_TRUE(session.screen.wants().search) << "the answer was for rows that are gone";
 }
 
 TEST(BrowseScreen, TheMouseSelectsOpensAndScrolls)

@@ -4,8 +4,6 @@
 #include "filewatcher/git/commits/ShortHash.h"
 #include "txhost/browse/NameChoice.h"
 
-#include <algorithm>
-
 // How BrowseScreen goes to other commits.
 
 namespace {
@@ -118,7 +116,6 @@ void BrowseScreen::searchOn(bool backwards)
     if (m_searched.isEmpty())
         return say("nothing was searched: / begins");
     m_revisions.close();
-    const std::int32_t count = m_history.window().count();
     const std::int32_t next = m_history.window().cursor() + (backwards ? -1 : 1);
-    m_finder.start(RowFinder::Purpose::match, SearchKind::text, m_searched, (next + count) % std::max(count, 1), backwards);
+    m_finder.start(RowFinder::Purpose::match, SearchKind::text, m_searched, next, backwards);
 }

@@ -77,7 +77,7 @@ void BrowseScreen::pressMouse(const Key& key)
         ListWindow& window = isBelow ? below().commit.window() : m_revisions.window();
         if (isWheel)
             window.scroll(lines);
-        else if (!isBelow || key.row > parts.list)
+        else
             window.click(key.row - (isBelow ? parts.list + parts.bar : 0));
     } else {
         m_finder.cancel();
