@@ -47,6 +47,8 @@ public:
     /// Ctrl-C). Null when it has ended by itself, with whatever exit code, when it still runs, and when the system cannot tell:
     /// the host may have reaped it.
     cmStringT abnormalEnd() const;
+    /// The exit code of a child that has come to its own end; 0 as long as there is none.
+    std::int32_t exitCode() const;
     /// Releases the child and clears the record. Waits up to 50 ms for a child that was terminated, otherwise not at all.
     void close();
     /// isRunning and dataAvailable of both pipes in one call. Never blocks.

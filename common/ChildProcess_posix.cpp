@@ -46,6 +46,15 @@ std::array<pollfd, 3> activitySources(std::intptr_t child, const ChildPipe& outp
     return {source(child), source(pipeEnd(output)), source(pipeEnd(error))};
 }
 
+/// How the child has ended, which is not reaped by that; zeros when it has not.
+siginfo_t endOf(std::intptr_t child)
+{
+    siginfo_t end{};
+    if (child == ChildProcess::none || waitid(P_PIDFD, static_cast<id_t>(child), &end, WEXITED | WNOHANG | WNOWAIT) != 0)
+        return {};
+    return end;
+}
+
 }  // namespace
 
 bool ChildProcess::isRunning()
@@ -64,11 +73,15 @@ void ChildProcess::terminate()
 
 cmStringT ChildProcess::abnormalEnd() const
 {
-    siginfo_t end{};
-    if (handle == none || waitid(P_PIDFD, static_cast<id_t>(handle), &end, WEXITED | WNOHANG | WNOWAIT) != 0)
-        return {};
+    const siginfo_t end = endOf(handle);
     const bool killed = end.si_code == CLD_KILLED || end.si_code == CLD_DUMPED;
-    return killed ? cmStringT("the tool was killed (signal " + std::to_string(end.si_status) + ")") : cmStringT();
+    return killed ? cmStringT("was killed (signal " + std::to_string(end.si_status) + ")") : cmStringT();
+}
+
+std::int32_t ChildProcess::exitCode() const
+{
+    const siginfo_t end = endOf(handle);
+    return end.si_code == CLD_EXITED ? end.si_status : 0;
 }
 
 void ChildProcess::close()

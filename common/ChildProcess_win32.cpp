@@ -68,8 +68,15 @@ cmStringT ChildProcess::abnormalEnd() const
     if (!valid || !GetExitCodeProcess(nativeHandle(handle), &code) || code < firstFailure || code >= firstOwn)
         return {};
     char text[40];
-    std::snprintf(text, sizeof text, "the tool crashed (0x%08lX)", static_cast<unsigned long>(code));
+    std::snprintf(text, sizeof text, "crashed (0x%08lX)", static_cast<unsigned long>(code));
     return text;
+}
+
+std::int32_t ChildProcess::exitCode() const
+{
+    DWORD code = 0;
+    const bool hasEnded = valid && WaitForSingleObject(nativeHandle(handle), 0) == WAIT_OBJECT_0;
+    return hasEnded && GetExitCodeProcess(nativeHandle(handle), &code) ? static_cast<std::int32_t>(code) : 0;
 }
 
 void ChildProcess::close()

@@ -1,6 +1,7 @@
 #include "common/CommandCapture.h"
 
 #include "common/cmStatusException.h"
+#include "common/cmStringCatHelper.h"
 #include "common/cmThread.h"
 
 #include <algorithm>
@@ -60,7 +61,8 @@ CaptureResult CommandCapture::finish()
         }
         const bool isOurEnd = m_result.stopped || m_result.silent || m_result.status != 0;
         if (const cmStringT end = isOurEnd ? cmStringT() : m_process.abnormalEnd(); !end.isNull())
-            fail(end);
+            fail(cmStringT(cmCat("the tool ") + end));
+        m_result.exitCode = m_process.exitCode();
     }
     m_finished = true;
     return std::move(m_result);

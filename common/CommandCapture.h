@@ -37,12 +37,13 @@ using CaptureSink = std::function<void(cmROStringT)>;
 struct CaptureResult {
     /// 0 when the command was started and its output is complete or was ended early; statusOutputLimit when it wrote too much;
     /// cmStatusPipeFailed when its output could not be read to the end, or the command was killed or crashed before it came to
-    /// its own end (the exit code of one that did is not read); otherwise why it could not be started.
+    /// its own end; otherwise why it could not be started. The exit code has no part in it.
     std::int32_t status = 0;
-    bool stopped = false;   ///< whether `stopRequested` ended the capture
-    bool silent = false;    ///< whether `silentTooLong` did
-    cmStringT errorOutput;  ///< the first CaptureReadChunk bytes of standard error
-    cmStringT failure;      ///< in words, why `status` is cmStatusPipeFailed or the command could not be started
+    std::int32_t exitCode = 0;  ///< of a command that came to its own end
+    bool stopped = false;       ///< whether `stopRequested` ended the capture
+    bool silent = false;        ///< whether `silentTooLong` did
+    cmStringT errorOutput;      ///< the first CaptureReadChunk bytes of standard error
+    cmStringT failure;          ///< in words, why `status` is cmStatusPipeFailed or the command could not be started
 };
 
 /// One command whose output is captured pass by pass. Its owner may do other work between two passes: the child goes on until a

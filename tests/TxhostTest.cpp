@@ -138,6 +138,9 @@ TEST(Txhost, TellsFailuresAndWrongUsageApart)
         expectFailure({command, missing}, 1, "txhost: " + missing + ": no such file\n");
     expectFailure({}, 2, "txhost: A subcommand is required\n");
     expectFailure({"--json", "stauts", "show", "x"}, 2, "txhost: there is no command stauts; the nearest one is status\n");
+    expectFailure({"watch", "--interval", "nan"}, 2, "nan");
+    for (const Texts& command : {Texts{"show", ""}, {"diff", ".", ""}, {"history", ""}, {"watch", "--exec", ""}})
+        expectFailure(command, 2, "empty");
     expectFailure({"help", "lgo"}, 2, "the nearest one is log\n");
     expectFailure({"xyz"}, 2, "there is no command xyz; txhost help lists them\n");
     EXPECT_EQ(txhost({"help", "show"}).output, txhost({"show", "--help"}).output);
@@ -199,6 +202,7 @@ TEST(Txhost, ShowsHistoryDifferencesAndCommits)
     const Json changed{{"path", text(top)}, {"local", {"c"}}, {"staged", Json::array()}};
     EXPECT_EQ(json({"diff", text(top)}), std::vector<Json>{changed});
     EXPECT_EQ(txhost({"diff", text(top), "HEAD"}).output, text(top / "c") + "\n@@ -1,1 +1,2 @@\n one\n+two\n");
+    EXPECT_EQ(json({"history", text(top)}).at(0)["hash"], lines[1]["hash"]);
     expectFailure({"diff", text(top), "--", "--output=ran"}, 1, "-1");
     expectFailure({"diff", text(top / ".git")}, 1, "fatal: this operation must be run in a work tree");
     expectFailure({"history", text(top / "no")}, 1, text(top / "no") + ": no such file, and no revision in Git\n");
@@ -229,6 +233,8 @@ TEST(Txhost, ShowsHistoryDifferencesAndCommits)
     git(top, {"commit", "--quiet", "--all", "--message", "x"});
     git(top, {"revert", "--mainline=1", "HEAD~1"});
     EXPECT_EQ(json({"diff", text(top)}).at(0)["local"], Json({"c"})) << "it has conflicts";
+    loseObject(top, git(top, {"rev-parse", "HEAD"}).substr(0, 40));
+    expectFailure({"show", text(top), "HEAD"}, 1, "git: -1, fatal: bad object HEAD\n");
 }
 
 TEST(Txhost, WatchesForChanges)
@@ -309,7 +315,7 @@ TEST(Txhost, ShowsBranchesAndTheHistoryWithItsGraph)
     makeRepository(top);
     expectFailure({"log", text(folder.path())}, 1, text(folder.path()));
     expectFailure({"log", text(top)}, 0, "no commits");
-    for (const char* command : {"log", "branches", "diff"})  // the words of a program that is no git
+    for (const char* command : {"log", "branches", "diff", "history"})  // the words of a program that is no git
         expectFailure({command, text(top), "--git", helperAs(folder, "tool-p4")}, 1, ": git: -1, ");
     commitFiles(top, {"a"});
     git(top, {"branch", "Error"});
@@ -349,6 +355,11 @@ TEST(Txhost, FetchesTheCommittedRevision)
     writeFile(file, "edited");
     Texts fetch{"livediff", text(file), "--cache", text(folder / "cache")};
     const Json line = json(fetch).at(0);
+    for (const std::string program : {"ends-with-2", "tool-p4"}) {
+        Texts silent = fetch;
+        silent.insert(silent.end(), {"--git", helperAs(folder, program)});
+        expectFailure(silent, 1, program == "tool-p4" ? "the program says nothing" : "has written nothing and ended with 2");
+    }
     EXPECT_EQ(readFile(cmSystemPath(line["cache"].get<std::string>())), committed);
     writeFile(folder / "repo" / "new", "x");
     fetch[1] = text(folder / "repo" / "new");

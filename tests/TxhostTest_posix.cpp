@@ -75,6 +75,7 @@ TEST(Txhost, RunsOneCommandAtATimeForWhatHasChangedAndEndsItOnCtrlC)
     EXPECT_TRUE(watch.shows("\"change\":\"clean\""));
     EXPECT_EQ(readFile(folder / "in"), input("a"));
     killProcessesOf(tool);
+    EXPECT_TRUE(watch.shows("the command ended with 137\n"));
     EXPECT_TRUE(eventually([&] { return readFile(folder / "in") == input("a") + input("b") + input("c"); }));
     EXPECT_TRUE(eventually([&] { return processesOf(tool) == 2; }));
     EXPECT_EQ(jsonLines("watch", watch.output()).size(), 4u);
@@ -88,7 +89,8 @@ TEST(Txhost, EndsTheToolsThatItWaitsForOnCtrlC)
     const TempFolder folder;
     const std::string tool = helperAs(folder, "tool-hangs-with-child");
     const std::string place = text(folder.path());
-    for (const std::string& command : {"history " + place + "/f", "diff " + place, "show " + place + " x",
+    setenv("TMPDIR", place.c_str(), 1);
+    for (const std::string& command : {"history " + place + "/f", "diff " + place, "show " + place + " x", std::string("tour"),
                                        "livediff " + place + "/f --cache " + place, "browse " + place + " --dump 80x24"}) {
         ChildProcess process;
         const std::string line = "\"" + builtProgram("txhost") + "\" " + command + " --git " + tool;
@@ -99,6 +101,9 @@ TEST(Txhost, EndsTheToolsThatItWaitsForOnCtrlC)
         EXPECT_TRUE(eventually([&] { return processesOf(tool) == 0; })) << command;
         killProcessesOf(tool);
     }
+    unsetenv("TMPDIR");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 2)
+        << "the tool and the cache; the tour's repository is removed";
 }
 
 TEST(Txhost, PrintsARestrictedLogWhenItHasEnded)

@@ -172,7 +172,7 @@ std::optional<Failure> suspectSilence(const Host& host, const cmStringT& directo
         return std::nullopt;
     cmROStringT words = result.errorOutput;
     const cmROStringT first = cmTakeUntil(words, '\n');
-    return failureOf(statusGitFailed, first.empty() ? cmStringT("the program names no repository; is it git?") : cmStringT(first),
+    return failureOf(statusGitFailed, first.empty() ? cmStringT("the program says nothing; is it git?") : cmStringT(first),
                      directory, gitTool.name);
 }
 

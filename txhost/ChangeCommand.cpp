@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <string>
 #include <utility>
 
 namespace {
@@ -80,7 +81,9 @@ void ChangeCommand::begin()
 void ChangeCommand::end()
 {
     if (const cmStringT reason = m_process.abnormalEnd(); !reason.isNull())
-        console::printError(cmStringT(cmCat("the command did not end by itself: ") + reason));
+        console::printError(cmStringT(cmCat("the command ") + reason));
+    else if (const std::int32_t code = m_process.exitCode(); code != 0)
+        console::printError(cmStringT(cmCat("the command ended with ") + std::to_string(code)));
     m_process.terminate();  // what it has left behind: the thread would wait while that holds the input
     join();
     m_process.close();

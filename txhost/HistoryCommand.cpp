@@ -1,17 +1,17 @@
 #include "common/cmFile.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
-#include "common/cmSystemPath.h"
+#include "txhost/Browser.h"
 #include "txhost/Commands.h"
 #include "txhost/CommitJson.h"
 #include "txhost/Console.h"
+#include "txhost/FileDates.h"
 #include "txhost/HistoryEntries.h"
 #include "txhost/InterruptWatch.h"
 #include "txhost/TextWidth.h"
 #include "txhost/TimeText.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <string>
 #include <utility>
 
@@ -73,15 +73,16 @@ void printPlain(const Json& entry, std::size_t authorWidth, const std::string& n
 
 int runHistory(const HostOptions& options, const std::string& file)
 {
+    const cmStringT path(cmWithoutTrailingSeparator(absolutePaths({file}).front()));
+    // The module asks the folder above the name, which may be in no repository, or in another one.
+    const bool isDirectory = cmIsDirectory(path);
+    const cmStringT asked = isDirectory ? cmJoinPath(path, ".") : path;
     Host host(options);
     host.requireTool(gitTool);
-    std::error_code error;
-    const cmStringT whole = cmPathText(std::filesystem::absolute(cmSystemPath(file), error).lexically_normal());
-    const cmStringT path(cmWithoutTrailingSeparator(whole));
     const TXHVAR tree = txHvarAlloc();
     const std::int32_t status =
         callInterruptibly(host, path, "_GitGetHistoryInfo",
-                          {path, host.programPath(gitTool), CallArgument::variable(tree), cmStringT(options.revision),
+                          {asked, host.programPath(gitTool), CallArgument::variable(tree), cmStringT(options.revision),
                            options.newest ? 1 : 0, options.follow ? 1 : 0, options.working ? 1 : 0});
     if (status != 0) {
         printFailure(failureOf(status, host.editor().takeQueryError(), path, gitTool.name), options.json);
@@ -90,6 +91,10 @@ int runHistory(const HostOptions& options, const std::string& file)
     VariableJson value(*host.editor().value(tree));
     const cmArray<const Json*> entries = historyEntries(*value);
     if (entries.empty()) {
+        if (const auto doubt = suspectSilence(host, cmStringT(cmDirectoryOf(asked)))) {
+            printFailure(*doubt, options.json);
+            return 1;
+        }
         const bool exists = cmReadFileItem(path).state != cmItemState::missing;
         printFailure({Failure::own, exists ? "no revision in Git" : "no such file, and no revision in Git", path}, options.json);
         return 1;

@@ -10,6 +10,17 @@ CLI::Range atLeast(int least, int most = std::numeric_limits<int>::max())
     return {least, most};
 }
 
+/// CLI::Range takes "nan", too.
+std::string complaintOfNumber(const std::string& word)
+{
+    return word.find_first_not_of("0123456789.") == std::string::npos ? std::string() : "Not a number: " + word;
+}
+
+std::string complaintOfEmptyWord(const std::string& word)
+{
+    return word.empty() ? "An empty word is none" : std::string();
+}
+
 }  // namespace
 
 HostCommandLine::HostCommandLine() : CommandParser("txhost: a headless Tamarin that loads the filewatcher module and uses it")
@@ -39,10 +50,12 @@ void HostCommandLine::addStatusAndWatch()
     watch
         ->add_option("--exec", m_command,
                      "What the shell runs on a change, with the changed paths in its input, each ended by NUL")
-        ->type_name("COMMAND");
+        ->type_name("COMMAND")
+        ->check(&complaintOfEmptyWord);
     watch->add_option("--interval", m_options.intervalSeconds, "Seconds between two looks")
         ->type_name("SECONDS")
         ->check(CLI::Range(0.2, 86400.0))
+        ->check(&complaintOfNumber)
         ->capture_default_str();
 }
 
@@ -64,27 +77,31 @@ void HostCommandLine::addWorkingCopies(CLI::App* command)
 
 void HostCommandLine::addRepository(CLI::App* command, const std::string& description)
 {
-    command->add_option("REPO", m_repository, description)->capture_default_str();
+    command->add_option("REPO", m_repository, description)->capture_default_str()->check(&complaintOfEmptyWord);
 }
 
 void HostCommandLine::addGitQueries()
 {
     CLI::App* history =
         addCommand("history", "Show the revisions of a file in Git", [this] { return runHistory(m_options, m_name); });
-    history->add_option("FILE", m_name, "The file")->required();
-    history->add_option("--rev", m_options.revision, "Where it begins")->type_name("REV")->default_str("HEAD");
+    history->add_option("FILE", m_name, "The file, or a directory")->required();
+    history->add_option("--rev", m_options.revision, "Where it begins")
+        ->type_name("REV")
+        ->default_str("HEAD")
+        ->check(&complaintOfEmptyWord);
     history->add_flag("--newest", m_options.newest, "The newest revision alone");
     history->add_flag("--follow", m_options.follow, "Go on beyond renames");
     history->add_flag("--working", m_options.working, "Begin with the working file");
 
     m_show = addCommand("show", "Show a commit of a Git repository", [this] { return runShowOfWords(); });
     addRepository(m_show, "The repository; a single word is the HASH in the current directory");
-    m_show->add_option("HASH", m_options.revision, "The commit")->default_str("HEAD");
+    m_show->add_option("HASH", m_options.revision, "The commit")->default_str("HEAD")->check(&complaintOfEmptyWord);
 
     CLI::App* diff =
         addCommand("diff", "Show what differs in a Git working copy", [this] { return runDiff(m_options, m_repository); });
     addRepository(diff, "The working copy; for a REV in the current directory: diff . REV");
-    diff->add_option("REV", m_options.revision, "A revision, instead of the index and the last commit");
+    diff->add_option("REV", m_options.revision, "A revision, instead of the index and the last commit")
+        ->check(&complaintOfEmptyWord);
 }
 
 int HostCommandLine::runShowOfWords()

@@ -13,6 +13,7 @@ struct LiveDiffFile {
 
 /// Fetches the committed revision of a file (absolute path) into the editor's cache and waits for the end. `command` writes the
 /// revision to its standard output; when it is empty, the command of the file's own tool is used. The module runs it on the
-/// editor's thread when `immediate`, else in the background. A tool that has written nothing but an error has failed. Throws
+/// editor's thread when `immediate`, else in the background. A command that has written nothing, but an
+/// error or an exit code other than 0, has failed; when `immediate`, the older revision stays in the cache then. Throws
 /// HostError when `file` is a directory, when there is no program for the tool, and when the module cannot start its thread.
 LiveDiffFile fetchLiveDiff(Host& host, const cmStringT& file, bool immediate, const std::string& command);

@@ -3,7 +3,9 @@
 #include "common/CommandRunner.h"
 #include "common/cmFile.h"
 #include "common/cmStringCatHelper.h"
+#include "txhost/Console.h"
 #include "txhost/Host.h"
+#include "txhost/WaitProgress.h"
 
 #include <fstream>
 #include <random>
@@ -64,8 +66,13 @@ void ScratchRepository::writeFile(const std::string& name, const std::string& te
 
 void ScratchRepository::runGit(const std::string& arguments)
 {
+    CaptureControl control;
+    control.stopRequested = &console::wasInterrupted;
+    const WaitProgress progress(cmCat("git ") + arguments);
     const cmStringT command = cmCat("\"") + m_git + "\" " + arguments;
-    const CaptureResult result = captureCommand(command, spawnPlainCommand, path(), {}, [](cmROStringT) {});
+    const CaptureResult result = captureCommand(command, spawnPlainCommand, path(), control, [](cmROStringT) {});
+    if (result.stopped)
+        throw HostError({Failure::stopped, "interrupted", path()});
     if (result.status != 0 || result.errorOutput.view().find("fatal:") != cmROStringT::npos)
         throw HostError("git " + arguments + ": " + result.failure.c_str() + std::string(cmWithoutLineEnd(result.errorOutput)));
 }

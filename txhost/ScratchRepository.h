@@ -13,7 +13,8 @@ public:
     static constexpr char committedText[] = "first line\n";  ///< content of every file in the commit
     static constexpr std::int64_t committedSize = sizeof committedText - 1;
 
-    /// `git` is the path of the program. Throws HostError when the repository cannot be created.
+    /// `git` is the path of the program. Throws HostError when the repository cannot be created, and after an
+    /// interrupt.
     explicit ScratchRepository(const cmStringT& git);
     ~ScratchRepository();
     ScratchRepository(const ScratchRepository&) = delete;

@@ -17,6 +17,19 @@ namespace {
 
 constexpr std::int32_t statusGitFailed = -1;
 
+/// git's words about a revision whose commit the repository does not hold, such as that of a damaged one; null when there is
+/// no such revision.
+cmStringT complaintOfMissingObject(const Host& host, const cmStringT& repository, cmROStringT revision)
+{
+    const CaptureResult result =
+        captureCommand(cmStringT(cmCat("\"") + host.programPath(gitTool) + "\" rev-list --max-count=1 --end-of-options "
+                                 + quoteArgument(revision)),
+                       spawnScannedCommand, repository, {}, [](cmROStringT) {});
+    cmROStringT words = result.errorOutput;
+    const cmROStringT first = cmWithoutLineEnd(cmTakeUntil(words, '\n'));
+    return first.starts_with("fatal: bad object") ? cmStringT(first) : cmStringT();
+}
+
 /// The full hash of the commit that `revision` names. Throws HostError when there is none.
 cmStringT fullHash(const Host& host, const cmStringT& repository, cmROStringT revision, const InterruptWatch& interrupts)
 {
@@ -35,8 +48,12 @@ cmStringT fullHash(const Host& host, const cmStringT& repository, cmROStringT re
     }
     cmROStringT error = result.errorOutput;
     const cmROStringT first = cmWithoutLineEnd(cmTakeUntil(error, '\n'));
-    if (first == "fatal: Needed a single revision")
-        throw HostError(repository, "no such commit: " + std::string(revision));
+    if (first == "fatal: Needed a single revision") {
+        const cmStringT damage = complaintOfMissingObject(host, repository, revision);
+        if (damage.isNull())
+            throw HostError(repository, "no such commit: " + std::string(revision));
+        throw HostError({statusGitFailed, damage, repository, gitTool.name});
+    }
     throw HostError({statusGitFailed, first.empty() ? "the program says nothing; is it git?" : first, repository, gitTool.name});
 }
 

@@ -3,10 +3,12 @@
 #include "common/cmStringCatHelper.h"
 #include "txhost/Console.h"
 #include "txhost/JsonText.h"
+#include "txhost/WaitProgress.h"
 
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <optional>
 #include <string>
 
 namespace {
@@ -46,7 +48,9 @@ void TourReport::step(cmROStringT what, const std::function<TourOutcome()>& body
     if (console::wasInterrupted())
         return;
     const auto start = std::chrono::steady_clock::now();
+    std::optional<WaitProgress> progress(std::in_place, cmStringT(what));
     const TourOutcome outcome = body();
+    progress.reset();
     const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
     if (console::wasInterrupted())
         return;
