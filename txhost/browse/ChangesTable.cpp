@@ -33,9 +33,9 @@ char kindOf(const Json& entry)
 
 void addHunk(FileChange& file, const Json& hunk)
 {
-    DiffHunk& added = file.hunks.emplace_back(hunkHeader(hunk), textsOf(hunk.at("lines")));
+    file.hunks.push_back({hunkHeader(hunk), textsOf(hunk.at("lines"))});
     const std::size_t parents = parentsOfHunk(hunk);
-    for (const cmStringT& line : added.lines) {
+    for (const cmStringT& line : file.hunks.back().lines) {
         const char kind = kindOfLine(line, parents);
         file.added += kind == '+' ? 1 : 0;
         file.removed += kind == '-' ? 1 : 0;
