@@ -136,9 +136,13 @@ TEST(Txhost, TellsFailuresAndWrongUsageApart)
     expectFailure({"status", missing}, 1, "txhost: " + missing + ": no such directory\n");
     for (const std::string command : {"recent", "reload"})
         expectFailure({command, missing}, 1, "txhost: " + missing + ": no such file\n");
-    expectFailure({}, 2, "txhost: A subcommand is required\n");
+    expectFailure({}, 2, "txhost: there is no command; txhost help lists them\n");
     expectFailure({"--json", "stauts", "show", "x"}, 2, "txhost: there is no command stauts; the nearest one is status\n");
-    expectFailure({"watch", "--interval", "nan"}, 2, "nan");
+    expectFailure({"watch", "--interval", "nan"}, 2, "Not a number: nan\nSee txhost help watch\n");
+    expectFailure({"log", "a", "b", "[c"}, 2, "not expected: b [c\n");
+    for (const std::string form : {"\"main", "main --output=x", "--form=%H", "-p"})
+        expectFailure({"log", "--restrict", form}, 2, "txhost: --restrict: ");
+    expectFailure({"log", "--topo-order", "--date-order"}, 2, "excludes");
     for (const Texts& command : {Texts{"show", ""}, {"diff", ".", ""}, {"history", ""}, {"watch", "--exec", ""}})
         expectFailure(command, 2, "empty");
     expectFailure({"help", "lgo"}, 2, "the nearest one is log\n");

@@ -5,7 +5,6 @@
 #include "txhost/NearestWord.h"
 
 #include <algorithm>
-#include <limits>
 #include <sstream>
 #include <utility>
 
@@ -84,10 +83,16 @@ std::string CommandParser::complaintAbout(const CLI::ParseError& error)
     const std::vector<std::string> unexpected = m_app.remaining();
     if (!unexpected.empty() && !unexpected.front().starts_with('-'))
         return unknownCommand(withoutGuard(unexpected.front()));
-    std::ostringstream ignored;
-    std::ostringstream complaint;
-    m_app.exit(error, ignored, complaint);
-    return complaint.str();
+    const std::vector<CLI::App*> parsed = m_app.get_subcommands();
+    if (parsed.empty() && unexpected.empty() && dynamic_cast<const CLI::RequiredError*>(&error))
+        return "there is no command; txhost help lists them";
+    std::string complaint = error.what();
+    if (dynamic_cast<const CLI::ExtrasError*>(&error)) {
+        complaint = "not expected:";
+        for (const std::string& word : m_app.remaining(true))
+            complaint += word == "--" ? "" : " " + withoutGuard(word);
+    }
+    return complaint + "\nSee txhost help" + (parsed.empty() ? "" : " " + parsed.front()->get_name());
 }
 
 std::string CommandParser::unknownCommand(const std::string& word)
@@ -136,9 +141,4 @@ void CommandParser::addCommonOptions(CLI::App& app)
             ->default_str(name)
             ->group(group);
     }
-    app.add_option("--max-output", m_options.maxStatusOutput, "Bytes that one run of a tool may write")
-        ->type_name("BYTES")
-        ->check(CLI::Range(1, std::numeric_limits<int>::max()))
-        ->capture_default_str()
-        ->group(group);
 }

@@ -10,6 +10,7 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <system_error>
 
 namespace {
 
@@ -48,7 +49,11 @@ cmArray<cmStringT> absolutePaths(const std::vector<std::string>& named)
     for (const std::string& name : named) {
         if (name.empty())
             throw UsageError("an empty name is no file");
-        paths.push_back(cmPathText(std::filesystem::absolute(cmSystemPath(name)).lexically_normal()));
+        std::error_code error;
+        const std::filesystem::path absolute = std::filesystem::absolute(cmSystemPath(name), error);
+        if (error)  // the current directory was removed
+            throw HostError(name, error.message());
+        paths.push_back(cmPathText(absolute.lexically_normal()));
     }
     return paths;
 }

@@ -26,7 +26,7 @@ struct HostOptions {
     bool follow = false;                           ///< history: continue beyond renames
     bool working = false;                          ///< history: begin with an entry for the working file
     int budgetMs = 1000;                           ///< reload: how long a check may take
-    int maxStatusOutput = 64 * 1024 * 1024;        ///< how many bytes one run of a tool may write
+    int maxStatusOutput = 64 * 1024 * 1024;        ///< status, watch: how many bytes one run of a tool may write
 };
 
 /// A headless Tamarin: an editor with settings and macros that has loaded the module. As the editor does, the destructor stops

@@ -1,5 +1,7 @@
 #include "txhost/HostCommandLine.h"
 
+#include "txhost/LogRestriction.h"
+
 #include <limits>
 #include <utility>
 
@@ -10,10 +12,10 @@ CLI::Range atLeast(int least, int most = std::numeric_limits<int>::max())
     return {least, most};
 }
 
-/// CLI::Range takes "nan", too.
+/// CLI::Range takes "nan", and complains of the range of what is no number.
 std::string complaintOfNumber(const std::string& word)
 {
-    return word.find_first_not_of("0123456789.") == std::string::npos ? std::string() : "Not a number: " + word;
+    return word.find_first_not_of("0123456789.-") == std::string::npos ? std::string() : "Not a number: " + word;
 }
 
 std::string complaintOfEmptyWord(const std::string& word)
@@ -39,14 +41,14 @@ void HostCommandLine::addStatusAndWatch()
     const auto named = [this] { return m_words.empty() ? std::vector<std::string>{"."} : m_words; };
     CLI::App* status =
         addCommand("status", "Show which files are modified", [this, named] { return runStatus(m_options, named(), m_status); });
-    addWorkingCopies(status);
+    addWorkingCopies(status, "Directories in working copies");
     status->add_flag("--exit-code", m_status.exitCode, "End with 3 when something is modified, unless a failure ends it with 1");
 
     status->add_flag("--recurse", m_status.recurse, "Show all repositories below DIR, also those with nothing modified");
 
     CLI::App* watch = addCommand("watch", "Show status changes and changed files until Ctrl-C",
                                  [this, named] { return runWatch(m_options, named(), m_command); });
-    addWorkingCopies(watch);
+    addWorkingCopies(watch, "Directories in working copies, and files");
     watch
         ->add_option("--exec", m_command,
                      "What the shell runs on a change, with the changed paths in its input, each ended by NUL")
@@ -54,23 +56,27 @@ void HostCommandLine::addStatusAndWatch()
         ->check(&complaintOfEmptyWord);
     watch->add_option("--interval", m_options.intervalSeconds, "Seconds between two looks")
         ->type_name("SECONDS")
-        ->check(CLI::Range(0.2, 86400.0))
         ->check(&complaintOfNumber)
+        ->check(CLI::Range(0.2, 86400.0))
         ->capture_default_str();
 }
 
-void HostCommandLine::addWorkingCopies(CLI::App* command)
+void HostCommandLine::addWorkingCopies(CLI::App* command, const std::string& description)
 {
-    command->add_option("DIR", m_words, "Directories in working copies, of watch also files")
-        ->type_name("TEXT")
-        ->default_str(".");
+    command->add_option("DIR", m_words, description)->type_name("TEXT")->default_str(".");
     command->add_option("--tool", m_options.tool, "Whose they are, instead of finding out")
         ->type_name("TOOL")
         ->check(CLI::IsMember(toolNames()))
         ->default_str("the tool whose mark is found");
     command->add_option("--patience", m_options.patienceMs, "Milliseconds until a tool that does not answer is named")
         ->type_name("MS")
+        ->check(&complaintOfNumber)
         ->check(atLeast(0, 3600000))
+        ->capture_default_str();
+    command->add_option("--max-output", m_options.maxStatusOutput, "Bytes that one run of a tool may write")
+        ->type_name("BYTES")
+        ->check(&complaintOfNumber)
+        ->check(atLeast(1))
         ->capture_default_str();
     command->add_flag("--updates", m_options.updates, "Show what is newer in the repository, too");
 }
@@ -120,11 +126,22 @@ void HostCommandLine::addBrowser()
     CLI::App* log = addCommand("log", "Show the history of a Git repository with its graph",
                                [this] { return runLog(m_options, m_repository, m_log); });
     addRepository(log);
-    log->add_option("--max", m_log.rows, "At most so many rows")->type_name("ROWS")->check(atLeast(1))->default_str("all");
-    log->add_option("--restrict", m_log.restriction, "What git log is asked for, instead of all branches")->type_name("ARGS");
-    for (const char* order : {"--date-order", "--topo-order"})
-        log->add_flag_callback(
+    log->add_option("--max", m_log.rows, "At most so many rows")
+        ->type_name("ROWS")
+        ->check(&complaintOfNumber)
+        ->check(atLeast(1))
+        ->default_str("all");
+    log->add_option("--restrict", m_log.restriction, "What git log is asked for, instead of all branches")
+        ->type_name("ARGS")
+        ->check(&complaintOfRestriction);
+    CLI::Option* other = nullptr;
+    for (const char* order : {"--date-order", "--topo-order"}) {
+        CLI::Option* added = log->add_flag_callback(
             order, [this, order] { m_log.order = order; }, std::string("Sorted as by git log ") + order);
+        if (other)
+            added->excludes(other);
+        other = added;
+    }
     log->add_option("--filter", m_log.filter, "Only commits with this in author, subject or hash")->type_name("TEXT");
 }
 
@@ -146,13 +163,15 @@ void HostCommandLine::addFileCommands()
     reload->add_option("FILE", m_words, "Files")->required();
     reload->add_option("--budget", m_options.budgetMs, "Milliseconds that it may take; half of it makes a file slow")
         ->type_name("MS")
+        ->check(&complaintOfNumber)
         ->check(atLeast(0, 3600000))
         ->capture_default_str();
 
     CLI::App* liveDiff = addCommand("livediff", "Fetch the committed revision of a file",
                                     [this] { return runLiveDiff(m_options, m_name, m_command, m_background); });
     liveDiff->add_option("FILE", m_name, "The file")->required();
-    liveDiff->add_option("--command", m_command, "What writes it to its output")->default_str("the file's tool");
+    liveDiff->add_option("--command", m_command, "A program and its arguments that write it; only |, &, < and > are for a shell")
+        ->default_str("the file's tool");
     liveDiff->add_option("--cache", m_options.cache, "Where the editor keeps it")->type_name("DIR")->default_str("your cache");
     liveDiff->add_flag("--background", m_background, "On the module's thread");
 

@@ -18,7 +18,7 @@ private:
     void addFullScreen();
     void addFileCommands();
     void addModuleCommands();
-    void addWorkingCopies(CLI::App* command);
+    void addWorkingCopies(CLI::App* command, const std::string& description);
     void addRepository(CLI::App* command, const std::string& description = "The repository");
     int runShowOfWords();
 

@@ -161,7 +161,7 @@ LiveDiffFile fetchLiveDiff(Host& host, const cmStringT& file, bool immediate, co
     if (status == 0)
         fetched.failure = {Failure::stopped, "interrupted", file, toolName};
     else if (status < 0)
-        fetched.failure = failureOf(status, reasonOf(host, call.cacheFile), file, toolName);
+        fetched.failure = failureOf(status, reasonOf(host, call.cacheFile), file, call.cacheFile.isEmpty() ? "" : toolName);
     else if (cmReadFileItem(call.cacheFile).size > 0)
         return fetched;
     else if (const cmStringT complaint = complaintOf(commandLine, directory); !complaint.isNull())
