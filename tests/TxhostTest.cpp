@@ -59,7 +59,7 @@ TEST(Txhost, BrowsesWhatCommitsAndTheWorkingCopyHaveChanged)
         writeFile(top / "f", "a\n");
         git(top, {"add", "f"});
         writeFile(top / "f", "b\n");
-        expectScreen(top, "<Enter>", {"1 modified, 1 staged", "+1        f"});
+        expectScreen(top, "<Enter>", {"1 modified, 1 staged", "AA    +1        f"});
         commitFiles(top, {"gone/x"});
         git(top, {"tag", "--annotate", "--message", "One", "v1"});
         git(top, {"branch", "side"});
@@ -77,7 +77,7 @@ TEST(Txhost, BrowsesWhatCommitsAndTheWorkingCopyHaveChanged)
         expectScreen(top, ":v1<Enter><Enter>", {"2 files, +2 -0", "A    +1        gone/x"});
         expectScreen(top, ":v1<Enter><Enter><Tab>GH", {"gone/x  ", "1/1"});
         loseObject(top, git(top, {"rev-parse", "side^{tree}"}).substr(0, format == "sha1" ? 40 : 64));
-        expectScreen(top, "j<Enter>", {"Join", "unable to read tree"});
+        expectScreen(top, "j<Enter>", {"\n    Join", "unable to read tree"});
     }
 }
 
