@@ -164,6 +164,8 @@ void TerminalGuard::suspend()
     sigset_t before;
     sigemptyset(&stop);
     sigaddset(&stop, SIGTSTP);
+    std::signal(SIGTSTP, SIG_IGN);
+    kill(0, SIGTSTP);  // the script, too, that waits for this program
     restoreAction(SIGTSTP);
     pthread_sigmask(SIG_UNBLOCK, &stop, &before);
     raise(SIGTSTP);
