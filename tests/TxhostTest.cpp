@@ -209,7 +209,7 @@ TEST(Txhost, ShowsHistoryDifferencesAndCommits)
     EXPECT_EQ(json({"history", text(top)}).at(0)["hash"], lines[1]["hash"]);
     expectFailure({"diff", text(top), "--", "--output=ran"}, 1, "-1");
     expectFailure({"diff", text(top / ".git")}, 1, "fatal: this operation must be run in a work tree");
-    expectFailure({"history", text(top / "no")}, 1, text(top / "no") + ": no such file, and no revision in Git\n");
+    expectFailure({"history", text(top / "no" / "x")}, 1, text(top / "no" / "x") + ": no such file, and no revision in Git\n");
 
     Json commit = json({"show", text(top), "main"}).at(0);
     EXPECT_EQ(commit["hash"].get<std::string>() + "\n", git(top, {"rev-parse", "HEAD"}));

@@ -12,6 +12,7 @@
 #include "txhost/TimeText.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -91,7 +92,8 @@ int runHistory(const HostOptions& options, const std::string& file)
     VariableJson value(*host.editor().value(tree));
     const cmArray<const Json*> entries = historyEntries(*value);
     if (entries.empty()) {
-        if (const auto doubt = suspectSilence(host, cmStringT(cmDirectoryOf(asked)))) {
+        const cmStringT folder(cmDirectoryOf(asked));
+        if (const auto doubt = cmIsDirectory(folder) ? suspectSilence(host, folder) : std::nullopt) {
             printFailure(*doubt, options.json);
             return 1;
         }
