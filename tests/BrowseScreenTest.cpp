@@ -58,6 +58,15 @@ public:
         }
         return *this;
     }
+    /// Presses keys that come together.
+    MadeSession& pressAtOnce(cmROStringT keys)
+    {
+        const cmArray<Key> all = keysFromText(keys).value();
+        for (const Key& key : all)
+            screen.press(key);
+        answer();
+        return *this;
+    }
     std::string text() const { return textOf(screen.picture()); }
 
     void answer()
@@ -72,13 +81,14 @@ public:
         BrowseNews news;
         news.state = stateFor(wants);
         news.rows = rowsFor(wants);
-        if (wants.details)
+        if (wants.details && (!answered || wants.details != answered->details || wants.detailsNumber != answered->detailsNumber))
             news.details = detailsOf(*wants.details);
-        if (wants.history)
+        if (wants.history && (!answered || wants.history != answered->history || wants.historyNumber != answered->historyNumber))
             news.history = historyOf(*wants.history);
         if (wants.search)
             news.found = RowFound{wants.search->number, rowFor(*wants.search)};
         news.workingCopy = "2 modified, 1 staged";
+        answered = wants;
         screen.take(std::move(news));
     }
 
@@ -183,6 +193,7 @@ public:
 
     BrowseScreen screen;
     HistoryState state;
+    std::optional<BrowseWants> answered;  ///< what is wanted still is not answered again
     std::int32_t commits = 1000;
     std::int32_t divisor = 1;
 };
@@ -229,6 +240,7 @@ TEST(BrowseScreen, OpensDetailsDiffAndRevisionsAndGoesBack)
  M    +1    -1  a.cpp
 999 commits                                          3/1,000
 )");
+    session.answered.reset();
     session.tell();
     EXPECT_EQ(session.text(), details) << "of the same commit";
     const std::string diff = belowBar(session.press("<Enter>j"));
@@ -243,6 +255,7 @@ TEST(BrowseScreen, OpensDetailsDiffAndRevisionsAndGoesBack)
 999 commits                                          3/1,000
 )");
     EXPECT_EQ(session.screen.picture().lines[11].front().style.colour, 32);
+    session.answered.reset();
     session.tell();
     EXPECT_EQ(belowBar(session), diff) << "of the same commit";
     session.press("]<Left>y<Up><Enter>L");
@@ -267,6 +280,9 @@ TEST(BrowseScreen, OpensDetailsDiffAndRevisionsAndGoesBack)
  R              old.cpp -> b.cpp
 a.cpp                                                    1/2
 )");
+    const std::string revisions = session.text();
+    EXPECT_EQ(session.pressAtOnce("jk").text(), revisions);
+    EXPECT_EQ(session.pressAtOnce("hH").text(), revisions);
     const std::size_t toTitle = details.find("commit 1000002") + 14;
     EXPECT_EQ(session.press("<Esc><Left><Left>").text().substr(0, toTitle), details.substr(0, toTitle));
 }

@@ -140,7 +140,9 @@ struct BrowseWants {
     std::int32_t rowCount = 0;
     std::optional<cmStringT>
         details;  ///< hash of the commit; empty for the working copy, whose changes come anew with each change
+    std::uint32_t detailsNumber = 0;  ///< another one: earlier details are not there any more, even of the same commit
     std::optional<FileQuestion> history;
+    std::uint32_t historyNumber = 0;  ///< another one: earlier answers are not there any more, even to the same question
     std::optional<RowSearch> search;
     friend bool operator==(const BrowseWants&, const BrowseWants&) = default;
 };

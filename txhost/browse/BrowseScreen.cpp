@@ -119,6 +119,15 @@ BrowseScreen::Layout BrowseScreen::layout() const
     return {list, 1, body - list - 1, status};
 }
 
+/// Each time that another commit is selected, or the other list shown, the details there were are not those that are shown.
+void BrowseScreen::wantDetails()
+{
+    const std::optional<cmStringT> wanted = below().isOpen ? selectedHash() : std::nullopt;
+    if (wanted != m_wants.details || m_wants.history.has_value() != m_revisions.isOpen())
+        ++m_wants.detailsNumber;
+    m_wants.details = wanted;
+}
+
 /// Makes everything else follow from what has changed.
 void BrowseScreen::arrange()
 {
@@ -127,7 +136,7 @@ void BrowseScreen::arrange()
     m_history.setHeight(parts.list > 0 ? parts.list : body);
     m_revisions.window().setHeight(parts.list > 0 ? parts.list : body);
     RowCache::want(m_wants, m_history.window().first(), m_history.window().end());
-    m_wants.details = below().isOpen ? selectedHash() : std::nullopt;
+    wantDetails();
     m_wants.history = m_revisions.question();
     m_wants.search = m_finder.search();
 

@@ -73,8 +73,8 @@ private:
     void say(cmStringT message, bool isBadNews = true);
 
     void arrange();
+    void wantDetails();
     void takeFound(const RowFound& found);
-    void showKnownOfCommit();
     std::shared_ptr<const CommitDetails> knownOfSelected() const;
     std::optional<cmStringT> selectedHash() const;
     const ListWindow& list() const { return m_revisions.isOpen() ? m_revisions.window() : m_history.window(); }

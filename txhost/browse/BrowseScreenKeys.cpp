@@ -206,6 +206,7 @@ void BrowseScreen::openRevisions(bool fromHead)
     FileQuestion question{file->path, fromHead ? cmStringT("") : details->hash};
     m_ofRevisions = {{}, hasRoomForBoth(), false};
     m_revisions.open(std::move(question));
+    ++m_wants.historyNumber;
 }
 
 void BrowseScreen::copy()
