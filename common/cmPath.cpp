@@ -102,7 +102,7 @@ bool cmSamePath(cmROStringT a, cmROStringT b, cmPathStyle style)
 bool cmRelativePath(cmROStringT path, cmROStringT directory, cmROStringT& relative, cmPathStyle style)
 {
     const cmROStringT prefix = cmWithoutTrailingSeparator(directory, style);
-    if (path.size() < prefix.size() || !cmSamePath(path.substr(0, prefix.size()), prefix, style))
+    if (prefix.empty() || path.size() < prefix.size() || !cmSamePath(path.substr(0, prefix.size()), prefix, style))
         return false;
     cmROStringT rest = path.substr(prefix.size());
     if (!rest.empty() && !cmIsPathSeparator(prefix.back(), style)) {

@@ -36,7 +36,7 @@ cmStringT cmJoinPath(cmROStringT directory, cmROStringT name, cmPathStyle style 
 /// Whether two paths in native separators are equal: without ASCII case on Windows, byte for byte elsewhere.
 bool cmSamePath(cmROStringT a, cmROStringT b, cmPathStyle style = cmNativePathStyle);
 /// Whether `path` is `directory` or lies below it, both in native separators. If so, `relative` is the rest without its leading
-/// separator (empty for `directory` itself); otherwise it is unchanged.
+/// separator (empty for `directory` itself); otherwise it is unchanged. Nothing is in an empty directory.
 bool cmRelativePath(cmROStringT path, cmROStringT directory, cmROStringT& relative, cmPathStyle style = cmNativePathStyle);
 /// A key that is equal for paths of the same file: on Windows the path in native separators and lower-case ASCII letters,
 /// elsewhere the path itself.

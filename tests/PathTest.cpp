@@ -22,6 +22,7 @@ TEST(Path, FindsTheRestBelowADirectory)
     EXPECT_EQ(relative("/a", "/", posix), "a");
     EXPECT_EQ(relative("/a/bc", "/a/b", posix), "<outside>");
     EXPECT_EQ(relative("/A/b", "/a", posix), "<outside>");
+    EXPECT_EQ(relative("/a", "", posix), "<outside>");
     EXPECT_EQ(relative(R"(c:\Work\src)", R"(C:\work)", windows), "src");
     EXPECT_EQ(relative(R"(C:\src)", R"(C:\)", windows), "src");
     EXPECT_EQ(relative(R"(C:\workshop)", R"(C:\work)", windows), "<outside>");
