@@ -6,6 +6,7 @@
 #include "benchmarks/TerminalProgram.h"
 #include "common/cmFile.h"
 #include "common/cmPath.h"
+#include "filewatcher/git/commits/ShortHash.h"
 
 #include <chrono>
 #include <optional>
@@ -26,7 +27,7 @@ struct Shown {
     fs::path top;
     std::string name;
     std::string commits;  ///< how many there are
-    std::string oldest;   ///< the beginning of the last row's subject
+    std::string oldest;   ///< the short hash in the last row
 };
 
 /// What it took to show a history.
@@ -155,8 +156,8 @@ std::vector<Row> measureBrowse(const std::optional<std::string>& repository)
         runGit(history.top, "reset --quiet --hard");
     }
     history.commits = runGit(history.top, "rev-list --count --all");
-    const std::string subjects = runGit(history.top, "log --all --format=%s");
-    history.oldest = subjects.substr(subjects.rfind('\n') + 1).substr(0, 16);
+    const std::string hashes = runGit(history.top, "log --all --format=%H");
+    history.oldest = hashes.substr(hashes.rfind('\n') + 1).substr(0, shortHashLength);
 
     std::vector<Figures> figures[3];
     for (int round = 0; round <= rounds; ++round) {
@@ -167,7 +168,7 @@ std::vector<Row> measureBrowse(const std::optional<std::string>& repository)
     std::vector<Row> rows;
     addRows(rows, "first screen", "ms", figures, &Figures::firstScreen, 1, 1);
     addRows(rows, "end of the history", "ms", figures, &Figures::end, 1, 0.5);
-    addRows(rows, "memory", "MB", figures, &Figures::bytes, 1e6, 0.5);
+    addRows(rows, "memory of its own process", "MB", figures, &Figures::bytes, 1e6, 0.5);
     rows.push_back(measureKeys(history));
     return rows;
 }
