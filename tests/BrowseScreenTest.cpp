@@ -86,7 +86,7 @@ public:
         if (wants.history && (!answered || wants.history != answered->history || wants.historyNumber != answered->historyNumber))
             news.history = historyOf(*wants.history);
         if (wants.search)
-            news.found = RowFound{wants.search->number, rowFor(*wants.search)};
+            news.found = RowFound{wants.search->number, rowFor(*wants.search), state.edition};
         news.workingCopy = "2 modified, 1 staged";
         answered = wants;
         screen.take(std::move(news));
@@ -358,9 +358,12 @@ TEST(BrowseScreen, FollowsTheEndOfALoadAndShowsNothingOld)
     session.screen.press({KeyKind::character, '@'});
     news.state = session.state;
     news.state->edition += 2;
-    news.found = RowFound{session.screen.wants().search->number, 5};
+    news.found = RowFound{session.screen.wants().search->number, 5, news.state->edition};
     session.screen.take(std::move(news));
-    EXPECT_TRUE(session.screen.wants().search) << "the answer was for rows that are gone";
+    news.found->number = session.screen.wants().search->number;
+    ++news.found->edition;
+    session.screen.take({{}, {}, {}, {}, news.found, {}});
+    EXPECT_TRUE(session.screen.wants().search) << "the answers were for other rows";
 }
 
 TEST(BrowseScreen, TheMouseSelectsOpensAndScrolls)
@@ -459,7 +462,8 @@ public:
             news.details = details(oftenTrue() ? wants.details.value_or("") : text());
         if (wants.history && oftenTrue())
             news.history = std::make_shared<FileHistory>(FileHistory{*wants.history, {{text(), text(), {}, text()}}, text()});
-        news.found = RowFound{wants.search && oftenTrue() ? wants.search->number : 0, static_cast<std::int32_t>(below(5000)) - 3};
+        news.found =
+            RowFound{wants.search && oftenTrue() ? wants.search->number : 0, static_cast<std::int32_t>(below(5000)) - 3, edition};
         news.workingCopy = text();
         return news;
     }

@@ -128,8 +128,9 @@ struct RowSearch {
 };
 
 struct RowFound {
-    std::uint32_t number = 0;  ///< of the search
-    std::int32_t row = -1;     ///< below 0: there is none, nor will one come with the load
+    std::uint32_t number = 0;   ///< of the search
+    std::int32_t row = -1;      ///< below 0: there is none, nor will one come with the load
+    std::uint32_t edition = 0;  ///< of the HistoryState that the row belongs to
 };
 
 /// What the screen needs now. What it needed before and is not in here any more, need not be answered.

@@ -57,7 +57,7 @@ void BrowseScreen::take(BrowseNews news)
 void BrowseScreen::takeFound(const RowFound& found)
 {
     const cmStringT text = m_finder.search() ? m_finder.search()->text : cmStringT("");
-    if (!m_finder.take(found))
+    if (found.edition != m_history.state().edition || !m_finder.take(found))
         return;
     if (m_finder.purpose() == RowFinder::Purpose::keep)
         m_history.found(found.row);

@@ -43,7 +43,7 @@ bool BrowseSession::serve(const BrowseWants& wants)
     if (hasMore)
         return true;  // queries come last: they may take long
     if (m_history->isFailureDue()) {
-        m_answers.watch().run(nullptr, false, [this] { m_history->findFailure(); });
+        m_history->findFailure(m_answers.watch());
         return true;
     }
     return m_answers.goOn(*m_history);
@@ -55,6 +55,8 @@ void BrowseSession::tellRows(const BrowseWants& wants)
     news.state = m_history->takeState();
     news.rows = m_history->takeRows(wants.firstRow, wants.rowCount);
     news.found = m_searcher.goOn(m_history->commits(), m_history->browser(), m_history->isLoading());
+    if (news.found)
+        news.found->edition = m_history->edition();
     if (news.state || news.rows || news.found)
         m_exchange.tell(std::move(news));
 }
@@ -62,8 +64,9 @@ void BrowseSession::tellRows(const BrowseWants& wants)
 void BrowseSession::load(std::uint32_t number)
 {
     if (m_history)
-        m_edition = m_history->state().edition;
+        m_edition = m_history->edition();
     m_history.reset();  // before the next one: there is one browser at a time
+    m_searcher = {};
     const auto wake = [this] { m_host.editor().post([this] { m_hasNews = true; }); };
     m_history = std::make_unique<BrowsedHistory>(m_host, m_repository, number, m_edition, observer(), wake);
 }

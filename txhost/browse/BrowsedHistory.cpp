@@ -15,7 +15,7 @@ BrowsedHistory::BrowsedHistory(Host& host, const cmStringT& repository, std::uin
       m_watch(host.programPath(gitTool), repository, std::move(onNews))
 {
     m_state.load = load;
-    m_state.edition = edition + m_commits.edition();
+    m_state.edition = this->edition();
 }
 
 bool BrowsedHistory::goOn(const cmStringT& filter)
@@ -26,6 +26,7 @@ bool BrowsedHistory::goOn(const cmStringT& filter)
         m_hasStateChanged = true;
     }
     const bool hasMore = m_commits.goOn(isLoading);
+    m_hasStateChanged |= m_state.edition != edition();
     const std::int32_t count = std::max(m_commits.count(), m_isEmpty ? 1 : 0);
     m_hasStateChanged |= !isLoading && count != m_state.rowCount;
     m_state.rowCount = count;
@@ -41,7 +42,7 @@ std::optional<HistoryState> BrowsedHistory::takeState()
         return std::nullopt;
     m_hasStateChanged = false;
     m_nextState = now + betweenStates;
-    m_state.edition = m_firstEdition + m_commits.edition();
+    m_state.edition = edition();
     m_state.filter = m_commits.filter();
     m_state.filterFoundNothing = m_commits.hasFilterFoundNothing();
     const auto passed = std::chrono::duration_cast<std::chrono::milliseconds>(now - m_begin).count();
@@ -55,7 +56,7 @@ std::optional<HistoryRows> BrowsedHistory::takeRows(std::int32_t first, std::int
 {
     const std::int32_t start = std::clamp(first, 0, m_state.rowCount);
     const std::int32_t end = start + std::clamp(count, 0, m_state.rowCount - start);
-    const Told told{start, end, m_firstEdition + m_commits.edition(), m_content};
+    const Told told{start, end, edition(), m_content};
     if (told == m_told)
         return std::nullopt;
     m_told = told;
@@ -76,9 +77,15 @@ void BrowsedHistory::lookAtNames()
     m_hasStateChanged |= m_state.names != nullptr;
 }
 
-void BrowsedHistory::findFailure()
+void BrowsedHistory::findFailure(QueryWatch& watch)
 {
-    const LoadReport report = m_browser.report();
+    LoadReport report;
+    if (watch.run(nullptr, false, [&] { report = m_browser.report(); }))
+        takeReport(report);
+}
+
+void BrowsedHistory::takeReport(const LoadReport& report)
+{
     m_isEmpty = report.isEmpty;
     m_state.rowCount = std::max(m_state.rowCount, m_isEmpty ? 1 : 0);
     m_state.isLoading = false;

@@ -2,6 +2,7 @@
 
 #include "txhost/Browser.h"
 #include "txhost/browse/BrowseData.h"
+#include "txhost/browse/QueryWatch.h"
 #include "txhost/browse/RepositoryWatch.h"
 #include "txhost/browse/ShownCommits.h"
 
@@ -23,11 +24,13 @@ public:
     bool isLoading() const { return m_state.isLoading; }
     /// Whether the load has ended and it is not known yet how.
     bool isFailureDue() const { return m_isFailureDue; }
-    /// Finds it out. May wait for git.
-    void findFailure();
+    /// Finds it out with a query of `watch`; it stays due when that was ended.
+    void findFailure(QueryWatch& watch);
     /// Adds to the details of a commit what its row tells, if that is among the rows that were taken.
     void fill(CommitDetails& details);
     std::uint32_t load() const { return m_state.load; }
+    /// Of the rows that there are now; the screen may not have been told of it yet.
+    std::uint32_t edition() const { return m_firstEdition + m_commits.edition(); }
     const HistoryState& state() const { return m_state; }
     const ShownCommits& commits() const { return m_commits; }
     const Browser& browser() const { return m_browser; }
@@ -49,6 +52,7 @@ private:
         friend bool operator==(const Told&, const Told&) = default;
     };
 
+    void takeReport(const LoadReport& report);
     void lookAtNames();
     HistoryRow row(std::int32_t number);
 
