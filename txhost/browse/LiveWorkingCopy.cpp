@@ -28,16 +28,28 @@ void LiveWorkingCopy::endPass(const cmStringT& path, std::int32_t status)
     m_failure = failure;
 }
 
+void LiveWorkingCopy::lookAtIndex()
+{
+    cmStringT failure;
+    try {
+        const FileDates dates = askFileDates(m_host, {m_place.index}, budgetMs);
+        if (const auto date = dates.known.find(m_place.index); date != dates.known.end()) {
+            m_hasChanged |= m_indexDate && *m_indexDate != date->second;
+            m_indexDate = date->second;
+        }
+    } catch (const HostError& error) {  // may have passed at the next look
+        failure = error.failure().message;
+    }
+    m_hasChanged |= failure != m_indexFailure;
+    m_indexFailure = failure;
+}
+
 void LiveWorkingCopy::goOn()
 {
     if (Clock::now() < m_nextLook)
         return;
     m_nextLook = Clock::now() + betweenLooks;
-    const FileDates dates = askFileDates(m_host, {m_place.index}, budgetMs);
-    if (const auto date = dates.known.find(m_place.index); date != dates.known.end()) {
-        m_hasChanged |= m_indexDate && *m_indexDate != date->second;
-        m_indexDate = date->second;
-    }
+    lookAtIndex();
     if (m_isPassRunning)
         return;
     const std::int32_t status = m_host.call("filewatcherAddPath", {m_place.root, gitTool.number, 1});

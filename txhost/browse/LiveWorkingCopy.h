@@ -25,10 +25,12 @@ public:
     Clock::time_point nextLook() const { return m_nextLook; }
     /// Whether it may have changed since the last call. True at first.
     bool takeChanged();
-    /// Why the last status pass failed; null when it did not.
-    const cmStringT& failure() const { return m_failure; }
+    /// Why the last status pass or the last look at the index failed; null when neither did.
+    const cmStringT& failure() const { return m_failure.isNull() ? m_indexFailure : m_failure; }
 
 private:
+    void lookAtIndex();
+
     Host& m_host;
     const RepositoryPlace m_place;
     Clock::time_point m_nextLook = Clock::now();
@@ -37,4 +39,5 @@ private:
     std::optional<FileDate> m_indexDate;
     cmStringT m_reason;  ///< of the pass that runs
     cmStringT m_failure;
+    cmStringT m_indexFailure;
 };

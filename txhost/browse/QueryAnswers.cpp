@@ -12,6 +12,7 @@ constexpr std::chrono::milliseconds restOfCursor{60};  // before a commit is ask
 constexpr std::chrono::milliseconds shortestPause{200};
 constexpr std::chrono::seconds longestPause{10};
 constexpr std::chrono::milliseconds untilLoaded{200};
+constexpr std::chrono::seconds untilRetry{2};  // of a query about the working copy that has failed
 
 const cmStringT workingCopyHash("");
 
@@ -190,9 +191,10 @@ bool QueryAnswers::ask(const std::function<void()>& query)
 
 void QueryAnswers::takeWorkingCopy(CommitDetails& workingCopy)
 {
+    m_isWorkingCopyDue = !workingCopy.failure.isNull();
+    m_workingCopyDue = Clock::now() + (m_isWorkingCopyDue ? untilRetry : std::chrono::seconds(0));
     if (m_live && workingCopy.failure.isNull())
         workingCopy.failure = m_live->failure();
-    m_isWorkingCopyDue = false;
     tellWorkingCopy(changesText(workingCopy));
 }
 

@@ -1,6 +1,9 @@
 #include "txhost/browse/QueryWatch.h"
 
+#include "txhost/Failure.h"
 #include "txhost/HostSystem.h"
+
+#include <new>
 
 namespace {
 
@@ -13,7 +16,8 @@ constexpr std::uint32_t wantedMs = 1000;   // until one ends that is wanted like
 QueryWatch::QueryWatch(BrowseExchange& exchange) : m_exchange(exchange), m_editorThread(currentThreadNumber())
 {
     setStopEvent(&m_wake);
-    start();
+    if (start() != 0)
+        throw HostError("no thread can be had");
 }
 
 QueryWatch::~QueryWatch()
@@ -50,7 +54,11 @@ std::int32_t QueryWatch::run()
     bool isBusy = false;
     while (!stopRequested()) {
         m_wake.wait(isBusy ? checkIntervalMs : cmWaitInfinite);
-        isBusy = look();
+        try {
+            isBusy = look();
+        } catch (const std::bad_alloc&) {
+            isBusy = true;
+        }
     }
     return 0;
 }

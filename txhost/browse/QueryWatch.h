@@ -14,7 +14,7 @@
 /// editor's thread.
 class QueryWatch : private cmThread {
 public:
-    /// `exchange` must outlive the object.
+    /// `exchange` must outlive the object. Throws HostError when there is no thread.
     explicit QueryWatch(BrowseExchange& exchange);
     ~QueryWatch() override;
 

@@ -3,10 +3,12 @@
 #include "common/CommandRunner.h"
 #include "common/cmPath.h"
 #include "common/cmStringCatHelper.h"
+#include "txhost/Failure.h"
 #include "txhost/browse/RefNames.h"
 
 #include <algorithm>
 #include <chrono>
+#include <new>
 #include <utility>
 
 namespace {
@@ -21,7 +23,8 @@ RepositoryWatch::RepositoryWatch(cmStringT git, cmStringT repository, std::funct
     : m_git(std::move(git)), m_repository(std::move(repository)), m_onNews(std::move(onNews))
 {
     setStopEvent(&m_stop);
-    start();
+    if (start() != 0)
+        throw HostError("no thread can be had");
 }
 
 RepositoryWatch::~RepositoryWatch()
@@ -50,15 +53,24 @@ bool RepositoryWatch::haveMoved()
 
 std::int32_t RepositoryWatch::run()
 {
-    findPlace();
     std::uint32_t pauseMs = 0;
     while (m_stop.wait(pauseMs) == cmWaitTimeout) {
         const Clock::time_point begin = Clock::now();
-        readRefs();
+        look();
         const auto passed = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begin).count();
         pauseMs = std::max(shortestPauseMs, static_cast<std::uint32_t>(passed * pausePerReading));
     }
     return 0;
+}
+
+void RepositoryWatch::look()
+{
+    try {
+        m_hasPlace = m_hasPlace || findPlace();
+        readRefs();
+    } catch (const std::bad_alloc&) {
+        // The next look may find memory.
+    }
 }
 
 /// Returns whether git has come to its end.
@@ -72,11 +84,14 @@ bool RepositoryWatch::ask(cmROStringT arguments, cmStringT& output)
     return result.status == 0 && !result.stopped;
 }
 
-void RepositoryWatch::findPlace()
+/// Returns whether git has told the place. If not, the rest can do with what was browsed.
+bool RepositoryWatch::findPlace()
 {
     cmStringT output;
     if (!ask("rev-parse --is-inside-work-tree --git-path index --show-toplevel", output))
-        return;
+        output = "";
+    if (stopRequested())
+        return false;
     cmROStringT lines = output;
     const cmROStringT isInside = cmWithoutLineEnd(cmTakeUntil(lines, '\n'));
     const cmROStringT index = cmWithoutLineEnd(cmTakeUntil(lines, '\n'));
@@ -91,6 +106,7 @@ void RepositoryWatch::findPlace()
         m_place = place;
     }
     m_onNews();
+    return !isInside.empty();
 }
 
 void RepositoryWatch::readRefs()

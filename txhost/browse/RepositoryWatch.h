@@ -21,7 +21,7 @@ struct RepositoryPlace {
 /// thread of its own, because git may hang. The destructor ends git and the thread. For one thread, but for `onNews`.
 class RepositoryWatch : private cmThread {
 public:
-    /// `onNews` is called on the watching thread when an answer has changed.
+    /// `onNews` is called on the watching thread when an answer has changed. Throws HostError when there is no thread.
     RepositoryWatch(cmStringT git, cmStringT repository, std::function<void()> onNews);
     ~RepositoryWatch() override;
 
@@ -35,13 +35,15 @@ public:
 private:
     std::int32_t run() override;
     bool ask(cmROStringT arguments, cmStringT& output);
-    void findPlace();
+    void look();
+    bool findPlace();
     void readRefs();
 
     const cmStringT m_git;
     const cmStringT m_repository;
     const std::function<void()> m_onNews;
     cmThreadEvent m_stop{true, false};
+    bool m_hasPlace = false;               // of the watching thread: git has told it
     std::optional<cmStringT> m_firstRefs;  // of the watching thread, as git writes them
 
     cmMutex m_lock;
