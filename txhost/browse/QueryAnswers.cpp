@@ -47,15 +47,17 @@ void QueryAnswers::want(const BrowseWants& wants, const std::optional<Repository
         m_load = wants.load;
         m_isWorkingCopyDue = true;
     }
-    if (wants.details != m_wantedDetails) {
+    if (wants.details != m_wantedDetails || wants.detailsNumber != m_detailsNumber) {
         m_wantedDetails = wants.details;
+        m_detailsNumber = wants.detailsNumber;
         m_details = {};
         m_details.hash = wants.details.value_or(workingCopyHash);
         m_stage = wants.details ? Stage::message : Stage::nothing;
         m_due = Clock::now() + restOfCursor;
     }
-    if (wants.history != m_question) {
+    if (wants.history != m_question || wants.historyNumber != m_historyNumber) {
         m_question = wants.history;
+        m_historyNumber = wants.historyNumber;
         m_fileHistoryDue = m_question ? Clock::now() : Clock::time_point::max();
     }
 }

@@ -58,10 +58,12 @@ private:
     Clock::time_point m_workingCopyDue = Clock::time_point::min();
 
     std::optional<cmStringT> m_wantedDetails;
+    std::uint32_t m_detailsNumber = 0;
     Stage m_stage = Stage::nothing;  ///< what is asked next about the details
     Clock::time_point m_due = Clock::time_point::max();
     CommitDetails m_details;  ///< as far as they are known, while they are not complete
 
     std::optional<FileQuestion> m_question;
+    std::uint32_t m_historyNumber = 0;
     Clock::time_point m_fileHistoryDue = Clock::time_point::max();
 };
