@@ -29,8 +29,10 @@ struct Handled {
 };
 
 constexpr Handled handledSignals[] = {
-    {SIGINT, &onEnd},   {SIGTERM, &onEnd},  {SIGHUP, &onEnd},   {SIGQUIT, &onEnd},   {SIGSEGV, &onCrash}, {SIGABRT, &onCrash},
-    {SIGBUS, &onCrash}, {SIGFPE, &onCrash}, {SIGILL, &onCrash}, {SIGTSTP, &onEvent}, {SIGCONT, &onEvent}, {SIGWINCH, &onEvent},
+    {SIGINT, &onEnd},    {SIGTERM, &onEnd},   {SIGHUP, &onEnd},    {SIGQUIT, &onEnd},   {SIGPIPE, &onEnd},
+    {SIGALRM, &onEnd},   {SIGUSR1, &onEnd},   {SIGUSR2, &onEnd},   {SIGXCPU, &onEnd},   {SIGXFSZ, &onEnd},
+    {SIGSEGV, &onCrash}, {SIGABRT, &onCrash}, {SIGBUS, &onCrash},  {SIGFPE, &onCrash},  {SIGILL, &onCrash},
+    {SIGSYS, &onCrash},  {SIGTRAP, &onCrash}, {SIGTSTP, &onEvent}, {SIGCONT, &onEvent}, {SIGWINCH, &onEvent},
 };
 
 // What the handlers need; they may run on any thread.
@@ -70,19 +72,25 @@ void restoreAction(int signal)
     }
 }
 
+/// A faulty instruction fails again by itself, and then tells its address.
+bool comesAgain(int signal, const siginfo_t* info)
+{
+    return info->si_code > 0 && (signal == SIGSEGV || signal == SIGBUS || signal == SIGFPE || signal == SIGILL);
+}
+
 void onCrash(int signal, siginfo_t* info, void*)
 {
     restoreTerminal();
     restoreAction(signal);
-    if (info->si_code <= 0)
-        raise(signal);  // a faulty instruction fails again by itself, and then tells its address
+    if (!comesAgain(signal, info))
+        raise(signal);
 }
 
 void onEnd(int signal, siginfo_t* info, void* context)
 {
     if (ending.exchange(signal) == 0)
         signalEvent();
-    else
+    else if (signal != SIGPIPE)  // it comes with each line of the log
         onCrash(signal, info, context);
 }
 
@@ -174,5 +182,6 @@ void TerminalGuard::suspend()
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     sigaction(SIGTSTP, &now, nullptr);
     tcgetattr(terminal, &settingsBefore);  // the user may have changed them meanwhile
-    takeEvents();
+    suspended = false;
+    continued = false;  // the descriptor stays readable: something else may have come, too
 }

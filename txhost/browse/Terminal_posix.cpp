@@ -149,9 +149,8 @@ bool CursesTerminal::wait(cmArray<Key>& keys, int timeoutMs)
     if (poll(sources, 2, timeoutMs) < 0)
         sources[0].revents = 0;
     handleEvents();
-    if (m_guard.endingSignal() != 0)
-        return false;
-    return sources[0].revents == 0 || readKeys(keys);
+    const bool goesOn = m_guard.endingSignal() == 0 && (sources[0].revents == 0 || readKeys(keys));
+    return goesOn && m_guard.endingSignal() == 0;  // which may have come during a stop
 }
 
 void CursesTerminal::handleEvents()
@@ -168,12 +167,16 @@ void CursesTerminal::handleEvents()
 /// The shell's settings of the terminal, and its screen.
 void CursesTerminal::leaveScreen()
 {
-    endwin();
+    if (!isendwin())
+        endwin();
     m_guard.disarm();
 }
 
+/// Unless the program ends: then the terminal may belong to the shell again.
 void CursesTerminal::drawAnew()
 {
+    if (m_guard.endingSignal() != 0)
+        return;
     m_guard.arm(m_reset);
     clearok(curscr, TRUE);
     fitSize();
@@ -213,7 +216,7 @@ bool CursesTerminal::readKeys(cmArray<Key>& keys)
     constexpr wint_t controlZ = 26;
     wint_t code = 0;
     std::size_t count = 0;
-    for (int kind = OK; count < keysAtOnce && (kind = get_wch(&code)) != ERR; ++count) {
+    for (int kind = OK; m_guard.endingSignal() == 0 && count < keysAtOnce && (kind = get_wch(&code)) != ERR; ++count) {
         if (kind == KEY_CODE_YES)
             addFunctionKey(keys, code);
         else if (code == controlL)
