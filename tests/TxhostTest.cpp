@@ -321,6 +321,7 @@ TEST(Txhost, ShowsBranchesAndTheHistoryWithItsGraph)
     expectFailure({"log", text(top)}, 0, "no commits");
     for (const char* command : {"log", "branches", "diff", "history"})  // the words of a program that is no git
         expectFailure({command, text(top), "--git", helperAs(folder, "tool-p4")}, 1, ": git: -1, ");
+    expectFailure({"browse", text(top), "--dump", "80x24", "--git", helperAs(folder, "tool-p4")}, 1, "");
     commitFiles(top, {"a"});
     git(top, {"branch", "Error"});
     git(top, {"checkout", "--quiet", "-b", "work"});

@@ -1,7 +1,9 @@
 #include "txhost/browse/DumpFront.h"
 
 #include "txhost/Console.h"
+#include "txhost/Failure.h"
 
+#include <string>
 #include <utility>
 
 namespace {
@@ -38,6 +40,8 @@ void DumpFront::finish()
     BrowseFront::finish();
     for (const cmArray<StyledText>& line : m_picture.lines)
         console::printLine(printedLine(line));
+    if (!m_loadFailure.isNull())
+        throw HostError(std::string(m_loadFailure.view()));
 }
 
 void DumpFront::show(BrowseScreen& screen, BrowseExchange& exchange)
@@ -59,6 +63,8 @@ bool DumpFront::waitUntilComplete(BrowseScreen& screen, BrowseExchange& exchange
         BrowseNews news = exchange.takeNews();
         if (news.state && !news.state->isLoading)
             m_loaded = news.state->load;
+        if (news.state)
+            m_loadFailure = news.state->failure;
         m_knowsWorkingCopy |= !news.workingCopy.isNull() || (news.state && !news.state->failure.isNull());
         screen.take(std::move(news));
         exchange.want(screen.wants());

@@ -8,6 +8,7 @@ class DumpFront : public BrowseFront {
 public:
     DumpFront(const Picture::Size& size, cmArray<Key> keys);
     /// Prints the picture: plain lines, or coloured ones where text is coloured (console::coloured).
+    /// Then throws HostError when the history is not complete.
     void finish() override;
     void wake() override { m_news.set(); }
 
@@ -21,4 +22,5 @@ private:
     std::uint32_t m_loaded = 0;       ///< the last load that has ended
     bool m_knowsWorkingCopy = false;  ///< or never will
     Picture m_picture;
+    cmStringT m_loadFailure;  ///< of the history; null when nothing failed
 };
