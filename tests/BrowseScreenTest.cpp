@@ -53,6 +53,7 @@ public:
     {
         const cmArray<Key> all = keysFromText(keys).value();
         for (const Key& key : all) {
+            screen.resize(screen.picture().size);  // as a terminal tells it, again and again
             screen.press(key);
             answer();
         }
@@ -171,7 +172,8 @@ public:
     {
         auto history = std::make_shared<FileHistory>();
         history->question = question;
-        for (const std::int32_t commit : {7, 70})
+        history->failure = historyFailure;
+        for (const std::int32_t commit : historyFailure.isNull() ? cmArray<std::int32_t>{7, 70} : cmArray<std::int32_t>{})
             history->revisions.push_back({hashOf(commit), "Ada", {}, "Revision"});
         return history;
     }
@@ -194,6 +196,7 @@ public:
     BrowseScreen screen;
     HistoryState state;
     std::optional<BrowseWants> answered;  ///< what is wanted still is not answered again
+    cmStringT historyFailure;
     std::int32_t commits = 1000;
     std::int32_t divisor = 1;
 };
@@ -283,6 +286,8 @@ a.cpp                                                    1/2
     const std::string revisions = session.text();
     EXPECT_EQ(session.pressAtOnce("jk").text(), revisions);
     EXPECT_EQ(session.pressAtOnce("hH").text(), revisions);
+    session.historyFailure = "broken";
+    EXPECT_EQ(session.press("hH").screen.picture().lines[0].front().style.colour, 31) << session.text();
     const std::size_t toTitle = details.find("commit 1000002") + 14;
     EXPECT_EQ(session.press("<Esc><Left><Left>").text().substr(0, toTitle), details.substr(0, toTitle));
 }
@@ -331,6 +336,9 @@ TEST(BrowseScreen, KeepsTheSelectedCommitInOtherRows)
     EXPECT_EQ(commitUnderCursor(session.press("<Backspace><Backspace>9")), 9) << "has no row";
     EXPECT_EQ(commitUnderCursor(session.press("<Esc>")), 70);
     EXPECT_EQ(session.screen.wants().filter, "");
+    EXPECT_EQ(commitUnderCursor(session.pressAtOnce("f7<Enter>/").press("<Esc>")), 70) << "where it is in the new rows";
+    EXPECT_NE(session.press("p").text().find("the filter leaves it out: Esc ends it"), std::string::npos);
+    session.press("<Esc>");
     EXPECT_EQ(commitUnderCursor(session.press("f9<Enter>j<Esc>")), 18) << "the user has gone there";
     session.commits = 10;
     EXPECT_EQ(commitUnderCursor(session.press("R")), 9);

@@ -23,6 +23,8 @@ BrowseScreen::BrowseScreen(cmStringT repository, Symbols symbols) : m_repository
 
 void BrowseScreen::resize(Picture::Size size)
 {
+    if (size == m_size)
+        return;
     m_size = size;
     if (m_helpPage)
         m_helpPage = 0;
@@ -63,6 +65,8 @@ void BrowseScreen::takeFound(const RowFound& found)
         m_history.found(found.row);
     else if (found.row >= 0)
         m_history.jumpTo(found.row);
+    else if (m_finder.purpose() == RowFinder::Purpose::go && !m_history.state().filter.isEmpty())
+        say("the filter leaves it out: Esc ends it");
     else
         say(cmCat("not found: ") + text);
 }

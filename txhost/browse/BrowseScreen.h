@@ -18,8 +18,11 @@ class BrowseScreen {
 public:
     BrowseScreen(cmStringT repository, Symbols symbols);
 
+    /// The picture's size from now on. Any size will do.
     void resize(Picture::Size size);
+    /// Does what the key stands for. Afterwards `wants`, `picture`, `hasLeft` and `takeCopied` may tell something else.
     void press(const Key& key);
+    /// Shows what is new. What does not belong to `wants` (any more) is put away. Afterwards `wants` may be others.
     void take(BrowseNews news);
 
     /// What is needed for what is shown.
@@ -64,6 +67,7 @@ private:
     // Ways to other commits.
     void goTo(const cmStringT& hash);
     void goToRow(std::int32_t row);
+    void goBackFromPrompt();
     void goToParent();
     void goToChild();
     void goToHead();
@@ -98,8 +102,11 @@ private:
     Below m_ofRevisions;
     RowFinder m_finder;
     std::optional<Prompt> m_prompt;
-    std::int32_t m_promptRow = 0;  ///< of the cursor when the prompt was opened
-    cmStringT m_searched{""};      ///< the text of the last search
+    // Of the cursor when the prompt was opened.
+    std::int32_t m_promptRow = 0;
+    std::uint32_t m_promptEdition = 0;  ///< that the row belongs to
+    std::optional<cmStringT> m_promptHash;
+    cmStringT m_searched{""};  ///< the text of the last search
     std::optional<std::size_t> m_helpPage;
     cmStringT m_message{""};
     bool m_isBadNews = false;

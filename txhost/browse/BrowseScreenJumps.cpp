@@ -60,6 +60,15 @@ void BrowseScreen::goToRow(std::int32_t row)
     m_history.jumpTo(row);
 }
 
+/// To where the cursor was when the prompt was opened: that may be in another row by now.
+void BrowseScreen::goBackFromPrompt()
+{
+    if (m_promptEdition == m_history.state().edition)
+        goToRow(m_promptRow);
+    else if (m_promptHash)
+        goTo(*m_promptHash);
+}
+
 void BrowseScreen::goToParent()
 {
     const auto known = knownOfSelected();

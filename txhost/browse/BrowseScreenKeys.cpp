@@ -146,6 +146,8 @@ void BrowseScreen::command(char32_t code)
 void BrowseScreen::openPrompt(PromptKind kind)
 {
     m_promptRow = m_history.window().cursor();
+    m_promptEdition = m_history.state().edition;
+    m_promptHash = m_history.selectedHash();
     m_prompt.emplace(kind, kind == PromptKind::filter ? m_wants.filter : cmStringT(""));
     m_revisions.close();
     changePrompt();
@@ -168,7 +170,7 @@ void BrowseScreen::changePrompt()
     case PromptKind::filter: m_wants.filter = text; break;
     case PromptKind::search:
         if (text.isEmpty())
-            goToRow(m_promptRow);
+            goBackFromPrompt();
         else
             m_finder.start(RowFinder::Purpose::match, SearchKind::text, text, m_promptRow);
         break;
@@ -194,7 +196,7 @@ void BrowseScreen::cancelPrompt()
     if (kind == PromptKind::filter)
         m_wants.filter = "";
     if (kind == PromptKind::search)
-        goToRow(m_promptRow);
+        goBackFromPrompt();
 }
 
 void BrowseScreen::openRevisions(bool fromHead)

@@ -80,7 +80,11 @@ cmStringT DiffPane::title() const
 
 cmROStringT DiffPane::remark() const
 {
-    return !m_details->isComplete ? "…" : file().isBinary ? "binary" : "no line has changed";
+    if (!m_details->isComplete)
+        return "…";
+    if (file().isBinary)
+        return "binary";
+    return m_details->parents.size() > 1 ? "as in one of the parents" : "no line has changed";
 }
 
 cmArray<cmArray<StyledText>> DiffPane::lines(std::size_t width, Symbols symbols, bool hasFocus) const

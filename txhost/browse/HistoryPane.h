@@ -11,6 +11,7 @@
 /// other rows.
 class HistoryPane {
 public:
+    /// For how many rows there is room. The cursor stays among them.
     void setHeight(std::size_t lines);
     /// Returns whether there are other rows, in which the selected commit is to be looked for: see `lost`.
     bool take(HistoryState state);

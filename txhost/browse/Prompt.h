@@ -19,7 +19,6 @@ public:
     const cmStringT& text() const { return m_text; }
     /// What Tab puts in the text's place, one after the other.
     void offer(cmArray<cmStringT> choices);
-    const cmArray<cmStringT>& choices() const { return m_choices; }
 
     /// Returns the column of the terminal's cursor. `remark` is shown behind the text.
     std::size_t draw(StyledLine& line, cmROStringT remark) const;

@@ -48,7 +48,10 @@ cmArray<cmArray<StyledText>> RevisionsPane::lines(std::size_t width, Symbols sym
     }
     if (lines.empty()) {
         StyledLine line(width, symbols);
-        line.draw(m_history ? "no revision" : "…", {console::grey});
+        if (m_history && !m_history->failure.isNull())
+            line.add(m_history->failure, {console::red});
+        else
+            line.draw(m_history ? "no revision" : "…", {console::grey});
         lines.push_back(std::move(line).finished());
     }
     return lines;
