@@ -19,11 +19,11 @@ bool isAmbiguousAlone(cmROStringT name)
     return name.starts_with('-') || name.find_first_of("^:") != cmROStringT::npos || name.find("..") != cmROStringT::npos;
 }
 
-/// The nearest folder above the file that exists: its own one may have been deleted since.
+/// The nearest folder above the file that exists: its own one may have been deleted since. One that cannot be looked at stays.
 cmROStringT existingFolderOf(cmROStringT file)
 {
     cmROStringT folder = cmDirectoryOf(file);
-    while (!folder.empty() && !cmIsDirectory(folder) && cmDirectoryOf(folder).size() < folder.size())
+    while (cmReadFileItem(folder).state == cmItemState::missing && cmDirectoryOf(folder).size() < folder.size())
         folder = cmDirectoryOf(folder);
     return folder;
 }
