@@ -1,6 +1,7 @@
 #include "txhost/browse/BrowsedHistory.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 namespace {
@@ -68,13 +69,34 @@ std::optional<HistoryRows> BrowsedHistory::takeRows(std::int32_t first, std::int
 
 void BrowsedHistory::lookAtNames()
 {
-    const bool haveMoved = m_watch.haveMoved();
+    if (!m_state.names) {
+        m_state.names = m_watch.names();
+        m_hasStateChanged |= m_state.names != nullptr;
+    }
+    if (!m_haveMovedMeanwhile && m_state.names && m_browser.hasBranches())
+        m_haveMovedMeanwhile = haveBranchesMovedMeanwhile();
+    const bool haveMoved = m_watch.haveMoved() || m_haveMovedMeanwhile.value_or(false);
     m_hasStateChanged |= haveMoved != m_state.haveBranchesMoved;
     m_state.haveBranchesMoved = haveMoved;
-    if (m_state.names)
-        return;
-    m_state.names = m_watch.names();
-    m_hasStateChanged |= m_state.names != nullptr;
+}
+
+/// Whether the watch has found a branch elsewhere than the load before it. Branches of only one of them do not count: not every
+/// one has the same name in both.
+bool BrowsedHistory::haveBranchesMovedMeanwhile()
+{
+    std::set<std::pair<cmStringT, cmStringT>> loaded;
+    for (std::int32_t number = 0;; ++number) {
+        cmStringT name = m_browser.branchName(number);
+        if (name.isEmpty())
+            break;
+        loaded.emplace(std::move(name), m_browser.branchHash(number));
+    }
+    const auto hasMoved = [&loaded](const GitRefName& ref) {
+        const auto same = loaded.lower_bound({ref.name, ""});
+        return ref.kind == RefKind::branch && same != loaded.end() && same->first == ref.name
+               && !loaded.contains({ref.name, ref.hash});
+    };
+    return std::any_of(m_state.names->begin(), m_state.names->end(), hasMoved);
 }
 
 void BrowsedHistory::findFailure(QueryWatch& watch)

@@ -54,6 +54,7 @@ private:
 
     void takeReport(const LoadReport& report);
     void lookAtNames();
+    bool haveBranchesMovedMeanwhile();
     HistoryRow row(std::int32_t number);
 
     Browser m_browser;
@@ -62,7 +63,8 @@ private:
     const Clock::time_point m_begin = Clock::now();
     RepositoryWatch m_watch;
     bool m_isFailureDue = false;
-    bool m_isEmpty = false;  ///< there are no commits; the working copy's row stands alone
+    bool m_isEmpty = false;                    ///< there are no commits; the working copy's row stands alone
+    std::optional<bool> m_haveMovedMeanwhile;  ///< branches, after the load had read them; nothing until it is known
     HistoryState m_state;
     bool m_hasStateChanged = true;
     Clock::time_point m_nextState = Clock::time_point::min();

@@ -31,7 +31,7 @@ cmArray<GitRefName> refNames(cmROStringT list)
     while (!list.empty()) {
         cmROStringT name = cmTakeUntil(list, '\n');
         const cmROStringT hash = cmTakeUntil(name, ' ');
-        const std::optional<RefKind> kind = takeKind(name);
+        const std::optional<RefKind> kind = hash.empty() ? std::nullopt : takeKind(name);
         if (kind && name.ends_with(dereferenced) && !names.empty())
             names.back().hash = hash;  // follows the line of its tag
         else if (kind)

@@ -15,6 +15,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 constexpr std::uint32_t shortestPauseMs = 2000;
+constexpr std::int32_t noRefs = 1;            // an exit code of show-ref
 constexpr std::int64_t pausePerReading = 10;  // of a repository with so many refs that reading them takes long
 
 }  // namespace
@@ -73,15 +74,15 @@ void RepositoryWatch::look()
     }
 }
 
-/// Returns whether git has come to its end.
-bool RepositoryWatch::ask(cmROStringT arguments, cmStringT& output)
+/// Returns git's exit code; nothing when it has not come to its end.
+std::optional<std::int32_t> RepositoryWatch::ask(cmROStringT arguments, cmStringT& output)
 {
     output = "";
     CaptureControl control;
     control.stopRequested = [this] { return stopRequested(); };
     const CaptureResult result = captureCommand(cmStringT(cmCat("\"") + m_git + "\" " + arguments), spawnScannedCommand,
                                                 m_repository, control, [&output](cmROStringT bytes) { output += bytes; });
-    return result.status == 0 && !result.stopped;
+    return result.status == 0 && !result.stopped ? std::optional(result.exitCode) : std::nullopt;
 }
 
 /// Returns whether git has told the place. If not, the rest can do with what was browsed.
@@ -109,19 +110,39 @@ bool RepositoryWatch::findPlace()
     return !isInside.empty();
 }
 
-void RepositoryWatch::readRefs()
+/// HEAD, the branches, and the tags with what they lead to; nothing when git cannot tell them.
+std::optional<cmStringT> RepositoryWatch::refs()
 {
     cmStringT refs;
-    if (!ask("show-ref --head --dereference", refs))
+    const std::optional<std::int32_t> code = ask("show-ref --head --dereference", refs);
+    if (!code || *code == 0 || *code == noRefs)
+        return code ? std::optional(refs) : std::nullopt;
+    // One broken ref ends show-ref, while for-each-ref lists all others. But it has no HEAD, and a lost object ends it when it is
+    // to tell what tags lead to.
+    cmROStringT list = refs;
+    const cmROStringT first = cmTakeUntil(list, '\n');
+    const cmStringT head = first.ends_with(" HEAD") ? cmStringT(cmCat(first) + "\n") : cmStringT("");
+    for (const cmROStringT dereferenced : {"%0a%(*objectname) %(refname)^{}", ""}) {
+        const cmStringT format = cmCat("%(objectname) %(refname)") + dereferenced;
+        if (ask(cmStringT(cmCat("for-each-ref \"--format=") + format + "\""), refs) == 0)
+            return cmStringT(cmCat(head) + refs);
+    }
+    return std::nullopt;
+}
+
+void RepositoryWatch::readRefs()
+{
+    const std::optional<cmStringT> refs = this->refs();
+    if (!refs)
         return;
     const bool isFirst = !m_firstRefs;
     if (isFirst)
-        m_firstRefs = refs;
-    const bool haveMoved = refs != *m_firstRefs;
+        m_firstRefs = *refs;
+    const bool haveMoved = *refs != *m_firstRefs;
     {
         const cmMutexLock hold(m_lock);
         if (isFirst)
-            m_names = std::make_shared<const cmArray<GitRefName>>(refNames(refs));
+            m_names = std::make_shared<const cmArray<GitRefName>>(refNames(*refs));
         else if (haveMoved == std::exchange(m_haveMoved, haveMoved))
             return;
     }

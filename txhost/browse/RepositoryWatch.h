@@ -34,9 +34,10 @@ public:
 
 private:
     std::int32_t run() override;
-    bool ask(cmROStringT arguments, cmStringT& output);
+    std::optional<std::int32_t> ask(cmROStringT arguments, cmStringT& output);
     void look();
     bool findPlace();
+    std::optional<cmStringT> refs();
     void readRefs();
 
     const cmStringT m_git;
