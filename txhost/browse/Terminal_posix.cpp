@@ -2,7 +2,9 @@
 
 #include "txhost/Console.h"
 #include "txhost/Failure.h"
+#include "txhost/browse/CursesKeys.h"
 #include "txhost/browse/CursesPicture.h"
+#include "txhost/browse/SignalStack.h"
 #include "txhost/browse/TerminalGuard.h"
 
 #include <sys/ioctl.h>
@@ -13,7 +15,6 @@
 #include <poll.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <clocale>
 #include <csignal>
 #include <cstring>
@@ -25,7 +26,6 @@
 namespace {
 
 constexpr int escapeDelayMs = 25;
-constexpr auto doubleClickTime = std::chrono::milliseconds(400);
 constexpr std::size_t keysAtOnce = 256;
 
 /// The user's locale; where it is not installed, as on another machine, one with the same characters.
@@ -51,24 +51,6 @@ std::string resetText()
     return text;
 }
 
-std::optional<KeyKind> kindOf(wint_t code)
-{
-    switch (code) {
-    case KEY_ENTER: return KeyKind::enter;
-    case KEY_BTAB: return KeyKind::backTab;
-    case KEY_BACKSPACE: return KeyKind::backspace;
-    case KEY_UP: return KeyKind::up;
-    case KEY_DOWN: return KeyKind::down;
-    case KEY_LEFT: return KeyKind::left;
-    case KEY_RIGHT: return KeyKind::right;
-    case KEY_PPAGE: return KeyKind::pageUp;
-    case KEY_NPAGE: return KeyKind::pageDown;
-    case KEY_HOME: return KeyKind::home;
-    case KEY_END: return KeyKind::end;
-    default: return std::nullopt;
-    }
-}
-
 class CursesTerminal : public Terminal {
 public:
     explicit CursesTerminal(bool isColoured);
@@ -90,17 +72,16 @@ private:
     void fitSize();
     void suspend();
     bool readKeys(cmArray<Key>& keys);
-    void addFunctionKey(cmArray<Key>& keys, wint_t code);
-    std::optional<Key> mouseKey();
 
+    SignalStack m_openersStack;
+    std::optional<SignalStack> m_frontsStack;
     TerminalGuard m_guard{STDIN_FILENO};
     std::string m_reset;
     SCREEN* m_screen = nullptr;
     bool m_isClosed = false;
     std::optional<CursesPicture> m_picture;
     Picture m_last;
-    Key m_lastClick;
-    std::chrono::steady_clock::time_point m_clickTime;
+    CursesKeys m_keys;
 };
 
 CursesTerminal::CursesTerminal(bool isColoured)
@@ -145,6 +126,8 @@ void CursesTerminal::draw(const Picture& picture)
 
 bool CursesTerminal::wait(cmArray<Key>& keys, int timeoutMs)
 {
+    if (!m_frontsStack)
+        m_frontsStack.emplace();
     pollfd sources[] = {{STDIN_FILENO, POLLIN, 0}, {m_guard.descriptor(), POLLIN, 0}};
     if (poll(sources, 2, timeoutMs) < 0)
         sources[0].revents = 0;
@@ -217,8 +200,11 @@ bool CursesTerminal::readKeys(cmArray<Key>& keys)
     wint_t code = 0;
     std::size_t count = 0;
     for (int kind = OK; m_guard.endingSignal() == 0 && count < keysAtOnce && (kind = get_wch(&code)) != ERR; ++count) {
-        if (kind == KEY_CODE_YES)
-            addFunctionKey(keys, code);
+        const std::optional<Key> key = kind == KEY_CODE_YES ? m_keys.functionKey(code) : std::nullopt;
+        if (key)
+            keys.push_back(*key);
+        else if (kind != OK)
+            continue;
         else if (code == controlL)
             drawAnew();
         else if (code == controlZ)
@@ -231,37 +217,6 @@ bool CursesTerminal::readKeys(cmArray<Key>& keys)
     pollfd input{STDIN_FILENO, POLLIN, 0};
     int waiting = 0;
     return poll(&input, 1, 0) <= 0 || (ioctl(STDIN_FILENO, FIONREAD, &waiting) == 0 && waiting > 0);
-}
-
-void CursesTerminal::addFunctionKey(cmArray<Key>& keys, wint_t code)
-{
-    if (const std::optional<Key> key = code == KEY_MOUSE ? mouseKey() : std::nullopt)
-        keys.push_back(*key);
-    else if (const std::optional<KeyKind> kind = kindOf(code))
-        keys.push_back({*kind});
-}
-
-std::optional<Key> CursesTerminal::mouseKey()
-{
-    MEVENT event;
-    if (getmouse(&event) != OK || event.x < 0 || event.y < 0)
-        return std::nullopt;
-    Key key{KeyKind::click, 0, static_cast<std::size_t>(event.y), static_cast<std::size_t>(event.x)};
-    if (event.bstate & BUTTON4_PRESSED)
-        key.kind = KeyKind::wheelUp;
-    else if (event.bstate & BUTTON5_PRESSED)
-        key.kind = KeyKind::wheelDown;
-    else if (!(event.bstate & BUTTON1_PRESSED))
-        return std::nullopt;
-    if (key.kind != KeyKind::click)
-        return key;
-    const auto now = std::chrono::steady_clock::now();
-    const bool isSecond = key == m_lastClick && now - m_clickTime < doubleClickTime;
-    m_clickTime = now;
-    m_lastClick = isSecond ? Key() : key;
-    if (isSecond)
-        key.kind = KeyKind::doubleClick;
-    return key;
 }
 
 void CursesTerminal::copy(cmROStringT text)
@@ -278,6 +233,7 @@ void CursesTerminal::close()
         return;
     m_isClosed = true;
     leaveScreen();
+    m_frontsStack.reset();
 }
 
 void CursesTerminal::finish()
