@@ -176,7 +176,8 @@ void TerminalGuard::suspend()
     kill(0, SIGTSTP);  // the script, too, that waits for this program
     restoreAction(SIGTSTP);
     pthread_sigmask(SIG_UNBLOCK, &stop, &before);
-    raise(SIGTSTP);
+    if (ending == 0)
+        raise(SIGTSTP);
     while (ending == 0 && tcgetpgrp(terminal) > 0 && tcgetpgrp(terminal) != getpgrp())
         raise(SIGSTOP);  // it goes on in the background, where the terminal belongs to others
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
