@@ -33,7 +33,7 @@ public:
     Events takeEvents();
     /// The signal that asked the program to end; 0: none did.
     int endingSignal() const;
-    /// Stops the program as Ctrl-Z does, and returns when it goes on in the foreground. Only when disarmed.
+    /// Stops the program as Ctrl-Z does, and returns when it goes on in the foreground or is asked to end. Only when disarmed.
     void suspend();
 
 private:

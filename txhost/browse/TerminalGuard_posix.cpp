@@ -3,6 +3,7 @@
 #include "common/cmDescriptor.h"
 #include "txhost/Failure.h"
 
+#include <poll.h>
 #include <sys/eventfd.h>
 #include <termios.h>
 #include <unistd.h>
@@ -22,6 +23,9 @@ using Handler = void (*)(int signal, siginfo_t* info, void* context);
 void onEnd(int signal, siginfo_t* info, void* context);
 void onCrash(int signal, siginfo_t* info, void* context);
 void onEvent(int signal, siginfo_t* info, void* context);
+
+/// While the program runs in the background, it looks so often whether the terminal is its own again: no signal tells.
+constexpr int backgroundLookMs = 100;
 
 struct Handled {
     int signal;
@@ -179,7 +183,7 @@ void TerminalGuard::suspend()
     if (ending == 0)
         raise(SIGTSTP);
     while (ending == 0 && tcgetpgrp(terminal) > 0 && tcgetpgrp(terminal) != getpgrp())
-        raise(SIGSTOP);  // it goes on in the background, where the terminal belongs to others
+        poll(nullptr, 0, backgroundLookMs);  // no stop: the signal that ends it may be on its way through another thread
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     sigaction(SIGTSTP, &now, nullptr);
     tcgetattr(terminal, &settingsBefore);  // the user may have changed them meanwhile
