@@ -72,6 +72,7 @@ TEST(Txhost, BrowsesWhatCommitsAndTheWorkingCopyHaveChanged)
         git(top, {"add", "z"});
         expectScreen(top, "<Enter><Tab>G<Enter>", {"1 staged", "M z", "+new"});
         expectScreen(top, "j<Enter>", {"Join", "parent", "2 files"});
+        expectScreen(top, "j<Enter><Tab>G<Enter>", {"as in one of the parents"});
         expectScreen(top, "/rename<Enter><Enter>", {"gone/x -> y"});
         expectScreen(top, "&rename<Enter>", {"filter: rename", "1 commit "});
         expectScreen(top, ":v1<Enter><Enter>", {"2 files, +2 -0", "A    +1        gone/x"});
