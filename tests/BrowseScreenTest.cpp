@@ -338,6 +338,10 @@ TEST(BrowseScreen, KeepsTheSelectedCommitInOtherRows)
     EXPECT_EQ(session.screen.wants().filter, "");
     EXPECT_EQ(commitUnderCursor(session.pressAtOnce("f7<Enter>/").press("<Esc>")), 70) << "where it is in the new rows";
     EXPECT_NE(session.press("p").text().find("the filter leaves it out: Esc ends it"), std::string::npos);
+    session.state.isFiltering = true;
+    session.tell();
+    EXPECT_FALSE(session.screen.isComplete());
+    session.state.isFiltering = false;
     session.press("<Esc>");
     EXPECT_EQ(commitUnderCursor(session.press("f9<Enter>j<Esc>")), 18) << "the user has gone there";
     session.commits = 10;
@@ -460,6 +464,7 @@ public:
                                       0,
                                       below(9) ? cmStringT() : text(),
                                       below(9) == 0,
+                                      oftenTrue(),
                                       {}};
             news.state->names = std::make_shared<cmArray<GitRefName>>(5, GitRefName{RefKind::head, text(), text()});
         }

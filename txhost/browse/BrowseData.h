@@ -54,6 +54,7 @@ struct HistoryState {
     std::int32_t rowsPerSecond = 0;                    ///< of the load, while it goes on
     cmStringT failure;                                 ///< why the history is not complete, in one line; null when nothing failed
     bool haveBranchesMoved = false;                    ///< since the load began: a new load would show other rows
+    bool isFiltering = false;                          ///< rows with the filter's text are still being found
     std::shared_ptr<const cmArray<GitRefName>> names;  ///< the head first; null until they are read
 };
 

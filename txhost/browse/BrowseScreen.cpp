@@ -97,7 +97,8 @@ std::shared_ptr<const CommitDetails> BrowseScreen::knownOfSelected() const
 bool BrowseScreen::hasWantedRows() const
 {
     const HistoryState& state = m_history.state();
-    return state.load == m_wants.load && state.filter == m_wants.filter && !m_finder.search() && m_history.isComplete();
+    const bool isAnswered = state.load == m_wants.load && state.filter == m_wants.filter && !state.isFiltering;
+    return isAnswered && !m_finder.search() && m_history.isComplete();
 }
 
 bool BrowseScreen::isComplete() const

@@ -27,7 +27,8 @@ bool BrowsedHistory::goOn(const cmStringT& filter)
         m_hasStateChanged = true;
     }
     const bool hasMore = m_commits.goOn(isLoading);
-    m_hasStateChanged |= m_state.edition != edition();
+    m_hasStateChanged |= m_state.edition != edition() || m_state.isFiltering != hasMore;
+    m_state.isFiltering = hasMore;
     const std::int32_t count = std::max(m_commits.count(), m_isEmpty ? 1 : 0);
     m_hasStateChanged |= !isLoading && count != m_state.rowCount;
     m_state.rowCount = count;
