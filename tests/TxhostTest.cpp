@@ -125,7 +125,8 @@ TEST(Txhost, ShowsTheStatusOfEachDirectoryByItsTool)
     expectFailure({"status", "--svn", svn, "--git", missing, below}, 1,
                   "txhost: " + below + ": git: no program that can be started: " + missing + "\n");
     writeFile(folder / "ws" / ".p4config", "P4CLIENT=x\n");
-    expectFailure({"status", "--p4", missing, text(folder / "ws")}, 1, missing);
+    for (const char* command : {"status", "watch"})
+        expectFailure({command, "--p4", missing, text(folder / "ws")}, 1, missing);
     const std::vector<Json> some = json({"status", "--recurse", "--p4", missing, missing, text(folder / "ws"), text(top)}, 1);
     EXPECT_EQ(std::tuple(some.at(0)["path"], some.at(1)["tool"], some.at(2)), std::tuple(Json(missing), Json("p4"), first));
 }

@@ -75,7 +75,9 @@ public:
     KeptFile(const cmStringT& path, const cmStringT& name) : m_path(cmSystemPath(path)), m_kept(cmSystemPath(name))
     {
         fs::remove(m_kept, m_ignored);  // of a program that was killed
-        fs::create_hard_link(m_path, m_kept, m_ignored);
+        std::error_code noLink;
+        fs::create_hard_link(m_path, m_kept, noLink);
+        m_isKept = !noLink || fs::copy_file(m_path, m_kept, m_ignored);
     }
     ~KeptFile() { fs::remove(m_kept, m_ignored); }
     KeptFile(const KeptFile&) = delete;
@@ -84,14 +86,17 @@ public:
     /// Puts it back; where there was none, none is left.
     void restore()
     {
-        fs::remove(m_path, m_ignored);
-        fs::rename(m_kept, m_path, m_ignored);
+        if (m_isKept)
+            fs::rename(m_kept, m_path, m_ignored);
+        else
+            fs::remove(m_path, m_ignored);
     }
 
 private:
     std::error_code m_ignored;
     const fs::path m_path;
     const fs::path m_kept;
+    bool m_isKept = false;
 };
 
 /// A failed fetch in words: the module's own reason, or what its code means here.

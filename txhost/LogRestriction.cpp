@@ -7,12 +7,42 @@
 namespace {
 
 // What git log takes, too, but changes its output. git also knows a long option by the beginning of its name.
-constexpr cmROStringT outputOptions[] = {
-    "--abbrev-commit", "--cc",     "--children",       "--compact-summary", "--date",    "--decorate", "--dirstat",
-    "--format",        "--graph",  "--name-only",      "--name-status",     "--numstat", "--oneline",  "--output",
-    "--parents",       "--patch",  "--patch-with-raw", "--patch-with-stat", "--pretty",  "--raw",      "--shortstat",
-    "--stat",          "--summary"};
-constexpr cmROStringT shortOutputOptions[] = {"-L", "-U", "-c", "-p", "-u", "-z"};
+constexpr cmROStringT outputOptions[] = {"--abbrev-commit",
+                                         "--binary",
+                                         "--cc",
+                                         "--check",
+                                         "--children",
+                                         "--compact-summary",
+                                         "--cumulative",
+                                         "--date",
+                                         "--decorate",
+                                         "--dirstat",
+                                         "--dirstat-by-file",
+                                         "--format",
+                                         "--graph",
+                                         "--line-prefix",
+                                         "--log-size",
+                                         "--name-only",
+                                         "--name-status",
+                                         "--numstat",
+                                         "--oneline",
+                                         "--output",
+                                         "--parents",
+                                         "--patch",
+                                         "--patch-with-raw",
+                                         "--patch-with-stat",
+                                         "--pretty",
+                                         "--raw",
+                                         "--remerge-diff",
+                                         "--shortstat",
+                                         "--stat",
+                                         "--stat-count",
+                                         "--stat-graph-width",
+                                         "--stat-name-width",
+                                         "--stat-width",
+                                         "--summary",
+                                         "--unified"};
+constexpr cmROStringT shortOutputOptions[] = {"-L", "-U", "-X", "-c", "-p", "-u", "-z"};
 
 bool changesOutput(cmROStringT word)
 {

@@ -37,18 +37,19 @@ public:
         }
     }
 
-    /// Returns the exit code: after an interrupt that of summarize; 1 when the output cannot be written any more, or when every
-    /// tool is switched off and there are no files.
+    /// Returns the exit code: after an interrupt that of summarize; 1 when the output cannot be written any more, or when there
+    /// is nothing to watch: every name has failed or its tool is switched off.
     int run()
     {
-        while (!isOver()) {
+        for (;;) {
             m_hasRoundEnded = false;
             startWhatIsDue();
+            if (isOver())
+                return 1;
             m_poll.runUntil([this] { return hasNews(); }, nextDue());
             if (console::wasInterrupted())
                 return summarize();
         }
-        return 1;
     }
 
 private:
