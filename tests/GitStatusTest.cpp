@@ -113,7 +113,7 @@ TEST_F(GitStatusTest, FailsRatherThanCallABrokenRepositoryClean)
     expectFailure("fatal: index file corrupt");
     writeFile(top / ".git/index", index);
     const std::string tree = git(top, {"rev-parse", "HEAD^{tree}"}).substr(0, 40);
-    fs::rename(top / ".git/objects" / tree.substr(0, 2), folder / "objects");
+    fs::rename(top / ".git/objects" / tree.substr(0, 2) / tree.substr(2), folder / "object");
     expectFailure("error: bad tree object HEAD");  // not called fatal
     EXPECT_TRUE(editor.records().empty());
     fs::rename(top / ".git", folder / "repository");
